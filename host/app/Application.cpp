@@ -1,0 +1,3 @@
+#include "app/Application.h"
+
+int RunPdsReview(int, char**) { return 0; }

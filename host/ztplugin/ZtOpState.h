@@ -1,0 +1,32 @@
+#pragma once
+#include "ztnav/ZtNvViewPoint.h"
+#include "ztutil/ZtUName.h"
+
+#include <cstdint>
+
+// The host's document: what the user has open. It owns everything that belongs to it.
+class ZtOpState {
+public:
+    // A new document: next ids 1, and a current view whose viewpoint has world-up +Z.
+    ZtOpState();
+    ZtOpState(const ZtOpState&) = delete;
+    ZtOpState& operator=(const ZtOpState&) = delete;
+    ~ZtOpState();
+
+    ZtUNameDict* EditNameDict() { return &names_; }
+    const ZtUNameDict& GetNameDict() const { return names_; }
+
+    const ZtNvViewPoint& GetCurrentViewPoint() const { return currentView_; }
+    ZtNvViewPoint& EditCurrentViewPoint() { return currentView_; }
+
+    std::uint64_t GetNextTagId() const { return nextTagId_; }
+    void SetNextTagId(std::uint64_t id) { nextTagId_ = id; }
+    std::uint64_t GetNextCommentId() const { return nextCommentId_; }
+    void SetNextCommentId(std::uint64_t id) { nextCommentId_ = id; }
+
+private:
+    ZtUNameDict names_;
+    ZtNvViewPoint currentView_;
+    std::uint64_t nextTagId_ = 1;
+    std::uint64_t nextCommentId_ = 1;
+};

@@ -1,0 +1,95 @@
+#pragma once
+#include "ztutil/ZtUWideString.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+class ZtUFile;
+
+// An entry of a directory walk.
+class ZtUSysFileInfoHandle {
+public:
+    explicit ZtUSysFileInfoHandle(std::wstring fullName) : fullName_(std::move(fullName)) {}
+    // The entry's path: the directory's path, a separator and the entry's name.
+    const wchar_t* GetFullNameW() const { return fullName_.c_str(); }
+
+private:
+    std::wstring fullName_;
+};
+
+// A walk over the regular files of one directory (not its subfolders), sorted by the
+// byte order of their UTF-8 names so that walks are reproducible. The handle is valid
+// while it stands on an entry.
+class ZtUSysDirHandle {
+public:
+    ZtUSysDirHandle() = default;
+    explicit ZtUSysDirHandle(std::vector<std::wstring> fullNames)
+        : entries_(std::move(fullNames)) {}
+
+    bool IsValid() const { return at_ < entries_.size(); }
+    void Next() {
+        if (at_ < entries_.size())
+            ++at_;
+    }
+    // The entry the handle stands on, to be closed with ZtUSysFile::CloseFileInfo; null
+    // past the end.
+    ZtUSysFileInfoHandle* OpenFileInfo() const;
+
+private:
+    std::vector<std::wstring> entries_;
+    std::size_t at_ = 0;
+};
+
+// The host's file layer: streams on wide paths, and path and directory helpers.
+class ZtUSysFile {
+public:
+    enum AccessMode : int { kAccessRead = 0, kAccessWrite = 1 };
+    enum CreationMode : int { kCreateAlways = 1, kOpenExisting = 3 };
+    enum TranslationMode : int { kTranslateText = 2 };
+    enum ShareMode : int { kShareReadWrite = 3 };
+
+    // Opens a stream on a regular file (or a link to one). Reading decodes the file's
+    // text to UTF-16 units (see ZtUFile); writing encodes UTF-8. Returns null for a path
+    // that can't be opened in that mode, a directory or a device. The last two numbers
+    // are the host's attribute flags and permission bits for a created file.
+    static ZtUFile* fopenW(const wchar_t* path, AccessMode access, CreationMode creation,
+                           TranslationMode translation, ShareMode share, unsigned attributes,
+                           unsigned permissions);
+    // Closes and frees the stream; 0 on success, as the C library's fclose.
+    static int fclose(ZtUFile* file);
+
+    // The wide-character stream functions of the host, after the C library's.
+    // The next character, or 0xFFFF at the end of the input (or a U+FFFF in the file).
+    static unsigned fgetwc(ZtUFile* file);
+    // Reads up to count - 1 characters, stopping behind a LF; null if nothing was read.
+    static wchar_t* fgetws(wchar_t* out, int count, ZtUFile* file);
+    // Nonzero once a read or write failed.
+    static int ferror(ZtUFile* file);
+    // printf-style output with the host's conventions ("%s" takes a wide string);
+    // returns the number of characters written, or a negative value on failure.
+    static int fwprintf(ZtUFile* file, const wchar_t* format, ...);
+
+    // `path` split into its directory (without the last separator) and its last name;
+    // either output may be null. Returns 1 if the path had a directory part.
+    static int PopPathW(const wchar_t* path, ZtUWideStringBuffer* directory,
+                        ZtUWideStringBuffer* name);
+    // `name` without its extension (the last point of the last path element and what
+    // follows it).
+    static void RemoveFileExtensionW(const wchar_t* name, ZtUWideStringBuffer* out);
+    // `path` without its directory part.
+    static void RemovePathnameW(const wchar_t* path, ZtUWideStringBuffer* out);
+    // True if `name` ends in a point and `extension` (given without its point), by exact
+    // comparison.
+    static bool HasFileExtensionW(const wchar_t* name, const wchar_t* extension);
+    // `path` resolved against `folder` unless it is absolute already; `path` may lie in
+    // `out`. The result is normalised lexically ("." and ".." removed).
+    static void MakeAbsoluteW(const wchar_t* folder, const wchar_t* path, ZtUWideStringBuffer* out);
+    // True if something exists at `path`.
+    static bool ExistsW(const wchar_t* path);
+
+    // The regular files of a directory; an invalid handle if it can't be read.
+    static ZtUSysDirHandle OpenDirW(const wchar_t* path);
+    static void CloseFileInfo(ZtUSysFileInfoHandle* info);
+};

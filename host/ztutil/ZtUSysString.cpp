@@ -1,0 +1,111 @@
+#include "ztutil/ZtUSysString.h"
+
+std::size_t ZtUSysString::WideStrlen(const wchar_t* text) {
+    if (!text)
+        return 0;
+    const wchar_t* end = text;
+    while (*end)
+        ++end;
+    return static_cast<std::size_t>(end - text);
+}
+
+int ZtUSysString::WideStrncmp(const wchar_t* a, const wchar_t* b, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto ca = static_cast<unsigned>(a[i]);
+        const auto cb = static_cast<unsigned>(b[i]);
+        if (ca != cb)
+            return ca < cb ? -1 : 1;
+        if (ca == 0)
+            return 0;
+    }
+    return 0;
+}
+
+void ZtUSysString::AppendUtf8(std::string& out, char32_t cp) {
+    if (cp < 0x80) {
+        out += static_cast<char>(cp);
+    } else if (cp < 0x800) {
+        out += static_cast<char>(0xC0 | (cp >> 6));
+        out += static_cast<char>(0x80 | (cp & 0x3F));
+    } else if (cp < 0x10000) {
+        out += static_cast<char>(0xE0 | (cp >> 12));
+        out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+        out += static_cast<char>(0x80 | (cp & 0x3F));
+    } else {
+        out += static_cast<char>(0xF0 | (cp >> 18));
+        out += static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
+        out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+        out += static_cast<char>(0x80 | (cp & 0x3F));
+    }
+}
+
+std::string ZtUSysString::WideToUtf8(std::wstring_view text) {
+    std::string out;
+    out.reserve(text.size());
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char32_t unit = static_cast<char32_t>(text[i]) & 0xFFFF;
+        if (unit >= 0xD800 && unit <= 0xDBFF && i + 1 < text.size()) {
+            const char32_t low = static_cast<char32_t>(text[i + 1]) & 0xFFFF;
+            if (low >= 0xDC00 && low <= 0xDFFF) {
+                AppendUtf8(out, 0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00));
+                ++i;
+                continue;
+            }
+        }
+        AppendUtf8(out, unit >= 0xD800 && unit <= 0xDFFF ? 0xFFFD : unit);
+    }
+    return out;
+}
+
+std::size_t ZtUSysString::DecodeUtf8(const unsigned char* s, std::size_t available,
+                                     char32_t* codePoint) {
+    const unsigned char lead = s[0];
+    std::size_t length;
+    char32_t cp;
+    char32_t minimum;
+    if (lead < 0x80) {
+        *codePoint = lead;
+        return 1;
+    } else if (lead >= 0xC2 && lead <= 0xDF) {
+        length = 2, cp = lead & 0x1F, minimum = 0x80;
+    } else if (lead >= 0xE0 && lead <= 0xEF) {
+        length = 3, cp = lead & 0x0F, minimum = 0x800;
+    } else if (lead >= 0xF0 && lead <= 0xF4) {
+        length = 4, cp = lead & 0x07, minimum = 0x10000;
+    } else {
+        return 0;
+    }
+    if (available < length)
+        return 0;
+    for (std::size_t i = 1; i < length; ++i) {
+        if ((s[i] & 0xC0) != 0x80)
+            return 0;
+        cp = (cp << 6) | (s[i] & 0x3F);
+    }
+    if (cp < minimum || cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF))
+        return 0;
+    *codePoint = cp;
+    return length;
+}
+
+std::wstring ZtUSysString::Utf8ToWide(std::string_view text) {
+    std::wstring out;
+    out.reserve(text.size());
+    const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
+    for (std::size_t i = 0; i < text.size();) {
+        char32_t cp;
+        std::size_t length = DecodeUtf8(bytes + i, text.size() - i, &cp);
+        if (length == 0) {
+            cp = bytes[i];
+            length = 1;
+        }
+        if (cp >= 0x10000) {
+            out += static_cast<wchar_t>(0xD800 + ((cp - 0x10000) >> 10));
+            out += static_cast<wchar_t>(0xDC00 + ((cp - 0x10000) & 0x3FF));
+        } else {
+            out += static_cast<wchar_t>(cp);
+        }
+        i += length;
+    }
+    return out;
+}

