@@ -1,3 +1,78 @@
 #include "app/Application.h"
 
-int RunPdsReview(int, char**) { return 0; }
+#include "app/CommandLine.h"
+#include "app/Report.h"
+#include "app/Session.h"
+#include "app/Steps.h"
+#include "ztplugin/ZtOpDB.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr int kHostFailure = 2;
+
+int Fail(const std::string& message) {
+    std::fprintf(stderr, "pdsreview: %s\n", message.c_str());
+    return kHostFailure;
+}
+
+// The plug-in library built beside this program.
+std::string DefaultPluginPath() {
+    std::error_code error;
+    const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
+    return (error ? std::filesystem::path(".") : self.parent_path()) / "ztodpds.so";
+}
+
+} // namespace
+
+int RunPdsReview(int argc, char** argv) {
+    const std::vector<std::string> args(argv + 1, argv + argc);
+    CommandLine commandLine;
+    std::string error;
+    if (!ParseCommandLine(args, &commandLine, &error)) {
+        std::fprintf(stderr, "pdsreview: %s\n%s", error.c_str(), UsageText());
+        return kHostFailure;
+    }
+    if (commandLine.help) {
+        std::fputs(UsageText(), stdout);
+        return 0;
+    }
+    std::vector<StepHandler> handlers;
+    for (const Step& step : commandLine.steps) {
+        StepHandler handler = FindStepHandler(step.name);
+        if (!handler)
+            return Fail("step " + step.name + " is not available in this build yet");
+        handlers.push_back(handler);
+    }
+
+    Session session(commandLine);
+    ZtOpDB::SetControlMode(static_cast<ZtOpDB::EMode>(commandLine.controlMode));
+    const std::string pluginPath =
+        commandLine.pluginPath.empty() ? DefaultPluginPath() : commandLine.pluginPath;
+    if (!session.library.Load(pluginPath, "ztodpds", &error))
+        return Fail(error);
+    if (commandLine.nextIds) {
+        session.state.SetNextTagId(commandLine.nextIds->first);
+        session.state.SetNextCommentId(commandLine.nextIds->second);
+    }
+
+    int status = 0;
+    for (std::size_t i = 0; i < commandLine.steps.size() && status == 0; ++i) {
+        const Step& step = commandLine.steps[i];
+        session.progress.Start(step.name);
+        const StepOutcome outcome = handlers[i](session, step);
+        session.progress.Finish();
+        if (!outcome.hostError.empty())
+            return Fail(outcome.hostError);
+        session.steps.push_back({step.name, step.argument, outcome.status});
+        status = outcome.status;
+    }
+
+    const std::string report = commandLine.json ? JsonReport(session) : SummaryReport(session);
+    std::fwrite(report.data(), 1, report.size(), stdout);
+    return status;
+}

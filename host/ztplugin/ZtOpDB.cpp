@@ -19,9 +19,13 @@ Database& TheDatabase() {
 
 } // namespace
 
-ZtOpDB::EMode ZtOpDB::GetControlMode() { return TheDatabase().mode; }
+ZtOpDB::EMode ZtOpDB::GetControlMode() {
+    return TheDatabase().mode;
+}
 
-void ZtOpDB::SetControlMode(EMode mode) { TheDatabase().mode = mode; }
+void ZtOpDB::SetControlMode(EMode mode) {
+    TheDatabase().mode = mode;
+}
 
 void ZtOpDB::AddPlugin(ZtOpPlugin* plugin) {
     if (plugin)
@@ -37,7 +41,9 @@ ZtOpPlugin* ZtOpDB::GetPluginByName(const char* name) {
     return nullptr;
 }
 
-const std::vector<ZtOpPlugin*>& ZtOpDB::GetPlugins() { return TheDatabase().plugins; }
+const std::vector<ZtOpPlugin*>& ZtOpDB::GetPlugins() {
+    return TheDatabase().plugins;
+}
 
 int ZtOpDB::RemovePlugin(ZtOpPlugin* plugin) {
     auto& plugins = TheDatabase().plugins;

@@ -11,6 +11,7 @@ class ZtOpExportPlugin : public ZtOpPlugin {
 public:
     ZtOpExportPlugin(unsigned int typeNumber, const char* registeredName, int flags)
         : ZtOpPlugin(typeNumber, registeredName, flags) {}
+    ~ZtOpExportPlugin() override;
 
     bool ShouldLogUsage() const override { return true; }
 

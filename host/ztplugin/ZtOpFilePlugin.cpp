@@ -4,6 +4,12 @@
 
 #include <string>
 
+// The destructors are out of line so that the classes' type information lives in the
+// host library alone.
+ZtOpFilePlugin::~ZtOpFilePlugin() = default;
+ZtOpScenePropsPlugin::~ZtOpScenePropsPlugin() = default;
+ZtOpSceneSetPlugin::~ZtOpSceneSetPlugin() = default;
+
 void ZtOpFilePlugin::IGetFormatFilter(ZtUWideStringBuffer* filter) {
     ZtUWideStringBuffer extension;
     IGetFormatExtension(&extension);

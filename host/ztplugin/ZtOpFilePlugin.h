@@ -20,6 +20,7 @@ public:
 
     ZtOpFilePlugin(unsigned int typeNumber, const char* registeredName, int flags)
         : ZtOpPlugin(typeNumber, registeredName, flags) {}
+    ~ZtOpFilePlugin() override;
 
     int IsFilePlugin() const override { return 1; }
     void SetDefaultConfig(const ZtOpConfigParser*) override {}
@@ -45,6 +46,7 @@ class ZtOpScenePropsPlugin : public ZtOpFilePlugin {
 public:
     ZtOpScenePropsPlugin(unsigned int typeNumber, const char* registeredName, int flags)
         : ZtOpFilePlugin(typeNumber, registeredName, flags) {}
+    ~ZtOpScenePropsPlugin() override;
 
     int IsScenePropsPlugin() const override { return 1; }
 
@@ -66,6 +68,7 @@ class ZtOpSceneSetPlugin : public ZtOpScenePropsPlugin {
 public:
     ZtOpSceneSetPlugin(unsigned int typeNumber, const char* registeredName, int flags)
         : ZtOpScenePropsPlugin(typeNumber, registeredName, flags) {}
+    ~ZtOpSceneSetPlugin() override;
 
     virtual int IsKvfPlugin() const { return 0; }
     virtual int HasCustomPostRead() const { return 0; }

@@ -21,13 +21,19 @@ void ZtOpPlugin::IGetResourceName(ZtUStringBuffer* name) {
         name->Clear();
 }
 
-const wchar_t* ZtOpPlugin::IGetParameter(int, ZtUData*) { return nullptr; }
+const wchar_t* ZtOpPlugin::IGetParameter(int, ZtUData*) {
+    return nullptr;
+}
 
 void ZtOpPlugin::IGetParameterId(int number, ZtUStringBuffer* id) {
     if (id)
         id->SetString(std::to_string(number).c_str());
 }
 
-void ZtOpPlugin::InvokeHelp(const wchar_t*, int id) { lastHelpTopic = id; }
+void ZtOpPlugin::InvokeHelp(const wchar_t*, int id) {
+    lastHelpTopic = id;
+}
 
-int ZtOpPlugin::GetLastHelpTopic() { return lastHelpTopic; }
+int ZtOpPlugin::GetLastHelpTopic() {
+    return lastHelpTopic;
+}

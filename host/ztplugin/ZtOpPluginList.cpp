@@ -10,4 +10,6 @@ void* ZtOpPluginList::operator new(std::size_t size) {
     throw std::bad_alloc();
 }
 
-void ZtOpPluginList::operator delete(void* block) { ZtUMemory::Dealloc(block); }
+void ZtOpPluginList::operator delete(void* block) {
+    ZtUMemory::Dealloc(block);
+}

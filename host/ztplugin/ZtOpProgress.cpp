@@ -4,7 +4,9 @@
 #include <cmath>
 
 namespace {
-double Clamp(double fraction) { return std::clamp(fraction, 0.0, 1.0); }
+double Clamp(double fraction) {
+    return std::clamp(fraction, 0.0, 1.0);
+}
 } // namespace
 
 double ZtOpProgress::Map(double fraction) const {

@@ -2,7 +2,9 @@
 
 #include <cstdint>
 
-ZtUData::ZtUData(const ZtUData& other) { *this = other; }
+ZtUData::ZtUData(const ZtUData& other) {
+    *this = other;
+}
 
 ZtUData& ZtUData::operator=(const ZtUData& other) {
     if (this == &other)
@@ -37,7 +39,9 @@ ZtUData& ZtUData::operator=(const ZtUData& other) {
     return *this;
 }
 
-ZtUData::~ZtUData() { Clear(); }
+ZtUData::~ZtUData() {
+    Clear();
+}
 
 void ZtUData::Clear() {
     if (type_ == kName && name_)

@@ -27,7 +27,8 @@ int ZtUOptionSet::SetValue(int id, const ZtUData& value, ZtUWideStringBuffer* er
     }
     if (value.GetType() != at->second.defaultValue.GetType()) {
         if (error)
-            error->SetString((L"option " + std::to_wstring(id) + L" takes another kind of value").c_str());
+            error->SetString(
+                (L"option " + std::to_wstring(id) + L" takes another kind of value").c_str());
         return 0;
     }
     at->second.value = value;

@@ -31,7 +31,8 @@ public:
             object_->AddRef();
     }
     ZtUAutoRefPtr(const ZtUAutoRefPtr& other) : ZtUAutoRefPtr(other.object_) {}
-    ZtUAutoRefPtr(ZtUAutoRefPtr&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
+    ZtUAutoRefPtr(ZtUAutoRefPtr&& other) noexcept
+        : object_(std::exchange(other.object_, nullptr)) {}
     ZtUAutoRefPtr& operator=(ZtUAutoRefPtr other) noexcept {
         std::swap(object_, other.object_);
         return *this;

@@ -34,7 +34,9 @@ private:
 template <class T> class ZtUOwnPtrVector {
 public:
     void PushBack(T* item) { items_.emplace_back(item); }
-    T* Get(std::size_t index) const { return index < items_.size() ? items_[index].get() : nullptr; }
+    T* Get(std::size_t index) const {
+        return index < items_.size() ? items_[index].get() : nullptr;
+    }
     T* operator[](std::size_t index) const { return Get(index); }
     T* Back() const { return items_.empty() ? nullptr : items_.back().get(); }
     // Deletes the item at `index`.

@@ -6,7 +6,9 @@
 // lengths and indices count these units.
 
 // True for the characters the host trims: U+0009 to U+000D and U+0020.
-inline bool ZtUIsWhiteSpace(wchar_t c) { return c == L' ' || (c >= L'\t' && c <= L'\r'); }
+inline bool ZtUIsWhiteSpace(wchar_t c) {
+    return c == L' ' || (c >= L'\t' && c <= L'\r');
+}
 
 // Stored text.
 class ZtUWideString {

@@ -1,0 +1,137 @@
+#include "app/CommandLine.h"
+
+#include <charconv>
+#include <climits>
+#include <cstring>
+
+namespace {
+
+struct StepKind {
+    const char* name;
+    bool takesFile;
+};
+
+constexpr StepKind kSteps[] = {
+    {"plugins", false},    {"open", true},    {"import-tags", true}, {"import-dst", true},
+    {"export-tags", true}, {"select", false}, {"model", true},
+};
+
+const StepKind* FindStep(const std::string& name) {
+    for (const StepKind& step : kSteps)
+        if (name == step.name)
+            return &step;
+    return nullptr;
+}
+
+template <class T> bool ParseWhole(const std::string& text, T* value) {
+    const char* first = text.data();
+    const char* last = first + text.size();
+    auto [end, error] = std::from_chars(first, last, *value);
+    return !text.empty() && error == std::errc() && end == last;
+}
+
+} // namespace
+
+const char* UsageText() {
+    return "usage: pdsreview [OPTIONS] STEP [STEP ...]\n"
+           "\n"
+           "Steps, run in order on one document:\n"
+           "  plugins              list the plug-ins of the plug-in library\n"
+           "  open FILE.dri        open a design review with its models and side files\n"
+           "  import-tags FILE.tag import review tags\n"
+           "  import-dst FILE.dst  import display sets\n"
+           "  export-tags FILE.tag export the document's review tags\n"
+           "  select               evaluate every selection set over the loaded models\n"
+           "  model FILE.dgn       load one model into the document's scene\n"
+           "\n"
+           "Options:\n"
+           "  --json                    print JSON instead of the readable summary\n"
+           "  --quiet                   no progress bar\n"
+           "  --plugin PATH             the plug-in library (default: beside pdsreview)\n"
+           "  --uors-per-master F       add a model with no elements and that factor\n"
+           "  --input-files model|cache|either\n"
+           "                            which file of a control file's model to load\n"
+           "  --no-tags                 open: do not import the tag files beside it\n"
+           "  --no-display-sets         open: do not import the display-set files beside it\n"
+           "  --next-ids T,C            the document's next tag and comment ids\n"
+           "  --redline-color R,G,B     the redline tool's line colour\n"
+           "  --redline-thickness N     the redline tool's line thickness\n"
+           "  --control-mode N          the host's control mode for the plug-in library\n"
+           "  --elements                list every element of each model in the JSON\n"
+           "  --help                    this text\n"
+           "\n"
+           "Exit status: the status of the first step that fails (0 when all succeed),\n"
+           "or 2 when pdsreview itself cannot do what was asked.\n";
+}
+
+bool ParseCommandLine(const std::vector<std::string>& args, CommandLine* out, std::string* error) {
+    CommandLine line;
+    auto needValue = [&](std::size_t i) {
+        if (i + 1 < args.size())
+            return true;
+        *error = "option " + args[i] + " needs a value";
+        return false;
+    };
+    for (std::size_t i = 0; i < args.size(); ++i) {
+        const std::string& arg = args[i];
+        if (arg == "--json") {
+            line.json = true;
+        } else if (arg == "--quiet") {
+            line.quiet = true;
+        } else if (arg == "--elements") {
+            line.elements = true;
+        } else if (arg == "--help" || arg == "-h") {
+            line.help = true;
+        } else if (arg == "--plugin") {
+            if (!needValue(i))
+                return false;
+            line.pluginPath = args[++i];
+        } else if (arg == "--control-mode") {
+            if (!needValue(i))
+                return false;
+            if (!ParseWhole(args[++i], &line.controlMode)) {
+                *error = "--control-mode takes an integer, not '" + args[i] + "'";
+                return false;
+            }
+        } else if (arg == "--next-ids") {
+            if (!needValue(i))
+                return false;
+            const std::string& value = args[++i];
+            const std::size_t comma = value.find(',');
+            unsigned long long tag = 0, comment = 0;
+            if (comma == std::string::npos || !ParseWhole(value.substr(0, comma), &tag) ||
+                !ParseWhole(value.substr(comma + 1), &comment)) {
+                *error = "--next-ids takes two unsigned integers T,C, not '" + value + "'";
+                return false;
+            }
+            line.nextIds.emplace(tag, comment);
+        } else if (arg == "--uors-per-master" || arg == "--input-files" ||
+                   arg == "--redline-color" || arg == "--redline-thickness" || arg == "--no-tags" ||
+                   arg == "--no-display-sets") {
+            *error = "option " + arg + " is not available in this build yet";
+            return false;
+        } else if (arg.rfind("--", 0) == 0) {
+            *error = "unknown option " + arg;
+            return false;
+        } else if (const StepKind* kind = FindStep(arg)) {
+            Step step{arg, {}};
+            if (kind->takesFile) {
+                if (i + 1 >= args.size()) {
+                    *error = "step " + arg + " needs a file";
+                    return false;
+                }
+                step.argument = args[++i];
+            }
+            line.steps.push_back(std::move(step));
+        } else {
+            *error = "unknown step '" + arg + "'";
+            return false;
+        }
+    }
+    if (line.steps.empty() && !line.help) {
+        *error = "no step given";
+        return false;
+    }
+    *out = std::move(line);
+    return true;
+}

@@ -1,0 +1,29 @@
+#pragma once
+#include <optional>
+#include <string>
+#include <vector>
+
+// One step of a run, in command-line order.
+struct Step {
+    std::string name;     // "plugins", "open", ...
+    std::string argument; // the step's file; empty for steps without one
+};
+
+// What pdsreview was asked to do.
+struct CommandLine {
+    bool json = false;
+    bool quiet = false;
+    bool elements = false;
+    bool help = false;
+    std::string pluginPath; // empty: the library beside pdsreview
+    int controlMode = 0;
+    std::optional<std::pair<unsigned long long, unsigned long long>> nextIds; // tag, comment
+    std::vector<Step> steps;
+};
+
+// Parses argv[1..]. Returns false with a message for the user in `error` on a usage
+// error: an unknown option or step, a missing or malformed argument, or no step at all.
+bool ParseCommandLine(const std::vector<std::string>& args, CommandLine* out, std::string* error);
+
+// The usage text of `pdsreview --help`.
+const char* UsageText();

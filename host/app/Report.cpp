@@ -1,0 +1,173 @@
+#include "app/Report.h"
+
+#include "app/JsonWriter.h"
+#include "app/PluginReport.h"
+#include "app/Session.h"
+#include "ztnav/ZtNvViewPoint.h"
+#include "ztutil/ZtUSysString.h"
+
+#include <cstdio>
+
+namespace {
+
+void WriteVec(JsonWriter& json, const ZtLVec3f& v) {
+    json.Doubles({v.x, v.y, v.z});
+}
+
+void WriteOptionalWide(JsonWriter& json, const char* key, const std::optional<std::wstring>& text) {
+    if (!text)
+        return;
+    json.Key(key);
+    json.WideString(*text);
+}
+
+void WritePluginsJson(JsonWriter& json, Session& session) {
+    json.BeginArray();
+    for (ZtOpPlugin* plugin : session.library.GetPlugins()) {
+        const PluginDescription d = DescribePlugin(*plugin);
+        json.BeginObject();
+        json.Key("registeredName");
+        json.String(d.registeredName);
+        json.Key("typeNumber");
+        json.UInt(d.typeNumber);
+        json.Key("resourceName");
+        json.String(d.resourceName);
+        WriteOptionalWide(json, "menuName", d.menuName);
+        WriteOptionalWide(json, "fileTypeName", d.fileTypeName);
+        WriteOptionalWide(json, "fileExtension", d.fileExtension);
+        if (d.helpId) {
+            json.Key("helpId");
+            json.Int(*d.helpId);
+        }
+        WriteOptionalWide(json, "formatName", d.formatName);
+        WriteOptionalWide(json, "formatExtension", d.formatExtension);
+        json.EndObject();
+    }
+    json.EndArray();
+}
+
+void WriteDocumentJson(JsonWriter& json, const ZtOpState& state) {
+    json.BeginObject();
+    json.Key("currentView");
+    json.BeginObject();
+    json.Key("viewpoint");
+    WriteViewPointJson(json, state.GetCurrentViewPoint());
+    json.EndObject();
+    json.Key("savedViews");
+    json.BeginArray();
+    json.EndArray();
+    json.Key("selectionSets");
+    json.BeginArray();
+    json.EndArray();
+    json.Key("nextIds");
+    json.BeginObject(true);
+    json.Key("tag");
+    json.UInt(state.GetNextTagId());
+    json.Key("comment");
+    json.UInt(state.GetNextCommentId());
+    json.EndObject();
+    json.EndObject();
+}
+
+std::string Narrow(const std::wstring& text) {
+    return ZtUSysString::WideToUtf8(text);
+}
+
+} // namespace
+
+void WriteViewPointJson(JsonWriter& json, const ZtNvViewPoint& viewPoint) {
+    const ZtNvCamera& camera = viewPoint.GetCamera();
+    json.BeginObject();
+    json.Key("position");
+    WriteVec(json, camera.GetPosition());
+    json.Key("viewDir");
+    WriteVec(json, camera.ViewDir());
+    json.Key("up");
+    WriteVec(json, camera.GetUp());
+    json.Key("heightField");
+    json.Double(camera.GetHeightField());
+    json.Key("focalDistance");
+    if (viewPoint.GetFocalDistance())
+        json.Double(*viewPoint.GetFocalDistance());
+    else
+        json.Null();
+    json.Key("worldUp");
+    if (viewPoint.GetWorldUp())
+        WriteVec(json, *viewPoint.GetWorldUp());
+    else
+        json.Null();
+    json.Key("parts");
+    json.UInt(viewPoint.GetParts());
+    json.EndObject();
+}
+
+std::string JsonReport(Session& session) {
+    std::string out;
+    JsonWriter json(out);
+    json.BeginObject();
+    json.Key("steps");
+    json.BeginArray();
+    for (const StepResult& step : session.steps) {
+        json.BeginObject(true);
+        json.Key("step");
+        json.String(step.step);
+        if (!step.file.empty()) {
+            json.Key("file");
+            json.String(step.file);
+        }
+        json.Key("status");
+        json.Int(step.status);
+        json.EndObject();
+    }
+    json.EndArray();
+    if (session.listedPlugins) {
+        json.Key("plugins");
+        WritePluginsJson(json, session);
+    }
+    json.Key("sceneSet");
+    json.Null();
+    json.Key("models");
+    json.BeginArray();
+    json.EndArray();
+    json.Key("document");
+    WriteDocumentJson(json, session.state);
+    json.EndObject();
+    return out;
+}
+
+std::string SummaryReport(Session& session) {
+    std::string out;
+    char line[256];
+    if (session.listedPlugins) {
+        const auto& plugins = session.library.GetPlugins();
+        std::snprintf(line, sizeof line, "Plug-ins: %zu\n", plugins.size());
+        out += line;
+        int place = 0;
+        for (ZtOpPlugin* plugin : plugins) {
+            const PluginDescription d = DescribePlugin(*plugin);
+            std::snprintf(line, sizeof line, "  %d. %s (type %u, resources \"%s\")\n", ++place,
+                          d.registeredName.c_str(), d.typeNumber, d.resourceName.c_str());
+            out += line;
+            if (d.menuName)
+                out += "     menu \"" + Narrow(*d.menuName) + "\", file type \"" +
+                       Narrow(*d.fileTypeName) + "\" (" + Narrow(*d.fileExtension) +
+                       "), help topic " + std::to_string(*d.helpId) + "\n";
+            if (d.formatName)
+                out += "     format \"" + Narrow(*d.formatName) + "\" (" +
+                       Narrow(*d.formatExtension) + ")\n";
+        }
+    }
+    const ZtOpState& state = session.state;
+    std::snprintf(line, sizeof line, "Document: next tag id %llu, next comment id %llu\n",
+                  static_cast<unsigned long long>(state.GetNextTagId()),
+                  static_cast<unsigned long long>(state.GetNextCommentId()));
+    out += line;
+    out += "Steps:\n";
+    for (const StepResult& step : session.steps) {
+        out += "  " + step.step;
+        if (!step.file.empty())
+            out += " " + step.file;
+        out += step.status == 0 ? ": done\n" : ": status " + std::to_string(step.status) + "\n";
+    }
+    return out;
+}

@@ -1,0 +1,33 @@
+#pragma once
+#include "app/CommandLine.h"
+#include "app/ProgressBar.h"
+#include "ztplugin/ZtOpPluginLibrary.h"
+#include "ztplugin/ZtOpState.h"
+
+#include <string>
+#include <vector>
+
+class ZtOpPlugin;
+
+// The outcome of one step, as the report shows it.
+struct StepResult {
+    std::string step;
+    std::string file; // as given on the command line; empty for steps without a file
+    int status = 0;
+};
+
+// One run of pdsreview: the document, the loaded plug-in library and what the steps did.
+// The document is destroyed before the library, whose code its objects may still call.
+struct Session {
+    explicit Session(const CommandLine& commandLine);
+
+    const CommandLine& options;
+    ZtOpPluginLibrary library;
+    ZtOpState state;
+    ProgressBar progress;
+    std::vector<StepResult> steps;
+    bool listedPlugins = false;
+
+    // The plug-in of the loaded library with this registered name, or null.
+    ZtOpPlugin* FindPlugin(const char* registeredName) const;
+};

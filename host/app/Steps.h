@@ -1,0 +1,17 @@
+#pragma once
+#include <string>
+
+struct Session;
+struct Step;
+
+// What a step came to: the plug-in's status code, or a failure of the host itself
+// (`hostError` set), which ends the run with exit status 2.
+struct StepOutcome {
+    int status = 0;
+    std::string hostError;
+};
+
+using StepHandler = StepOutcome (*)(Session& session, const Step& step);
+
+// The handler of a step, or null for a step this build can't run yet.
+StepHandler FindStepHandler(const std::string& name);
