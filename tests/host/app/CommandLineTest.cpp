@@ -1,0 +1,65 @@
+#include "app/CommandLine.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(CommandLine, ParsesStepsAndOptionsAnywhere) {
+    CommandLine line;
+    std::string error;
+    ASSERT_TRUE(
+        ParseCommandLine({"--json", "plugins", "--quiet", "model", "a.dgn", "select", "--next-ids",
+                          "5,9", "--control-mode", "-3", "--plugin", "/x/ztodpds.so", "--elements"},
+                         &line, &error))
+        << error;
+    EXPECT_TRUE(line.json);
+    EXPECT_TRUE(line.quiet);
+    EXPECT_TRUE(line.elements);
+    EXPECT_EQ(line.controlMode, -3);
+    EXPECT_EQ(line.pluginPath, "/x/ztodpds.so");
+    ASSERT_TRUE(line.nextIds);
+    EXPECT_EQ(line.nextIds->first, 5u);
+    EXPECT_EQ(line.nextIds->second, 9u);
+    ASSERT_EQ(line.steps.size(), 3u);
+    EXPECT_EQ(line.steps[0].name, "plugins");
+    EXPECT_EQ(line.steps[1].name, "model");
+    EXPECT_EQ(line.steps[1].argument, "a.dgn");
+    EXPECT_EQ(line.steps[2].name, "select");
+}
+
+TEST(CommandLine, RefusesWhatItCannotUse) {
+    struct Case {
+        std::vector<std::string> args;
+        const char* message;
+    };
+    const Case cases[] = {
+        {{}, "no step given"},
+        {{"--json"}, "no step given"},
+        {{"frobnicate"}, "unknown step 'frobnicate'"},
+        {{"--frob", "plugins"}, "unknown option --frob"},
+        {{"open"}, "step open needs a file"},
+        {{"plugins", "--plugin"}, "option --plugin needs a value"},
+        {{"plugins", "--control-mode", "x1"}, "--control-mode takes an integer, not 'x1'"},
+        {{"plugins", "--control-mode", "99999999999"},
+         "--control-mode takes an integer, not '99999999999'"},
+        {{"plugins", "--next-ids", "5"}, "--next-ids takes two unsigned integers T,C, not '5'"},
+        {{"plugins", "--next-ids", "5,-1"},
+         "--next-ids takes two unsigned integers T,C, not '5,-1'"},
+        {{"plugins", "--next-ids", ",1"}, "--next-ids takes two unsigned integers T,C, not ',1'"},
+    };
+    for (const Case& c : cases) {
+        CommandLine line;
+        std::string error;
+        EXPECT_FALSE(ParseCommandLine(c.args, &line, &error));
+        EXPECT_EQ(error, c.message);
+    }
+}
+
+TEST(CommandLine, HelpNeedsNoStep) {
+    CommandLine line;
+    std::string error;
+    ASSERT_TRUE(ParseCommandLine({"--help"}, &line, &error));
+    EXPECT_TRUE(line.help);
+}
+
+} // namespace

@@ -1,0 +1,72 @@
+// Runs the built pdsreview as a user does, with the built plug-in library.
+#include "support/RunProgram.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const std::string kProgram = ZT_BIN_DIR "/pdsreview";
+
+TEST(PdsReview, PluginsPrintsTheEmptyDocumentShape) {
+    const ProgramRun run = RunProgram(kProgram, {"--json", "plugins"});
+    ASSERT_EQ(run.exitStatus, 0) << run.err;
+    EXPECT_EQ(run.err, "");
+    for (const char* member :
+         {"\"steps\": [\n    {\"step\": \"plugins\", \"status\": 0}\n  ]", "\"plugins\": [",
+          "\"sceneSet\": null", "\"models\": []", "\"savedViews\": []", "\"selectionSets\": []",
+          "\"nextIds\": {\"tag\": 1, \"comment\": 1}", "\"worldUp\": [0, 0, 1]",
+          "\"focalDistance\": null"})
+        EXPECT_NE(run.out.find(member), std::string::npos) << member << "\n" << run.out;
+    EXPECT_EQ(run.out.find("\"selections\""), std::string::npos);
+}
+
+TEST(PdsReview, OutputIsDeterministic) {
+    const ProgramRun first = RunProgram(kProgram, {"--json", "plugins"});
+    const ProgramRun second = RunProgram(kProgram, {"--json", "plugins"});
+    EXPECT_EQ(first.out, second.out);
+    const ProgramRun text = RunProgram(kProgram, {"plugins"});
+    EXPECT_EQ(text.exitStatus, 0);
+    EXPECT_NE(text.out.find("Plug-ins:"), std::string::npos) << text.out;
+}
+
+TEST(PdsReview, NextIdsReachTheDocument) {
+    const ProgramRun run = RunProgram(kProgram, {"--json", "--next-ids", "7,12", "plugins"});
+    ASSERT_EQ(run.exitStatus, 0) << run.err;
+    EXPECT_NE(run.out.find("\"nextIds\": {\"tag\": 7, \"comment\": 12}"), std::string::npos);
+}
+
+TEST(PdsReview, AnotherControlModeGetsNoPlugins) {
+    const ProgramRun run = RunProgram(kProgram, {"--json", "--control-mode", "1", "plugins"});
+    ASSERT_EQ(run.exitStatus, 0) << run.err;
+    EXPECT_NE(run.out.find("\"plugins\": []"), std::string::npos) << run.out;
+}
+
+TEST(PdsReview, HostFailuresExitWithTwoAndSayWhy) {
+    struct Case {
+        std::vector<std::string> args;
+        const char* message;
+    };
+    const Case cases[] = {
+        {{}, "pdsreview: no step given"},
+        {{"plugins", "--bogus"}, "pdsreview: unknown option --bogus"},
+        {{"import-tags"}, "pdsreview: step import-tags needs a file"},
+        {{"--plugin", "/nonexistent/ztodpds.so", "plugins"},
+         "pdsreview: cannot load plug-in library /nonexistent/ztodpds.so"},
+        {{"--plugin", ZT_BIN_DIR "/libztutil.so", "plugins"},
+         "has no entry function ZtOpPluginEntryztodpds"},
+    };
+    for (const Case& c : cases) {
+        const ProgramRun run = RunProgram(kProgram, c.args);
+        EXPECT_EQ(run.exitStatus, 2) << c.message;
+        EXPECT_NE(run.err.find(c.message), std::string::npos) << run.err;
+        EXPECT_EQ(run.out, "") << c.message;
+    }
+}
+
+TEST(PdsReview, HelpGoesToStandardOutput) {
+    const ProgramRun run = RunProgram(kProgram, {"--help"});
+    EXPECT_EQ(run.exitStatus, 0);
+    EXPECT_NE(run.out.find("usage: pdsreview [OPTIONS] STEP [STEP ...]"), std::string::npos);
+}
+
+} // namespace
