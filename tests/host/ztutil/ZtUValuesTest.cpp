@@ -1,0 +1,146 @@
+// Data values, names, option sets, components.
+#include "ztutil/ZtUComponent.h"
+#include "ztutil/ZtUData.h"
+#include "ztutil/ZtUName.h"
+#include "ztutil/ZtUOptionSet.h"
+#include "ztutil/ZtUResource.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace {
+
+TEST(ZtUData, ConvertsBetweenNumericKindsAndSaturates) {
+    ZtUData d;
+    EXPECT_TRUE(d.IsEmpty());
+    d.SetDouble(2.9);
+    EXPECT_EQ(d.GetInt64(), 2);
+    d.SetDouble(1e300);
+    EXPECT_EQ(d.GetInt64(), INT64_MAX);
+    d.SetDouble(-1e300);
+    EXPECT_EQ(d.GetInt64(), INT64_MIN);
+    d.SetDouble(std::nan(""));
+    EXPECT_EQ(d.GetInt64(), 0);
+    d.SetBool(true);
+    EXPECT_EQ(d.GetInt32(), 1);
+    d.SetUInt64(18446744073709551615ull);
+    EXPECT_EQ(d.GetUInt64(), 18446744073709551615ull);
+    d.SetWideString(L"x");
+    EXPECT_EQ(d.GetInt64(), 0);
+    EXPECT_STREQ(d.GetWideString(), L"x");
+    d.SetInt32(4);
+    EXPECT_STREQ(d.GetWideString(), L"");
+}
+
+TEST(ZtUData, HoldsACountOnItsName) {
+    auto* name = new ZtUName("enum#2", nullptr);
+    {
+        ZtUData a;
+        a.SetName(name);
+        EXPECT_EQ(name->GetRefCount(), 1);
+        ZtUData b = a;
+        EXPECT_EQ(name->GetRefCount(), 2);
+        EXPECT_TRUE(a == b);
+        b = b; // self-assignment keeps the count
+        EXPECT_EQ(name->GetRefCount(), 2);
+        b.SetInt32(1);
+        EXPECT_EQ(name->GetRefCount(), 1);
+        EXPECT_EQ(a.GetName(), name);
+        EXPECT_EQ(a.GetName()->GetDisplay().Str(), L"enum#2");
+    }
+    // The last holder deleted it: the sanitizer run would report a leak otherwise.
+}
+
+TEST(ZtUNameDict, InternsOneNameAPair) {
+    ZtUNameDict dict;
+    ZtUName* a = dict.Find(L"Element", "ZtDgnElement");
+    EXPECT_EQ(dict.Find(L"Element", "ZtDgnElement"), a);
+    EXPECT_NE(dict.Find(L"Other", "ZtDgnElement"), a);
+    EXPECT_EQ(dict.Size(), 2u);
+    EXPECT_EQ(a->GetInternal().Str(), "ZtDgnElement");
+}
+
+TEST(ZtUName, StandardNamesTakeTheirTextsFromResources) {
+    ZtUNameDict dict;
+    struct Case {
+        int number;
+        const char* internal;
+        const wchar_t* display;
+    };
+    const Case cases[] = {{17, "ZtStdLevel", L"Level"},
+                          {18, "ZtStdColour", L"Colour"},
+                          {19, "ZtStdSourceFile", L"Source File"}};
+    for (const Case& c : cases) {
+        ZtUName* name = ZtUName::StandardName(c.number, &dict);
+        ASSERT_NE(name, nullptr);
+        EXPECT_EQ(name->GetInternal().Str(), c.internal);
+        EXPECT_EQ(name->GetDisplay().Str(), c.display);
+        EXPECT_EQ(ZtUName::StandardName(c.number, &dict), name);
+    }
+    EXPECT_EQ(ZtUName::StandardName(16, &dict), nullptr);
+    EXPECT_EQ(ZtUName::StandardName(17, nullptr), nullptr);
+}
+
+TEST(ZtUName, EnumNamesRoundTrip) {
+    ZtUStringBuffer text;
+    ZtUName::MakeEnumName("ztodpds_dri_input_files_enum", 2, &text);
+    int value = -1;
+    ZtUStringBuffer enumName;
+    ASSERT_EQ(ZtUName::DecodeEnumName(ZtUString(text.Str()), &value, &enumName), 1);
+    EXPECT_EQ(value, 2);
+    EXPECT_EQ(enumName.Str(), "ztodpds_dri_input_files_enum");
+    for (const char* bad : {"", "plain", "e#", "e#x", "e#1x", "e#99999999999"}) {
+        value = -1;
+        EXPECT_EQ(ZtUName::DecodeEnumName(ZtUString(bad), &value, &enumName), 0) << bad;
+        EXPECT_EQ(value, -1);
+    }
+}
+
+TEST(ZtUResource, AnswersItsTableElseTheDefault) {
+    EXPECT_STREQ(ZtUResource::FindString("ztlddgn_pds_compdata", nullptr), L"PDS");
+    EXPECT_STREQ(ZtUResource::FindString("IDS_WIN32_REDLINE_TAG_VIEW_FMT", L"x"), L"Tag View %llu");
+    EXPECT_STREQ(ZtUResource::FindString("ztodpds_tag_menu", L"PDS Tags..."), L"PDS Tags...");
+    EXPECT_EQ(ZtUResource::FindString("unknown", nullptr), nullptr);
+    EXPECT_EQ(ZtUResource::FindString(nullptr, nullptr), nullptr);
+}
+
+TEST(ZtUOptionSet, KeepsKindsAndDefaults) {
+    ZtUOptionSet options;
+    ZtUData yes;
+    yes.SetBool(true);
+    options.Define(10, L"Level symbology", yes);
+    ZtUData value;
+    ASSERT_EQ(options.GetValue(10, &value), 1);
+    EXPECT_TRUE(value.GetBool());
+    ZtUData no;
+    no.SetBool(false);
+    ZtUWideStringBuffer error;
+    EXPECT_EQ(options.SetValue(10, no, &error), 1);
+    options.GetValue(10, &value);
+    EXPECT_FALSE(value.GetBool());
+    ZtUData number;
+    number.SetInt32(0);
+    EXPECT_EQ(options.SetValue(10, number, &error), 0);
+    EXPECT_FALSE(error.IsEmpty());
+    EXPECT_EQ(options.SetValue(11, no, nullptr), 0);
+    EXPECT_EQ(options.GetValue(11, &value), 0);
+    options.Reset();
+    options.GetValue(10, &value);
+    EXPECT_TRUE(value.GetBool());
+}
+
+TEST(ZtUComponent, NestsStartsAndEnds) {
+    ZtUComponent component;
+    EXPECT_EQ(component.Terminate(), 0);
+    EXPECT_EQ(component.Initialise("ZtOdPdsCriterion"), 1);
+    EXPECT_EQ(component.Initialise("ZtOdPdsCriterion"), 1);
+    EXPECT_TRUE(component.IsLive());
+    EXPECT_EQ(component.GetName().Str(), "ZtOdPdsCriterion");
+    EXPECT_EQ(component.Terminate(), 1);
+    EXPECT_EQ(component.Terminate(), 1);
+    EXPECT_FALSE(component.IsLive());
+    EXPECT_EQ(component.Terminate(), 0);
+}
+
+} // namespace
