@@ -41,20 +41,20 @@ int RunPdsReview(int argc, char** argv) {
         std::fputs(UsageText(), stdout);
         return 0;
     }
-    std::vector<StepHandler> handlers;
-    for (const Step& step : commandLine.steps) {
-        StepHandler handler = FindStepHandler(step.name);
-        if (!handler)
-            return Fail("step " + step.name + " is not available in this build yet");
-        handlers.push_back(handler);
-    }
-
     Session session(commandLine);
     ZtOpDB::SetControlMode(static_cast<ZtOpDB::EMode>(commandLine.controlMode));
     const std::string pluginPath =
         commandLine.pluginPath.empty() ? DefaultPluginPath() : commandLine.pluginPath;
     if (!session.library.Load(pluginPath, "ztodpds", &error))
         return Fail(error);
+    // Refuse a run that can't be done before any step changes anything.
+    std::vector<StepHandler> handlers;
+    for (const Step& step : commandLine.steps) {
+        StepHandler handler = FindStepHandler(session, step.name, &error);
+        if (!handler)
+            return Fail(error);
+        handlers.push_back(handler);
+    }
     if (commandLine.nextIds) {
         session.state.SetNextTagId(commandLine.nextIds->first);
         session.state.SetNextCommentId(commandLine.nextIds->second);

@@ -2,8 +2,8 @@
 
 #include "app/CommandLine.h"
 #include "app/Session.h"
-
-#include <cstring>
+#include "ztplugin/ZtOpExportPlugin.h"
+#include "ztutil/ZtUSysString.h"
 
 namespace {
 
@@ -12,20 +12,53 @@ StepOutcome ListPlugins(Session& session, const Step&) {
     return {};
 }
 
+// A menu entry of the plug-in library: the host hands the plug-in the document, the
+// progress bar and the chosen file.
+StepOutcome RunExport(Session& session, const Step& step, const char* registeredName) {
+    auto* plugin = dynamic_cast<ZtOpExportPlugin*>(session.FindPlugin(registeredName));
+    const ZtUWideString path(ZtUSysString::Utf8ToWide(step.argument));
+    return {plugin->IExport(0, &session.state, &session.progress, &path), {}};
+}
+
+StepOutcome ImportTags(Session& session, const Step& step) {
+    return RunExport(session, step, "ZtOdPdsTagImportPlugin");
+}
+
+StepOutcome ExportTags(Session& session, const Step& step) {
+    return RunExport(session, step, "ZtOdPdsTagExportPlugin");
+}
+
+StepOutcome ImportDisplaySets(Session& session, const Step& step) {
+    return RunExport(session, step, "ZtOdPdsDstImportPlugin");
+}
+
 struct StepEntry {
     const char* name;
     StepHandler handler;
+    // The export-family plug-in the step needs, if any.
+    const char* plugin;
 };
 
 constexpr StepEntry kHandlers[] = {
-    {"plugins", ListPlugins},
+    {"plugins", ListPlugins, nullptr},
+    {"import-tags", ImportTags, "ZtOdPdsTagImportPlugin"},
+    {"export-tags", ExportTags, "ZtOdPdsTagExportPlugin"},
+    {"import-dst", ImportDisplaySets, "ZtOdPdsDstImportPlugin"},
 };
 
 } // namespace
 
-StepHandler FindStepHandler(const std::string& name) {
-    for (const StepEntry& entry : kHandlers)
-        if (name == entry.name)
-            return entry.handler;
+StepHandler FindStepHandler(const Session& session, const std::string& name, std::string* why) {
+    for (const StepEntry& entry : kHandlers) {
+        if (name != entry.name)
+            continue;
+        if (entry.plugin && !dynamic_cast<ZtOpExportPlugin*>(session.FindPlugin(entry.plugin))) {
+            *why = "step " + name + " needs the plug-in " + entry.plugin +
+                   ", which the plug-in library does not offer";
+            return nullptr;
+        }
+        return entry.handler;
+    }
+    *why = "step " + name + " is not available in this build yet";
     return nullptr;
 }

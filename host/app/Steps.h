@@ -13,5 +13,6 @@ struct StepOutcome {
 
 using StepHandler = StepOutcome (*)(Session& session, const Step& step);
 
-// The handler of a step, or null for a step this build can't run yet.
-StepHandler FindStepHandler(const std::string& name);
+// The handler of a step, or null with the reason in `why` for a step that this build,
+// with the loaded plug-in library, can't run.
+StepHandler FindStepHandler(const Session& session, const std::string& name, std::string* why);

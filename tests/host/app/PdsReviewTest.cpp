@@ -50,6 +50,10 @@ TEST(PdsReview, HostFailuresExitWithTwoAndSayWhy) {
         {{}, "pdsreview: no step given"},
         {{"plugins", "--bogus"}, "pdsreview: unknown option --bogus"},
         {{"import-tags"}, "pdsreview: step import-tags needs a file"},
+        // Outside control mode 0 the library offers no plug-in to run a menu step with.
+        {{"--control-mode", "1", "import-dst", "x.dst"},
+         "pdsreview: step import-dst needs the plug-in ZtOdPdsDstImportPlugin, which the "
+         "plug-in library does not offer"},
         {{"--plugin", "/nonexistent/ztodpds.so", "plugins"},
          "pdsreview: cannot load plug-in library /nonexistent/ztodpds.so"},
         {{"--plugin", ZT_BIN_DIR "/libztutil.so", "plugins"},
