@@ -1,5 +1,6 @@
 #pragma once
 #include "ztnav/ZtNvViewPoint.h"
+#include "ztplugin/ZtOpElement.h"
 #include "ztutil/ZtUName.h"
 
 #include <cstdint>
@@ -7,7 +8,8 @@
 // The host's document: what the user has open. It owns everything that belongs to it.
 class ZtOpState {
 public:
-    // A new document: next ids 1, and a current view whose viewpoint has world-up +Z.
+    // A new document: next ids 1, a current view whose viewpoint has world-up +Z, and an
+    // empty selection-sets element.
     ZtOpState();
     ZtOpState(const ZtOpState&) = delete;
     ZtOpState& operator=(const ZtOpState&) = delete;
@@ -24,9 +26,14 @@ public:
     std::uint64_t GetNextCommentId() const { return nextCommentId_; }
     void SetNextCommentId(std::uint64_t id) { nextCommentId_ = id; }
 
+    // The document's elements (its saved selection sets among them) and their locks.
+    ZtOpElementList& EditElementList() { return elements_; }
+    const ZtOpElementList& GetElementList() const { return elements_; }
+
 private:
     ZtUNameDict names_;
     ZtNvViewPoint currentView_;
     std::uint64_t nextTagId_ = 1;
     std::uint64_t nextCommentId_ = 1;
+    ZtOpElementList elements_;
 };

@@ -1,0 +1,32 @@
+#include "ztplugin/ZtOpSavedItem.h"
+
+#include "ztutil/ZtUMemory.h"
+
+#include <new>
+
+void* ZtOpSavedItem::operator new(std::size_t size) {
+    if (void* block = ZtUMemory::Alloc(size))
+        return block;
+    throw std::bad_alloc();
+}
+
+void ZtOpSavedItem::operator delete(void* block) {
+    ZtUMemory::Dealloc(block);
+}
+
+ZtOpGroupItem::~ZtOpGroupItem() {
+    for (std::size_t i = 0; i < children_.Size(); ++i)
+        delete GetChild(i);
+}
+
+void ZtOpGroupItem::AddChild(ZtOpSavedItem* item) {
+    if (item)
+        children_.PushBack(item);
+}
+
+void ZtOpGroupItem::Append(ZtOpGroupItem* other) {
+    if (!other || other == this)
+        return;
+    for (std::size_t i = 0; i < other->GetNumChildren(); ++i)
+        children_.PushBack(other->GetChild(i));
+}

@@ -1,0 +1,124 @@
+#include "ztplugin/ZtOpLock.h"
+#include "ztplugin/ZtOpSavedItemsElement.h"
+#include "ztplugin/ZtOpSelectionSet.h"
+#include "ztplugin/ZtOpState.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+
+namespace {
+
+ZtOpSelectionSet* NewSet(const wchar_t* name) {
+    auto* set = new ZtOpSelectionSet;
+    set->SetName(name);
+    return set;
+}
+
+TEST(ZtOpGuid, FreshGuidsAreDistinctAndShapedLikeRandomOnes) {
+    std::set<ZtOpGuid> seen;
+    for (int i = 0; i < 1000; ++i) {
+        const ZtOpGuid guid = ZtOpGuid::Create();
+        EXPECT_TRUE(seen.insert(guid).second);
+        const std::string text = guid.ToString();
+        ASSERT_EQ(text.size(), 36u);
+        EXPECT_EQ(text[8], '-');
+        EXPECT_EQ(text[14], '4');
+        EXPECT_NE(std::string("89ab").find(text[19]), std::string::npos);
+    }
+    EXPECT_EQ(ZtOpGuid(0x0123456789abcdefull, 0xfedcba9876543210ull).ToString(),
+              "01234567-89ab-cdef-fedc-ba9876543210");
+}
+
+TEST(ZtOpSelectionSetsElement, NewDocumentHasAnEmptyOne) {
+    ZtOpState state;
+    const ZtOpSelectionSetsElement* element = ZtOpSelectionSetsElement::Get(&state);
+    ASSERT_NE(element, nullptr);
+    EXPECT_EQ(element->Get()->GetNumChildren(), 0u);
+    EXPECT_EQ(ZtOpSelectionSetsElement::Require(state.EditElementList()), element);
+    EXPECT_EQ(ZtOpSelectionSetsElement::Get(nullptr), nullptr);
+}
+
+TEST(ZtOpSelectionSetsElement, EditNeedsTheLockOfItsClassAndState) {
+    ZtOpState state;
+    ZtOpState other;
+    EXPECT_EQ(ZtOpSelectionSetsElement::Edit(&state, nullptr), nullptr);
+    {
+        ZtOpAutoLock lock(ZtOpSelectionSetsElement::GetClass(), &state, 0);
+        ASSERT_NE(static_cast<ZtOpLock*>(lock), nullptr);
+        EXPECT_TRUE(state.GetElementList().IsLocked(ZtOpSelectionSetsElement::GetClass()));
+        EXPECT_NE(ZtOpSelectionSetsElement::Edit(&state, lock), nullptr);
+        EXPECT_EQ(ZtOpSelectionSetsElement::Edit(&other, lock), nullptr);
+    }
+    EXPECT_FALSE(state.GetElementList().IsLocked(ZtOpSelectionSetsElement::GetClass()));
+    static const ZtOpElementClass otherClass{"Other"};
+    ZtOpAutoLock wrong(&otherClass, &state, 0);
+    EXPECT_EQ(ZtOpSelectionSetsElement::Edit(&state, wrong), nullptr);
+    ZtOpAutoLock none(ZtOpSelectionSetsElement::GetClass(), nullptr, 0);
+    EXPECT_EQ(static_cast<ZtOpLock*>(none), nullptr);
+}
+
+TEST(ZtOpSelectionSetsElement, AppendMovesItemsAndRenewsDuplicateGuids) {
+    ZtOpState state;
+    ZtOpSelectionSetsElement* element = ZtOpSelectionSetsElement::Require(state.EditElementList());
+    ZtOpFolderItem first;
+    first.AddChild(NewSet(L"a"));
+    first.AddChild(NewSet(L"b"));
+    const ZtOpGuid guidA = first.GetChild(0)->GetGuid();
+    element->AppendCreateGuidIfDuplicate(&first);
+    EXPECT_EQ(first.GetNumChildren(), 0u);
+    ASSERT_EQ(element->Get()->GetNumChildren(), 2u);
+    EXPECT_EQ(element->Get()->GetChild(0)->GetGuid(), guidA);
+
+    // A second import whose items carry GUIDs present already, among themselves too, and
+    // inside a folder.
+    ZtOpFolderItem second;
+    ZtOpSelectionSet* copy = NewSet(L"a again");
+    copy->SetGuid(guidA);
+    second.AddChild(copy);
+    auto* folder = new ZtOpFolderItem;
+    ZtOpSelectionSet* inner = NewSet(L"inner");
+    inner->SetGuid(guidA);
+    folder->AddChild(inner);
+    second.AddChild(folder);
+    const ZtOpGuid folderGuid = folder->GetGuid();
+    element->AppendCreateGuidIfDuplicate(&second);
+
+    const ZtOpFolderItem* root = element->Get();
+    ASSERT_EQ(root->GetNumChildren(), 4u);
+    EXPECT_EQ(root->GetChild(2), copy);
+    EXPECT_EQ(root->GetChild(0)->GetGuid(), guidA);
+    EXPECT_NE(copy->GetGuid(), guidA);
+    EXPECT_NE(inner->GetGuid(), guidA);
+    EXPECT_NE(inner->GetGuid(), copy->GetGuid());
+    EXPECT_EQ(folder->GetGuid(), folderGuid);
+    EXPECT_EQ(root->GetChild(3)->GetType(), ZtOpSavedItem::kTypeFolder);
+    EXPECT_TRUE(root->GetChild(3)->IsGroup());
+}
+
+TEST(ZtOpSelectionSet, KeepsACopyOfItsFindSpecAndOwnsItsComments) {
+    auto* spec = new ZtOpFindSpec;
+    ZtUData value;
+    value.SetWideString(L"x");
+    spec->AddCondition(ZtOpFindCondition(nullptr, nullptr, ZtOpFindConditionFlags::kIgnoreCase,
+                                         ZtOpFindConditionOp::kEqual, value));
+    spec->SelectAll();
+    ZtOpFolderItem folder;
+    ZtOpSelectionSet* set = NewSet(L"s");
+    EXPECT_EQ(set->GetImplicitSelection().GetImplicitFindSpec(), nullptr);
+    set->EditImplicitSelection().SetImplicitFindSpec(*spec);
+    delete spec;
+    auto* comment = new ZtOpComment(0);
+    comment->SetBody(L"body");
+    set->EditComments().PushBack(comment);
+    folder.AddChild(set);
+    const ZtOpFindSpec* kept = set->GetImplicitSelection().GetImplicitFindSpec();
+    ASSERT_NE(kept, nullptr);
+    EXPECT_TRUE(kept->IsSelectAll());
+    ASSERT_EQ(kept->GetNumConditions(), 1u);
+    EXPECT_STREQ(kept->GetCondition(0).GetValue().GetWideString(), L"x");
+    EXPECT_EQ(set->GetComments().Get(0)->GetBody().Str(), L"body");
+}
+
+} // namespace
