@@ -1,0 +1,39 @@
+#pragma once
+#include "ztobject/ZtOaAttribute.h"
+#include "ztobject/ZtOaNode.h"
+
+#include <cstddef>
+#include <vector>
+
+// A node with children, in their order. A group made with the public constructor owns
+// the children added to it; trees whose nodes live in storage of their own (a loaded
+// model) borrow theirs.
+class ZtOaGroup : public ZtOaNode {
+public:
+    ZtOaGroup() : ZtOaGroup(0, Ownership::kOwnsChildren) {}
+    ~ZtOaGroup() override;
+
+    int GetNumChildren() const { return static_cast<int>(children_.size()); }
+    // The child at `index`, or null outside the group.
+    ZtOaNode* GetChild(int index) const;
+    // Appends `child`; a group that owns its children takes ownership.
+    void AddChild(ZtOaNode* child);
+    void ReserveChildren(std::size_t count) { children_.reserve(count); }
+
+    // Takes ownership.
+    void AddAttribute(ZtOaAttribute* attribute) { attributes_.Add(attribute); }
+    const ZtOaAttributeList& GetAttributes() const { return attributes_; }
+
+    const ZtOaAttribute* FindAttribute(const char* name) const override;
+    void VisitProperties(ZtOaPropertyVisitor& visitor) const override;
+
+protected:
+    enum class Ownership { kOwnsChildren, kBorrowsChildren };
+    // `flags` are further flags beside the group flag.
+    ZtOaGroup(std::uint32_t flags, Ownership ownership);
+
+private:
+    std::vector<ZtOaNode*> children_;
+    ZtOaAttributeList attributes_;
+    bool ownsChildren_;
+};
