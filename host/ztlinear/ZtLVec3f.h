@@ -28,6 +28,8 @@ public:
     constexpr ZtLVec3f operator/(double s) const { return {x / s, y / s, z / s}; }
     ZtLVec3f& operator+=(const ZtLVec3f& o) { return *this = *this + o; }
     ZtLVec3f& operator-=(const ZtLVec3f& o) { return *this = *this - o; }
+    ZtLVec3f& operator*=(double s) { return *this = *this * s; }
+    ZtLVec3f& operator/=(double s) { return *this = *this / s; }
     constexpr bool operator==(const ZtLVec3f& o) const = default;
 
     constexpr double Dot(const ZtLVec3f& o) const { return x * o.x + y * o.y + z * o.z; }
