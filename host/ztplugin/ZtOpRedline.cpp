@@ -1,0 +1,20 @@
+#include "ztplugin/ZtOpRedline.h"
+
+#include "ztnav/ZtNvCamera.h"
+
+#include <cmath>
+
+ZtLPos2f ZtOpRedline::WindowToCameraSpace(const ZtNvCamera& camera, bool yDown,
+                                          const ZtLPos2f& window) {
+    const double halfHeight = std::tan(camera.GetHeightField() / 2);
+    const double wy = yDown ? 1.0 - window.y : window.y;
+    return {(2 * window.x - 1) * halfHeight * camera.GetAspectRatio(), (2 * wy - 1) * halfHeight};
+}
+
+ZtLPos2f ZtOpRedline::CameraToWindowSpace(const ZtNvCamera& camera, bool yDown,
+                                          const ZtLPos2f& cameraSpace) {
+    const double halfHeight = std::tan(camera.GetHeightField() / 2);
+    const double wx = (cameraSpace.x / (halfHeight * camera.GetAspectRatio()) + 1) / 2;
+    const double wy = (cameraSpace.y / halfHeight + 1) / 2;
+    return {wx, yDown ? 1.0 - wy : wy};
+}
