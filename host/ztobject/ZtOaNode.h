@@ -39,7 +39,8 @@ public:
     virtual const ZtOaAttribute* FindAttribute(const char* name) const;
     // Hands every property of the node to `visitor`, category by category.
     virtual void VisitProperties(ZtOaPropertyVisitor& visitor) const;
-    // Writes the bounding box of a geometry leaf and returns 1; 0 for other nodes.
+    // Writes the node's bounding box and returns 1; 0 for a node without one. Geometry
+    // leaves always have one.
     virtual int GetBoundingBox(ZtLBox3f* box) const;
     // The position of the element this node stands for in its model's source file, or -1
     // for a node that stands for no element.

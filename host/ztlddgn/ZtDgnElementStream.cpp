@@ -1,0 +1,122 @@
+#include "ztlddgn/ZtDgnElementStream.h"
+
+#include "ztlddgn/ZtDgnBytes.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <sys/stat.h>
+
+namespace {
+
+// The largest element: 4 header bytes and 65535 words to follow.
+constexpr std::size_t kMaxElementBytes = 4 + 2 * 65535;
+// Reads go in large pieces; the buffer always has room for a whole element besides.
+constexpr std::size_t kReadSize = 1 << 20;
+
+std::string OffsetText(std::uint64_t offset) {
+    return "byte " + std::to_string(offset);
+}
+
+} // namespace
+
+ZtDgnElementStream::~ZtDgnElementStream() {
+    if (file_)
+        std::fclose(file_);
+}
+
+bool ZtDgnElementStream::Open(const std::string& path, std::string* reason) {
+    struct stat status;
+    if (::stat(path.c_str(), &status) != 0) {
+        *reason = "cannot open the file: " + std::string(std::strerror(errno));
+        return false;
+    }
+    if (!S_ISREG(status.st_mode)) {
+        *reason = "not a regular file";
+        return false;
+    }
+    file_ = std::fopen(path.c_str(), "rb");
+    if (!file_) {
+        *reason = "cannot open the file: " + std::string(std::strerror(errno));
+        return false;
+    }
+    // The stream does its own buffering.
+    std::setvbuf(file_, nullptr, _IONBF, 0);
+    fileSize_ = static_cast<std::uint64_t>(status.st_size);
+    buffer_.resize(kReadSize + kMaxElementBytes);
+    return true;
+}
+
+bool ZtDgnElementStream::Ensure(std::size_t count) {
+    if (end_ - begin_ >= count)
+        return true;
+    if (!file_ || atEof_ || readError_)
+        return false;
+    // Move what is left to the front, then fill behind it.
+    std::memmove(buffer_.data(), buffer_.data() + begin_, end_ - begin_);
+    bufferOffset_ += begin_;
+    end_ -= begin_;
+    begin_ = 0;
+    while (end_ < count && !atEof_) {
+        const std::size_t want = buffer_.size() - end_;
+        const std::size_t got = std::fread(buffer_.data() + end_, 1, want, file_);
+        end_ += got;
+        if (got < want) {
+            if (std::ferror(file_)) {
+                readError_ = true;
+                return false;
+            }
+            atEof_ = true;
+        }
+    }
+    return end_ - begin_ >= count;
+}
+
+std::size_t ZtDgnElementStream::Peek(unsigned char* out, std::size_t count) {
+    Ensure(count);
+    const std::size_t available = std::min(count, end_ - begin_);
+    std::memcpy(out, buffer_.data() + begin_, available);
+    return available;
+}
+
+ZtDgnElementStream::Result ZtDgnElementStream::Next(ZtDgnRawElement* element) {
+    if (finished_ != kElement)
+        return finished_;
+    const std::uint64_t offset = bufferOffset_ + begin_;
+    auto finish = [&](Result result, std::string problem) {
+        finished_ = result;
+        problem_ = std::move(problem);
+        return result;
+    };
+    if (!Ensure(2)) {
+        if (readError_)
+            return finish(kReadError, "read error at " + OffsetText(offset));
+        if (end_ == begin_)
+            return finish(kEnd, "");
+        return finish(kTruncated,
+                      "the file ends inside the element header at " + OffsetText(offset));
+    }
+    const unsigned char* p = buffer_.data() + begin_;
+    if (p[0] == 0xFF && p[1] == 0xFF)
+        return finish(kEnd, "");
+    if (!Ensure(4)) {
+        if (readError_)
+            return finish(kReadError, "read error at " + OffsetText(offset));
+        return finish(kTruncated,
+                      "the file ends inside the element header at " + OffsetText(offset));
+    }
+    p = buffer_.data() + begin_;
+    const std::size_t size = 4 + 2 * std::size_t{ZtDgnWord(p + 2)};
+    if (!Ensure(size)) {
+        if (readError_)
+            return finish(kReadError, "read error at " + OffsetText(offset));
+        return finish(kTruncated, "the element at " + OffsetText(offset) + " is " +
+                                      std::to_string(size) + " bytes long but only " +
+                                      std::to_string(end_ - begin_) + " bytes remain in the file");
+    }
+    element->bytes = buffer_.data() + begin_;
+    element->size = static_cast<std::uint32_t>(size);
+    element->offset = offset;
+    begin_ += size;
+    return kElement;
+}

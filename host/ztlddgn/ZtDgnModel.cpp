@@ -1,0 +1,170 @@
+#include "ztlddgn/ZtDgnModel.h"
+
+#include "ztlddgn/ZtDgnBytes.h"
+#include "ztlddgn/ZtDgnLinkage.h"
+#include "ztobject/ZtOaAttribute.h"
+#include "ztutil/ZtUName.h"
+#include "ztutil/ZtUResource.h"
+
+#include <cstring>
+#include <limits>
+
+namespace {
+
+constexpr const char* kSceneProps = "ZtDgnSceneProps";
+constexpr const char* kUorsPerMaster = "ZtDgnUORsPerMaster";
+constexpr const char* kDmrsAttribute = "ZtDgnDMRSAttribute";
+constexpr const char* kElementCategory = "ZtDgnElement";
+
+ZtUData IntData(int value) {
+    ZtUData data;
+    data.SetInt32(value);
+    return data;
+}
+
+ZtUData TextData(const std::wstring& text) {
+    ZtUData data;
+    data.SetWideString(text.c_str());
+    return data;
+}
+
+// "Level 3", "Colour 7": the resource text, a blank and the number.
+std::vector<ZtOaProperty> NumberedTexts(ZtUName* name, const char* key, const wchar_t* fallback,
+                                        int count) {
+    const std::wstring word = ZtUResource::FindString(key, fallback);
+    std::vector<ZtOaProperty> properties;
+    properties.reserve(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i)
+        properties.emplace_back(name, TextData(word + L" " + std::to_wstring(i)));
+    return properties;
+}
+
+std::vector<ZtOaProperty> Numbers(ZtUName* name, int count) {
+    std::vector<ZtOaProperty> properties;
+    properties.reserve(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i)
+        properties.emplace_back(name, IntData(i));
+    return properties;
+}
+
+std::wstring LastName(const wchar_t* path) {
+    const std::wstring text = path ? path : L"";
+    const std::size_t slash = text.find_last_of(L"/\\");
+    return slash == std::wstring::npos ? text : text.substr(slash + 1);
+}
+
+} // namespace
+
+ZtDgnModel::ZtDgnModel(const wchar_t* path, ZtUNameDict* names)
+    : ZtOaPartition(LastName(path).c_str(), path, Ownership::kBorrowsChildren),
+      ownNames_(names ? nullptr : std::make_unique<ZtUNameDict>()),
+      names_(names ? names : ownNames_.get()) {
+    category_ = names_->Find(L"Element", kElementCategory);
+    typeName_ = names_->Find(L"Type", "ZtDgnType");
+    graphicGroupName_ = names_->Find(L"Graphic Group", "ZtDgnGraphicGroup");
+    weightName_ = names_->Find(L"Weight", "ZtDgnWeight");
+    styleName_ = names_->Find(L"Style", "ZtDgnStyle");
+    levelProperties_ =
+        NumberedTexts(ZtUName::StandardName(17, names_), "ztlddgn_level", L"Level", 64);
+    colourProperties_ =
+        NumberedTexts(ZtUName::StandardName(18, names_), "ztlddgn_mat_colour", L"Colour", 256);
+    typeProperties_ = Numbers(typeName_, 128);
+    weightProperties_ = Numbers(weightName_, 32);
+    styleProperties_ = Numbers(styleName_, 8);
+    sourceFileProperty_ = std::make_unique<ZtOaProperty>(ZtUName::StandardName(19, names_),
+                                                         TextData(GetName().Str()));
+    sceneProps_ = new ZtOaPropertyAttribute(names_->Find(L"DGN Scene", kSceneProps));
+    sceneProps_->EditPropertyVector().PushBack(
+        ZtOaProperty(names_->Find(L"UORs per Master Unit", kUorsPerMaster), ZtUData()));
+    AddAttribute(sceneProps_);
+    SetHeader(header_);
+}
+
+ZtDgnModel::~ZtDgnModel() = default;
+
+void ZtDgnModel::SetHeader(const ZtDgnModelHeader& header) {
+    header_ = header;
+    uorsPerMaster_ = static_cast<double>(header.subunitsPerMaster) * header.uorsPerSubunit;
+    ZtUData factor;
+    factor.SetDouble(uorsPerMaster_);
+    sceneProps_->EditPropertyVector().Edit(0)->SetValue(factor);
+}
+
+ZtLBox3f ZtDgnModel::GetElementBox(std::size_t slot) const {
+    const std::int32_t* r = elements_[slot].range;
+    const double f = uorsPerMaster_;
+    return ZtLBox3f(ZtLPos3f(r[0] / f, r[1] / f, r[2] / f), ZtLPos3f(r[3] / f, r[4] / f, r[5] / f));
+}
+
+std::uint64_t ZtDgnModel::GetDmrs(std::size_t slot) const {
+    const ZtDgnElement& element = elements_[slot];
+    return ZtDgnFindDmrs(GetLinkageWords(element), element.linkageWords);
+}
+
+ZtOaNode* ZtDgnModel::AddElement(const ZtDgnElement& element, const unsigned char* linkages,
+                                 std::size_t linkageCount, bool group, ZtDgnGroupNode* parent) {
+    const std::size_t first = linkageStore_.size();
+    if (first > std::numeric_limits<std::uint32_t>::max() - linkageCount ||
+        elements_.Size() >= std::numeric_limits<std::uint32_t>::max())
+        return nullptr;
+    const auto slot = static_cast<std::uint32_t>(elements_.Size());
+    ZtDgnElement& record = elements_.Emplace(element);
+    record.linkageFirst = static_cast<std::uint32_t>(first);
+    record.linkageWords = static_cast<std::uint16_t>(linkageCount);
+    linkageStore_.resize(first + linkageCount);
+    for (std::size_t i = 0; i < linkageCount; ++i)
+        linkageStore_[first + i] = ZtDgnWord(linkages + 2 * i);
+
+    ZtOaNode* node = group ? static_cast<ZtOaNode*>(&groups_.Emplace(this, slot))
+                           : static_cast<ZtOaNode*>(&leaves_.Emplace(this, slot));
+    if (parent)
+        parent->AddChild(node);
+    else
+        AddChild(node);
+    return node;
+}
+
+const ZtOaProperty& ZtDgnModel::GraphicGroupProperty(std::uint16_t group) const {
+    std::unique_ptr<ZtOaProperty>& property = graphicGroups_[group];
+    if (!property)
+        property = std::make_unique<ZtOaProperty>(graphicGroupName_, IntData(group));
+    return *property;
+}
+
+void ZtDgnModel::VisitElementProperties(std::uint32_t slot, ZtOaPropertyVisitor& visitor) const {
+    const ZtDgnElement& e = elements_[slot];
+    visitor.Visit(category_, levelProperties_[static_cast<std::size_t>(e.GetLevel())]);
+    visitor.Visit(category_, colourProperties_[e.colour]);
+    visitor.Visit(category_, *sourceFileProperty_);
+    visitor.Visit(category_, typeProperties_[e.type & 0x7F]);
+    visitor.Visit(category_, GraphicGroupProperty(e.graphicGroup));
+    visitor.Visit(category_, weightProperties_[static_cast<std::size_t>(e.GetWeight())]);
+    visitor.Visit(category_, styleProperties_[static_cast<std::size_t>(e.GetStyle())]);
+}
+
+// Made on first demand: a pick asks a handful of nodes, and a model of millions of
+// elements should not carry an attribute object for each.
+const ZtOaAttributeList& ZtDgnModel::ElementAttributes(std::uint32_t slot) const {
+    std::unique_ptr<ZtOaAttributeList>& list = attributes_[slot];
+    if (list)
+        return *list;
+    list = std::make_unique<ZtOaAttributeList>();
+    if (const std::uint64_t dmrs = GetDmrs(slot))
+        list->Add(new ZtOaNat64Attribute(kDmrsAttribute, dmrs));
+    auto* properties = new ZtOaPropertyAttribute(category_);
+    struct Collect : ZtOaPropertyVisitor {
+        ZtOaPropertyVector* out;
+        void Visit(ZtUName*, const ZtOaProperty& property) override { out->PushBack(property); }
+    } collect;
+    collect.out = &properties->EditPropertyVector();
+    VisitElementProperties(slot, collect);
+    list->Add(properties);
+    return *list;
+}
+
+const ZtOaAttribute* ZtDgnModel::FindElementAttribute(std::uint32_t slot, const char* name) const {
+    if (!name ||
+        (std::strcmp(name, kDmrsAttribute) != 0 && std::strcmp(name, kElementCategory) != 0))
+        return nullptr;
+    return ElementAttributes(slot).Find(name);
+}

@@ -1,0 +1,117 @@
+#pragma once
+#include "ztlddgn/ZtDgnChunkedArray.h"
+#include "ztlddgn/ZtDgnElement.h"
+#include "ztlddgn/ZtDgnElementNode.h"
+#include "ztlinear/ZtLBox3f.h"
+#include "ztobject/ZtOaPartition.h"
+#include "ztobject/ZtOaProperty.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+class ZtOaAttributeList;
+class ZtOaPropertyAttribute;
+class ZtUName;
+class ZtUNameDict;
+
+// What a design file's control block says of the whole model.
+struct ZtDgnModelHeader {
+    int dimension = 3;
+    std::uint32_t subunitsPerMaster = 1;
+    std::uint32_t uorsPerSubunit = 1;
+    std::string masterUnitName;
+    std::string subUnitName;
+    ZtLPos3f globalOrigin; // in UORs
+};
+
+// A loaded DGN model: the partition of one design file, the owner of its element nodes.
+// Its children are the top-level graphic elements in file order; cells and complex
+// elements are groups of their components. The partition carries the attribute
+// "ZtDgnSceneProps" with the property "ZtDgnUORsPerMaster".
+//
+// Element data lives in compact records in the model, not in the nodes; the attributes
+// and properties that nodes hand out are made from the records when first asked for and
+// shared wherever the values are the same.
+class ZtDgnModel : public ZtOaPartition {
+public:
+    // `path` becomes the source file name, and its last name the partition's name. The
+    // names of properties are interned in `names` (the document's dictionary), which
+    // must outlive the model; without one the model keeps a dictionary of its own.
+    ZtDgnModel(const wchar_t* path, ZtUNameDict* names);
+    ~ZtDgnModel() override;
+
+    // The control block's facts, and the scene attribute that goes with them.
+    void SetHeader(const ZtDgnModelHeader& header);
+    const ZtDgnModelHeader& GetHeader() const { return header_; }
+    // Subunits per master unit times UORs per subunit.
+    double GetUorsPerMaster() const { return uorsPerMaster_; }
+
+    // The value option 10 of the loader had when the model was loaded.
+    bool GetOption10AtLoad() const { return option10AtLoad_; }
+    void SetOption10AtLoad(bool value) { option10AtLoad_ = value; }
+    // Elements in the file, the control block, non-graphic and deleted ones included.
+    std::uint32_t GetFileElementCount() const { return fileElementCount_; }
+    void SetFileElementCount(std::uint32_t count) { fileElementCount_ = count; }
+    // Whatever the loader passed over in a file that loaded all the same.
+    const std::vector<std::string>& GetWarnings() const { return warnings_; }
+    void AddWarning(std::string warning) { warnings_.push_back(std::move(warning)); }
+
+    // The graphic elements that became nodes, in file order.
+    std::size_t GetNumElements() const { return elements_.Size(); }
+    const ZtDgnElement& GetElement(std::size_t slot) const { return elements_[slot]; }
+    // The element's range divided by the factor (the global origin is not applied).
+    ZtLBox3f GetElementBox(std::size_t slot) const;
+    // The element's linkage words, whole linkages only.
+    const std::uint16_t* GetLinkageWords(const ZtDgnElement& element) const {
+        return linkageStore_.data() + element.linkageFirst;
+    }
+    // The element's DMRS value (see ZtDgnFindDmrs); 0 if it has none.
+    std::uint64_t GetDmrs(std::size_t slot) const;
+
+    // Building, for the reader: adds an element's record with `linkageCount` linkage words
+    // (taken from the file bytes at `linkages`) and makes its node, a group if `group`.
+    // The node is added to `parent`, or to the model itself if `parent` is null. Returns
+    // the new node, or null if the linkage store would grow past its addressable size.
+    ZtOaNode* AddElement(const ZtDgnElement& element, const unsigned char* linkages,
+                         std::size_t linkageCount, bool group, ZtDgnGroupNode* parent);
+
+    // For the element nodes.
+    const ZtOaAttribute* FindElementAttribute(std::uint32_t slot, const char* name) const;
+    void VisitElementProperties(std::uint32_t slot, ZtOaPropertyVisitor& visitor) const;
+
+private:
+    const ZtOaProperty& GraphicGroupProperty(std::uint16_t group) const;
+    const ZtOaAttributeList& ElementAttributes(std::uint32_t slot) const;
+
+    std::unique_ptr<ZtUNameDict> ownNames_;
+    ZtUNameDict* names_;
+    ZtDgnModelHeader header_;
+    double uorsPerMaster_ = 1.0;
+    bool option10AtLoad_ = true;
+    std::uint32_t fileElementCount_ = 0;
+    std::vector<std::string> warnings_;
+    ZtOaPropertyAttribute* sceneProps_; // owned by the partition's attribute list
+
+    ZtDgnChunkedArray<ZtDgnElement> elements_;
+    std::vector<std::uint16_t> linkageStore_;
+    ZtDgnChunkedArray<ZtDgnElementNode> leaves_;
+    ZtDgnChunkedArray<ZtDgnGroupNode, 256> groups_;
+
+    // The properties that element nodes share.
+    ZtUName* category_;
+    ZtUName* typeName_;
+    ZtUName* graphicGroupName_;
+    ZtUName* weightName_;
+    ZtUName* styleName_;
+    std::vector<ZtOaProperty> levelProperties_;  // by level
+    std::vector<ZtOaProperty> colourProperties_; // by colour
+    std::vector<ZtOaProperty> typeProperties_;   // by type
+    std::vector<ZtOaProperty> weightProperties_; // by weight
+    std::vector<ZtOaProperty> styleProperties_;  // by style
+    std::unique_ptr<ZtOaProperty> sourceFileProperty_;
+    mutable std::unordered_map<std::uint16_t, std::unique_ptr<ZtOaProperty>> graphicGroups_;
+    mutable std::unordered_map<std::uint32_t, std::unique_ptr<ZtOaAttributeList>> attributes_;
+};
