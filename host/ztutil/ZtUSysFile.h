@@ -1,12 +1,11 @@
 #pragma once
+#include "ztutil/ZtUFile.h"
 #include "ztutil/ZtUWideString.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
-
-class ZtUFile;
 
 // An entry of a directory walk.
 class ZtUSysFileInfoHandle {
@@ -52,27 +51,37 @@ public:
 
     // Opens a stream on a regular file (or a link to one). Reading decodes the file's
     // text to UTF-16 units (see ZtUFile); writing encodes UTF-8. Returns null for a path
-    // that can't be opened in that mode, a directory or a device. The last two numbers
-    // are the host's attribute flags and permission bits for a created file.
+    // that can't be opened in that mode, a directory or a device. Two modes exist: read
+    // an existing file, and write a file created or truncated (kCreateAlways); other
+    // combinations, and translations other than text, give null. Share modes and
+    // attribute flags have no meaning here; the permission bits apply to a created file.
     static ZtUFile* fopenW(const wchar_t* path, AccessMode access, CreationMode creation,
                            TranslationMode translation, ShareMode share, unsigned attributes,
                            unsigned permissions);
     // Closes and frees the stream; 0 on success, as the C library's fclose.
     static int fclose(ZtUFile* file);
 
-    // The wide-character stream functions of the host, after the C library's.
+    // The wide-character stream functions of the host, after the C library's. They are
+    // inline, so that a character loop costs no call into the library per character.
     // The next character, or 0xFFFF at the end of the input (or a U+FFFF in the file).
-    static unsigned fgetwc(ZtUFile* file);
+    static unsigned fgetwc(ZtUFile* file) { return file->GetChar(); }
     // Reads up to count - 1 characters, stopping behind a LF; null if nothing was read.
-    static wchar_t* fgetws(wchar_t* out, int count, ZtUFile* file);
+    static wchar_t* fgetws(wchar_t* out, int count, ZtUFile* file) {
+        return file->GetLine(out, count);
+    }
     // Nonzero once a read or write failed.
-    static int ferror(ZtUFile* file);
+    static int ferror(ZtUFile* file) { return file->HasError() ? 1 : 0; }
     // printf-style output with the host's conventions ("%s" takes a wide string);
     // returns the number of characters written, or a negative value on failure.
     static int fwprintf(ZtUFile* file, const wchar_t* format, ...);
 
-    // `path` split into its directory (without the last separator) and its last name;
-    // either output may be null. Returns 1 if the path had a directory part.
+    // Path helpers. Both '/' and '\\' separate path elements, since control files
+    // written on Windows name their models with backslashes; a path is absolute when it
+    // begins with a separator. Any output may be the buffer an input lies in.
+
+    // `path` split into its directory (without the last separator, except that the root
+    // keeps its one) and its last name; either output may be null. Returns 1 if the path
+    // had a directory part.
     static int PopPathW(const wchar_t* path, ZtUWideStringBuffer* directory,
                         ZtUWideStringBuffer* name);
     // `name` without its extension (the last point of the last path element and what
@@ -84,7 +93,9 @@ public:
     // comparison.
     static bool HasFileExtensionW(const wchar_t* name, const wchar_t* extension);
     // `path` resolved against `folder` unless it is absolute already; `path` may lie in
-    // `out`. The result is normalised lexically ("." and ".." removed).
+    // `out`. The result is normalised lexically ("." and ".." removed, elements joined by
+    // '/'); the working directory plays no part, so a relative folder gives a relative
+    // result.
     static void MakeAbsoluteW(const wchar_t* folder, const wchar_t* path, ZtUWideStringBuffer* out);
     // True if something exists at `path`.
     static bool ExistsW(const wchar_t* path);

@@ -1,0 +1,261 @@
+#include "ztutil/ZtUFile.h"
+
+#include "ztutil/ZtUSysString.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <cwchar>
+#include <unistd.h>
+
+namespace {
+
+constexpr unsigned kReplacementCharacter = 0xFFFD;
+
+bool IsHighSurrogate(unsigned unit) {
+    return unit >= 0xD800 && unit <= 0xDBFF;
+}
+bool IsLowSurrogate(unsigned unit) {
+    return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
+} // namespace
+
+ZtUFile::ZtUFile(int descriptor, Mode mode)
+    : descriptor_(descriptor), mode_(mode), ended_(mode != Mode::kRead) {
+    if (mode_ == Mode::kRead) {
+        bytes_ = std::make_unique<unsigned char[]>(kChunk + kLookahead);
+        units_ = std::make_unique<wchar_t[]>(kChunk + kLookahead);
+    }
+}
+
+ZtUFile::~ZtUFile() {
+    if (descriptor_ >= 0)
+        Close();
+}
+
+unsigned ZtUFile::Refill() {
+    while (!ended_) {
+        DecodeChunk();
+        if (next_ < end_)
+            return static_cast<unsigned>(*next_++);
+    }
+    return kEnd;
+}
+
+void ZtUFile::DecodeChunk() {
+    next_ = end_ = units_.get();
+    std::size_t available = carried_;
+    ssize_t got;
+    do {
+        got = ::read(descriptor_, bytes_.get() + available, kChunk);
+    } while (got < 0 && errno == EINTR);
+    if (got < 0)
+        error_ = true;
+    else
+        available += static_cast<std::size_t>(got);
+    // Only at the end may a sequence be decoded without the bytes that could follow it.
+    const bool last = got <= 0;
+
+    std::size_t first = 0;
+    if (encoding_ == Encoding::kUndecided) {
+        if (!last && available < 3) {
+            carried_ = available;
+            return;
+        }
+        first = SkipByteOrderMark(available);
+    }
+    const std::size_t used = encoding_ == Encoding::kUtf8 ? DecodeUtf8(first, available, last)
+                                                          : DecodeUtf16(first, available, last);
+    if (last || ended_) {
+        ended_ = true;
+        carried_ = 0;
+        return;
+    }
+    carried_ = available - used;
+    std::memmove(bytes_.get(), bytes_.get() + used, carried_);
+}
+
+std::size_t ZtUFile::SkipByteOrderMark(std::size_t available) {
+    const unsigned char* b = bytes_.get();
+    if (available >= 3 && b[0] == 0xEF && b[1] == 0xBB && b[2] == 0xBF) {
+        encoding_ = Encoding::kUtf8;
+        return 3;
+    }
+    if (available >= 2 && b[0] == 0xFF && b[1] == 0xFE) {
+        encoding_ = Encoding::kUtf16LE;
+        return 2;
+    }
+    if (available >= 2 && b[0] == 0xFE && b[1] == 0xFF) {
+        encoding_ = Encoding::kUtf16BE;
+        return 2;
+    }
+    encoding_ = Encoding::kUtf8;
+    return 0;
+}
+
+// Decodes bytes [first, available) as far as they are known to be complete and returns the
+// index of the first byte not used. Before the last chunk, a unit is decoded only while
+// kLookahead bytes remain, so that neither a sequence nor a CR LF is split by the chunk's
+// end.
+std::size_t ZtUFile::DecodeUtf8(std::size_t first, std::size_t available, bool last) {
+    const unsigned char* const bytes = bytes_.get();
+    const unsigned char* const stop = bytes + available;
+    const std::size_t safe =
+        last ? available : (available >= kLookahead ? available - (kLookahead - 1) : 0);
+    const unsigned char* const safeEnd = bytes + safe;
+    const unsigned char* p = bytes + first;
+    wchar_t* out = units_.get();
+    while (p < safeEnd) {
+        const unsigned char byte = *p;
+        if (byte < 0x80) {
+            ++p;
+            if (byte == '\r' && p < stop && *p == '\n')
+                continue;
+            *out++ = static_cast<wchar_t>(byte);
+            continue;
+        }
+        char32_t codePoint;
+        std::size_t length =
+            ZtUSysString::DecodeUtf8(p, static_cast<std::size_t>(stop - p), &codePoint);
+        if (length == 0) {
+            codePoint = byte;
+            length = 1;
+        }
+        p += length;
+        if (codePoint == kEnd) {
+            ended_ = true;
+            break;
+        }
+        if (codePoint >= 0x10000) {
+            *out++ = static_cast<wchar_t>(0xD800 + ((codePoint - 0x10000) >> 10));
+            *out++ = static_cast<wchar_t>(0xDC00 + ((codePoint - 0x10000) & 0x3FF));
+        } else {
+            *out++ = static_cast<wchar_t>(codePoint);
+        }
+    }
+    end_ = out;
+    return static_cast<std::size_t>(p - bytes);
+}
+
+std::size_t ZtUFile::DecodeUtf16(std::size_t first, std::size_t available, bool last) {
+    const unsigned char* const bytes = bytes_.get();
+    const bool littleEndian = encoding_ == Encoding::kUtf16LE;
+    auto unitAt = [&](std::size_t at) -> unsigned {
+        return littleEndian ? bytes[at] | (bytes[at + 1] << 8) : (bytes[at] << 8) | bytes[at + 1];
+    };
+    const std::size_t safe =
+        last ? available : (available >= kLookahead ? available - (kLookahead - 1) : 0);
+    std::size_t at = first;
+    wchar_t* out = units_.get();
+    // A lone byte at the very end has no partner and is dropped.
+    while (at < safe && at + 1 < available) {
+        const unsigned unit = unitAt(at);
+        at += 2;
+        if (unit == kEnd) {
+            ended_ = true;
+            break;
+        }
+        if (unit == '\r' && at + 1 < available && unitAt(at) == '\n')
+            continue;
+        *out++ = static_cast<wchar_t>(unit);
+    }
+    end_ = out;
+    return at;
+}
+
+wchar_t* ZtUFile::GetLine(wchar_t* out, int count) {
+    if (!out || count <= 0)
+        return nullptr;
+    const std::size_t room = static_cast<std::size_t>(count) - 1;
+    std::size_t length = 0;
+    while (length < room) {
+        if (next_ == end_) {
+            const unsigned c = Refill();
+            if (c == kEnd)
+                break;
+            out[length++] = static_cast<wchar_t>(c);
+            if (c == '\n')
+                break;
+            continue;
+        }
+        std::size_t take = std::min(room - length, static_cast<std::size_t>(end_ - next_));
+        const wchar_t* lineFeed = std::wmemchr(next_, L'\n', take);
+        if (lineFeed)
+            take = static_cast<std::size_t>(lineFeed - next_) + 1;
+        std::wmemcpy(out + length, next_, take);
+        next_ += take;
+        length += take;
+        if (lineFeed)
+            break;
+    }
+    out[length] = 0;
+    return length == 0 && room > 0 ? nullptr : out;
+}
+
+bool ZtUFile::Write(const wchar_t* text, std::size_t length) {
+    if (mode_ != Mode::kWrite || descriptor_ < 0) {
+        error_ = true;
+        return false;
+    }
+    for (std::size_t i = 0; i < length; ++i)
+        EncodeUnit(static_cast<unsigned>(text[i]));
+    if (pending_.size() >= kChunk)
+        Flush();
+    return true;
+}
+
+// Units are UTF-16, but a wchar_t here is wide enough for a whole code point, which is
+// written as it stands.
+void ZtUFile::EncodeUnit(unsigned unit) {
+    if (highSurrogate_) {
+        const unsigned high = highSurrogate_;
+        highSurrogate_ = 0;
+        if (IsLowSurrogate(unit)) {
+            ZtUSysString::AppendUtf8(pending_, 0x10000 + ((high - 0xD800) << 10) + (unit - 0xDC00));
+            return;
+        }
+        ZtUSysString::AppendUtf8(pending_, kReplacementCharacter);
+    }
+    if (IsHighSurrogate(unit)) {
+        highSurrogate_ = unit;
+        return;
+    }
+    if (IsLowSurrogate(unit) || unit > 0x10FFFF)
+        unit = kReplacementCharacter;
+    ZtUSysString::AppendUtf8(pending_, unit);
+}
+
+bool ZtUFile::Flush() {
+    std::size_t done = 0;
+    while (done < pending_.size() && !error_) {
+        const ssize_t written =
+            ::write(descriptor_, pending_.data() + done, pending_.size() - done);
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written <= 0) {
+            error_ = true;
+            break;
+        }
+        done += static_cast<std::size_t>(written);
+    }
+    pending_.clear();
+    return !error_;
+}
+
+int ZtUFile::Close() {
+    if (descriptor_ < 0)
+        return -1;
+    bool ok = true;
+    if (mode_ == Mode::kWrite) {
+        if (highSurrogate_) {
+            highSurrogate_ = 0;
+            ZtUSysString::AppendUtf8(pending_, kReplacementCharacter);
+        }
+        ok = Flush();
+    }
+    if (::close(descriptor_) != 0)
+        ok = false;
+    descriptor_ = -1;
+    return ok ? 0 : -1;
+}

@@ -1,0 +1,220 @@
+#include "ztutil/ZtUSysFile.h"
+
+#include "ztutil/ZtUFormat.h"
+#include "ztutil/ZtUSysString.h"
+
+#include <algorithm>
+#include <cstdarg>
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+bool IsSeparator(wchar_t c) {
+    return c == L'/' || c == L'\\';
+}
+
+// Index of the last separator in `path`, or npos.
+std::size_t LastSeparator(const std::wstring& path) {
+    return path.find_last_of(L"/\\");
+}
+
+std::string ToSystemPath(const wchar_t* path) {
+    return ZtUSysString::WideToUtf8(path);
+}
+
+// Opens without blocking (a FIFO would wait for a partner) and keeps regular files only.
+int OpenRegularFile(const std::string& path, int flags, mode_t permissions) {
+    const int descriptor =
+        ::open(path.c_str(), flags | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, permissions);
+    if (descriptor < 0)
+        return -1;
+    struct stat status;
+    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode) ||
+        ::fcntl(descriptor, F_SETFL, ::fcntl(descriptor, F_GETFL) & ~O_NONBLOCK) != 0) {
+        ::close(descriptor);
+        return -1;
+    }
+    return descriptor;
+}
+
+std::wstring Normalise(const std::wstring& path) {
+    const bool absolute = !path.empty() && IsSeparator(path[0]);
+    std::vector<std::wstring> elements;
+    std::size_t start = 0;
+    while (start <= path.size()) {
+        std::size_t end = start;
+        while (end < path.size() && !IsSeparator(path[end]))
+            ++end;
+        std::wstring element = path.substr(start, end - start);
+        if (element == L"..") {
+            if (!elements.empty() && elements.back() != L"..")
+                elements.pop_back();
+            else if (!absolute)
+                elements.push_back(element);
+        } else if (!element.empty() && element != L".") {
+            elements.push_back(std::move(element));
+        }
+        start = end + 1;
+    }
+    std::wstring out = absolute ? L"/" : L"";
+    for (std::size_t i = 0; i < elements.size(); ++i) {
+        if (i > 0)
+            out += L'/';
+        out += elements[i];
+    }
+    return out.empty() ? L"." : out;
+}
+
+} // namespace
+
+ZtUSysFileInfoHandle* ZtUSysDirHandle::OpenFileInfo() const {
+    return IsValid() ? new ZtUSysFileInfoHandle(entries_[at_]) : nullptr;
+}
+
+ZtUFile* ZtUSysFile::fopenW(const wchar_t* path, AccessMode access, CreationMode creation,
+                            TranslationMode translation, ShareMode, unsigned,
+                            unsigned permissions) {
+    if (!path || !*path || translation != kTranslateText)
+        return nullptr;
+    const std::string systemPath = ToSystemPath(path);
+    if (access == kAccessRead && creation == kOpenExisting) {
+        const int descriptor = OpenRegularFile(systemPath, O_RDONLY, 0);
+        return descriptor < 0 ? nullptr : new ZtUFile(descriptor, ZtUFile::Mode::kRead);
+    }
+    if (access == kAccessWrite && creation == kCreateAlways) {
+        // Truncated only once known to be a regular file.
+        const int descriptor = OpenRegularFile(systemPath, O_WRONLY | O_CREAT,
+                                               static_cast<mode_t>(permissions & 0777));
+        if (descriptor < 0)
+            return nullptr;
+        if (::ftruncate(descriptor, 0) != 0) {
+            ::close(descriptor);
+            return nullptr;
+        }
+        return new ZtUFile(descriptor, ZtUFile::Mode::kWrite);
+    }
+    return nullptr;
+}
+
+int ZtUSysFile::fclose(ZtUFile* file) {
+    if (!file)
+        return -1;
+    const int result = file->Close();
+    delete file;
+    return result;
+}
+
+int ZtUSysFile::fwprintf(ZtUFile* file, const wchar_t* format, ...) {
+    if (!file)
+        return -1;
+    std::wstring text;
+    std::va_list args;
+    va_start(args, format);
+    ZtUFormatV(text, format, args);
+    va_end(args);
+    if (!file->Write(text.data(), text.size()) || file->HasError())
+        return -1;
+    return static_cast<int>(text.size());
+}
+
+int ZtUSysFile::PopPathW(const wchar_t* path, ZtUWideStringBuffer* directory,
+                         ZtUWideStringBuffer* name) {
+    const std::wstring text = path ? path : L"";
+    const std::size_t separator = LastSeparator(text);
+    if (separator == std::wstring::npos) {
+        if (directory)
+            directory->SetString(L"");
+        if (name)
+            name->SetString(text.c_str());
+        return 0;
+    }
+    std::size_t directoryEnd = separator;
+    while (directoryEnd > 0 && IsSeparator(text[directoryEnd - 1]))
+        --directoryEnd;
+    if (directory)
+        directory->SetString(text.c_str(), directoryEnd == 0 ? 1 : directoryEnd);
+    if (name)
+        name->SetString(text.c_str() + separator + 1);
+    return 1;
+}
+
+void ZtUSysFile::RemoveFileExtensionW(const wchar_t* name, ZtUWideStringBuffer* out) {
+    if (!out)
+        return;
+    const std::wstring text = name ? name : L"";
+    const std::size_t point = text.find_last_of(L'.');
+    const std::size_t separator = LastSeparator(text);
+    if (point == std::wstring::npos || (separator != std::wstring::npos && point < separator))
+        out->SetString(text.c_str());
+    else
+        out->SetString(text.c_str(), point);
+}
+
+void ZtUSysFile::RemovePathnameW(const wchar_t* path, ZtUWideStringBuffer* out) {
+    if (!out)
+        return;
+    const std::wstring text = path ? path : L"";
+    const std::size_t separator = LastSeparator(text);
+    out->SetString(separator == std::wstring::npos ? text.c_str() : text.c_str() + separator + 1);
+}
+
+bool ZtUSysFile::HasFileExtensionW(const wchar_t* name, const wchar_t* extension) {
+    if (!name || !extension)
+        return false;
+    const std::size_t nameLength = ZtUSysString::WideStrlen(name);
+    const std::size_t extensionLength = ZtUSysString::WideStrlen(extension);
+    if (nameLength <= extensionLength)
+        return false;
+    const wchar_t* tail = name + nameLength - extensionLength;
+    return tail[-1] == L'.' && ZtUSysString::WideStrncmp(tail, extension, extensionLength) == 0;
+}
+
+void ZtUSysFile::MakeAbsoluteW(const wchar_t* folder, const wchar_t* path,
+                               ZtUWideStringBuffer* out) {
+    if (!out)
+        return;
+    const std::wstring relative = path ? path : L"";
+    const std::wstring base = folder ? folder : L"";
+    const bool absolute = !relative.empty() && IsSeparator(relative[0]);
+    const std::wstring joined = absolute || base.empty() ? relative : base + L'/' + relative;
+    out->SetString(Normalise(joined).c_str());
+}
+
+bool ZtUSysFile::ExistsW(const wchar_t* path) {
+    struct stat status;
+    return path && *path && ::stat(ToSystemPath(path).c_str(), &status) == 0;
+}
+
+ZtUSysDirHandle ZtUSysFile::OpenDirW(const wchar_t* path) {
+    if (!path || !*path)
+        return {};
+    DIR* directory = ::opendir(ToSystemPath(path).c_str());
+    if (!directory)
+        return {};
+    std::vector<std::string> names;
+    while (const dirent* entry = ::readdir(directory)) {
+        // Links count as what they point to, as with fopenW.
+        struct stat status;
+        if (::fstatat(::dirfd(directory), entry->d_name, &status, 0) == 0 &&
+            S_ISREG(status.st_mode))
+            names.emplace_back(entry->d_name);
+    }
+    ::closedir(directory);
+    std::sort(names.begin(), names.end());
+
+    std::wstring prefix = path;
+    if (!IsSeparator(prefix.back()))
+        prefix += L'/';
+    std::vector<std::wstring> fullNames;
+    fullNames.reserve(names.size());
+    for (const std::string& name : names)
+        fullNames.push_back(prefix + ZtUSysString::Utf8ToWide(name));
+    return ZtUSysDirHandle(std::move(fullNames));
+}
+
+void ZtUSysFile::CloseFileInfo(ZtUSysFileInfoHandle* info) {
+    delete info;
+}

@@ -1,0 +1,253 @@
+#include "support/ZtTestFiles.h"
+#include "ztutil/ZtUSysFile.h"
+#include "ztutil/ZtUSysString.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace std::string_literals;
+using Units = std::vector<unsigned>;
+
+constexpr unsigned kEnd = 0xFFFF;
+// The stream decodes in chunks of this many bytes; cases around it test the seams.
+constexpr std::size_t kChunk = 64 * 1024;
+
+ZtUFile* OpenForReading(const std::wstring& path) {
+    return ZtUSysFile::fopenW(path.c_str(), ZtUSysFile::kAccessRead, ZtUSysFile::kOpenExisting,
+                              ZtUSysFile::kTranslateText, ZtUSysFile::kShareReadWrite, 0, 384);
+}
+
+// Every character up to the end, and checks that the end stays the end.
+Units ReadUnits(const std::wstring& path) {
+    Units units;
+    ZtUFile* file = OpenForReading(path);
+    if (!file) {
+        ADD_FAILURE() << "cannot open " << ZtUSysString::WideToUtf8(path);
+        return units;
+    }
+    for (unsigned c; (c = ZtUSysFile::fgetwc(file)) != kEnd;)
+        units.push_back(c);
+    EXPECT_EQ(ZtUSysFile::fgetwc(file), kEnd);
+    EXPECT_EQ(ZtUSysFile::ferror(file), 0);
+    EXPECT_EQ(ZtUSysFile::fclose(file), 0);
+    return units;
+}
+
+// The same characters, taken with fgetws into an array of `count`.
+Units ReadUnitsByLines(const std::wstring& path, int count) {
+    Units units;
+    ZtUFile* file = OpenForReading(path);
+    if (!file)
+        return units;
+    std::vector<wchar_t> line(static_cast<std::size_t>(count));
+    while (wchar_t* got = ZtUSysFile::fgetws(line.data(), count, file)) {
+        const std::size_t length = ZtUSysString::WideStrlen(got);
+        EXPECT_GT(length, 0u);
+        EXPECT_LT(length, static_cast<std::size_t>(count));
+        for (std::size_t i = 0; i < length; ++i) {
+            units.push_back(static_cast<unsigned>(got[i]));
+            // A LF ends the piece.
+            EXPECT_TRUE(got[i] != L'\n' || i + 1 == length);
+        }
+    }
+    ZtUSysFile::fclose(file);
+    return units;
+}
+
+// What the stream must make of UTF-8 bytes without BOM: the host's UTF-8 decoding, then
+// CR LF to LF, then the end at the first U+FFFF.
+Units Expected(const std::string& bytes) {
+    const std::wstring wide = ZtUSysString::Utf8ToWide(bytes);
+    Units units;
+    for (std::size_t i = 0; i < wide.size(); ++i) {
+        if (wide[i] == 0xFFFF)
+            break;
+        if (wide[i] == L'\r' && i + 1 < wide.size() && wide[i + 1] == L'\n')
+            continue;
+        units.push_back(static_cast<unsigned>(wide[i]));
+    }
+    return units;
+}
+
+TEST(ZtUFileRead, DecodesTheFixtures) {
+    struct Case {
+        const char* file;
+        Units units;
+    };
+    const Case cases[] = {
+        // Only a leading BOM is skipped; a later U+FEFF is a character.
+        {"utf8_bom.txt", {'a', 0xFEFF, 'b', '\n'}},
+        // Surrogates pass through; the CR before a lone last byte stays, the byte goes.
+        {"utf16le_bom.txt", {'A', '\n', 'B', 0xD83D, 0xDE00, '\r'}},
+        {"utf16be_bom.txt", {'x', 0xE9, '\n', '\n', 'y'}},
+        {"utf16le_uffff.txt", {'a', 'b'}},
+        // Overlong forms, encoded surrogates, code points past U+10FFFF, stray and
+        // truncated sequences: each byte is a Latin-1 character.
+        {"invalid_utf8.txt",
+         {0xE9, 0xC0, 0xAF, 0xE0, 0x80, 0xAF, 0xED, 0xA0, 0x80, 0xF4, 0x90, 0x80, 0x80, 0x80, 0xFF,
+          0xD83D, 0xDE00, 0xE2, 0x82}},
+        {"line_ends.txt", {'a', '\n', 'b', '\r', 'c', '\n', '\n', '\r', '\r', 'd', '\r'}},
+        {"uffff.txt", {'a', 'b'}},
+        {"no_bom_latin1.txt", {'c', 'a', 'f', 0xE9, ' ', 0xA3}},
+        {"empty.txt", {}},
+        {"bom_only.txt", {}},
+        {"utf16_bom_only_odd.txt", {}},
+    };
+    for (const Case& c : cases) {
+        const std::wstring path = ZtTestWide(std::string(ZT_TEST_DIR "/fixtures/") + c.file);
+        EXPECT_EQ(ReadUnits(path), c.units) << c.file;
+        EXPECT_EQ(ReadUnitsByLines(path, 3), c.units) << c.file;
+    }
+}
+
+TEST(ZtUFileRead, ShortFilesAndPartialMarks) {
+    struct Case {
+        std::string bytes;
+        Units units;
+    };
+    const Case cases[] = {
+        {"a", {'a'}},
+        {"\r", {'\r'}},
+        {"\r\n", {'\n'}},
+        {"\xff\xfe"s, {}},
+        {"\xfe\xff\x00"s, {}},
+        {"\xff\xfe\x0d\x00\x0a\x00"s, {'\n'}},
+        // Two bytes of a UTF-8 BOM are no mark.
+        {"\xef\xbb", {0xEF, 0xBB}},
+        {"\xef\xbb\xbf\xef\xbf\xbf", {}},
+    };
+    ZtTestTempDir dir;
+    for (const Case& c : cases) {
+        ASSERT_TRUE(ZtTestWriteBytes(dir.File("short.txt"), c.bytes));
+        EXPECT_EQ(ReadUnits(dir.WideFile("short.txt")), c.units) << c.bytes.size() << " bytes";
+    }
+}
+
+TEST(ZtUFileRead, SequencesAndLineEndsAcrossChunkSeams) {
+    const std::string pieces[] = {"\r\n",     "\xc3\xa9", "\xe2\x82\xac", "\xf0\x9f\x98\x80",
+                                  "\xe2\x82", "\r\r\n"};
+    ZtTestTempDir dir;
+    for (const std::string& piece : pieces) {
+        for (std::size_t seam : {kChunk, 2 * kChunk}) {
+            for (std::size_t before = seam - 5; before <= seam + 1; ++before) {
+                const std::string bytes = std::string(before, 'a') + piece + "z";
+                ASSERT_TRUE(ZtTestWriteBytes(dir.File("seam.txt"), bytes));
+                const Units units = ReadUnits(dir.WideFile("seam.txt"));
+                ASSERT_EQ(units, Expected(bytes))
+                    << "piece of " << piece.size() << " at " << before;
+            }
+        }
+    }
+}
+
+TEST(ZtUFileRead, Utf16LineEndAcrossChunkSeam) {
+    ZtTestTempDir dir;
+    for (std::size_t before = kChunk / 2 - 4; before <= kChunk / 2 + 1; ++before) {
+        std::string bytes = "\xff\xfe";
+        for (std::size_t i = 0; i < before; ++i)
+            bytes += std::string("a\0", 2);
+        bytes += std::string("\r\0\n\0z\0", 6);
+        ASSERT_TRUE(ZtTestWriteBytes(dir.File("seam16.txt"), bytes));
+        Units expected(before, 'a');
+        expected.push_back('\n');
+        expected.push_back('z');
+        ASSERT_EQ(ReadUnits(dir.WideFile("seam16.txt")), expected) << before;
+    }
+}
+
+// A large file of mixed pieces read whole, by fgetwc and by fgetws of several widths,
+// against the model of the decoding.
+TEST(ZtUFileRead, LargeMixedFileMatchesTheModel) {
+    const std::string pieces[] = {"a",
+                                  "Z",
+                                  " ",
+                                  "\n",
+                                  "\r",
+                                  "\r\n",
+                                  "\xc3\xa9",
+                                  "\xe2\x82\xac",
+                                  "\xf0\x9f\x98\x80",
+                                  "\xc0",
+                                  "\xff",
+                                  "\x80",
+                                  "\xe2\x82",
+                                  "{}"};
+    std::mt19937 random(20240521);
+    std::uniform_int_distribution<std::size_t> pick(0, std::size(pieces) - 1);
+    std::string bytes;
+    while (bytes.size() < 5 * kChunk / 2)
+        bytes += pieces[pick(random)];
+    ZtTestTempDir dir;
+    ASSERT_TRUE(ZtTestWriteBytes(dir.File("mixed.txt"), bytes));
+    const Units expected = Expected(bytes);
+    EXPECT_EQ(ReadUnits(dir.WideFile("mixed.txt")), expected);
+    for (int count : {2, 7, 512, 100000})
+        EXPECT_EQ(ReadUnitsByLines(dir.WideFile("mixed.txt"), count), expected) << count;
+}
+
+TEST(ZtUFileRead, NothingIsReadBehindUffff) {
+    ZtTestTempDir dir;
+    const std::string bytes = std::string(kChunk - 1, 'x') + "\xef\xbf\xbf" + "tail\n";
+    ASSERT_TRUE(ZtTestWriteBytes(dir.File("stop.txt"), bytes));
+    ZtUFile* file = OpenForReading(dir.WideFile("stop.txt"));
+    ASSERT_NE(file, nullptr);
+    std::vector<wchar_t> line(kChunk * 2);
+    const int count = static_cast<int>(line.size());
+    ASSERT_NE(ZtUSysFile::fgetws(line.data(), count, file), nullptr);
+    EXPECT_EQ(ZtUSysString::WideStrlen(line.data()), kChunk - 1);
+    EXPECT_EQ(ZtUSysFile::fgetws(line.data(), count, file), nullptr);
+    EXPECT_EQ(ZtUSysFile::fgetwc(file), kEnd);
+    EXPECT_EQ(ZtUSysFile::ferror(file), 0);
+    ZtUSysFile::fclose(file);
+}
+
+TEST(ZtUFileRead, LineReadsStopBehindLfOrWhenFull) {
+    ZtTestTempDir dir;
+    ASSERT_TRUE(ZtTestWriteBytes(dir.File("lines.txt"), "abcdef\r\ng\n\nxyz"));
+    ZtUFile* file = OpenForReading(dir.WideFile("lines.txt"));
+    ASSERT_NE(file, nullptr);
+    wchar_t line[5];
+    std::vector<std::wstring> pieces;
+    while (ZtUSysFile::fgetws(line, 5, file))
+        pieces.emplace_back(line);
+    EXPECT_EQ(pieces, (std::vector<std::wstring>{L"abcd", L"ef\n", L"g\n", L"\n", L"xyz"}));
+    ZtUSysFile::fclose(file);
+}
+
+TEST(ZtUFileRead, ReadErrorEndsTheInputAndSetsTheFlag) {
+    ZtTestTempDir dir;
+    const std::string bytes = std::string(4 * kChunk, 'r');
+    ASSERT_TRUE(ZtTestWriteBytes(dir.File("broken.txt"), bytes));
+    ZtUFile* file = OpenForReading(dir.WideFile("broken.txt"));
+    ASSERT_NE(file, nullptr);
+    ASSERT_EQ(ZtUSysFile::fgetwc(file), unsigned{'r'});
+    ASSERT_TRUE(ZtTestBreakOpenFile(dir.File("broken.txt")));
+    std::size_t count = 1;
+    while (ZtUSysFile::fgetwc(file) != kEnd)
+        ++count;
+    // What was decoded before the failure is still delivered.
+    EXPECT_GT(count, kChunk / 2);
+    EXPECT_LT(count, bytes.size());
+    EXPECT_NE(ZtUSysFile::ferror(file), 0);
+    EXPECT_EQ(ZtUSysFile::fgetwc(file), kEnd);
+    ZtUSysFile::fclose(file);
+}
+
+TEST(ZtUFileRead, ReadingAWriteStreamGivesTheEnd) {
+    ZtTestTempDir dir;
+    ZtUFile* file = ZtUSysFile::fopenW(dir.WideFile("w.txt").c_str(), ZtUSysFile::kAccessWrite,
+                                       ZtUSysFile::kCreateAlways, ZtUSysFile::kTranslateText,
+                                       ZtUSysFile::kShareReadWrite, 0, 384);
+    ASSERT_NE(file, nullptr);
+    wchar_t line[8];
+    EXPECT_EQ(ZtUSysFile::fgetwc(file), kEnd);
+    EXPECT_EQ(ZtUSysFile::fgetws(line, 8, file), nullptr);
+    EXPECT_EQ(ZtUSysFile::fclose(file), 0);
+}
+
+} // namespace
