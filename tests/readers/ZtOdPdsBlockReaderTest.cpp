@@ -1,0 +1,298 @@
+#include "readers/ZtOdPdsBlockReader.h"
+#include "readers/ZtOdPdsBlock.h"
+#include "readers/ZtOdPdsBlockFileSource.h"
+#include "support/ZtTestFiles.h"
+#include "ztutil/ZtUSysString.h"
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace {
+
+struct Block {
+    std::wstring name;
+    std::wstring value;
+    bool operator==(const Block&) const = default;
+};
+
+void PrintTo(const Block& block, std::ostream* out) {
+    *out << ZtUSysString::WideToUtf8(block.name) << "{" << ZtUSysString::WideToUtf8(block.value)
+         << "}";
+}
+
+using Blocks = std::vector<Block>;
+
+Block Of(const ZtOdPdsBlock& block) {
+    return {block.GetName().Str(), block.GetValue().Str()};
+}
+
+// The blocks that NextChild splits out of a value holding `text`.
+Blocks Children(const std::wstring& text, std::uint32_t flags) {
+    ZtOdPdsBlock parent;
+    parent.SetValue(text.data(), text.size());
+    parent.AddFlags(flags);
+    Blocks blocks;
+    ZtOdPdsBlock child;
+    while (parent.NextChild(&child)) {
+        EXPECT_EQ(child.GetFlags(), flags);
+        blocks.push_back(Of(child));
+    }
+    EXPECT_EQ(parent.NextChild(&child), 0) << "the end of a value stays the end";
+    return blocks;
+}
+
+// The blocks that NextBlock reads from a file holding `bytes`.
+Blocks FileBlocks(const std::string& bytes, std::uint32_t flags) {
+    ZtTestTempDir dir;
+    EXPECT_TRUE(ZtTestWriteBytes(dir.File("blocks.txt"), bytes));
+    ZtOdPdsBlockFileSource source(flags);
+    EXPECT_EQ(source.Open(dir.WideFile("blocks.txt").c_str()), 1);
+    Blocks blocks;
+    ZtOdPdsBlock block;
+    while (source.NextBlock(&block))
+        blocks.push_back(Of(block));
+    return blocks;
+}
+
+std::string Utf8(const std::wstring& text) {
+    return ZtUSysString::WideToUtf8(text);
+}
+
+struct Case {
+    std::wstring text;
+    Blocks blocks;
+};
+
+TEST(ZtOdPdsBlockReader, SplitsOneLevelOfBlocks) {
+    const Case cases[] = {
+        {L"a{1}", {{L"a", L"1"}}},
+        {L"a{b{c}d}", {{L"a", L"b{c}d"}}},
+        {L"  a b {1}", {{L"a b", L"1"}}},
+        {L"{1}", {{L"", L"1"}}},
+        {L"a{}", {{L"a", L""}}},
+        {L"a\n{1}", {{L"", L"1"}}},
+        {L"a\r{1}", {{L"", L"1"}}},
+        {L"a{1} b{2}", {{L"a", L"1"}, {L"b", L"2"}}},
+        {L"a{1}x y{2}", {{L"a", L"1"}, {L"x y", L"2"}}},
+        {L"k{ \n v \t}", {{L"k", L" \n v \t"}}},
+        {L"notes\nmore notes\n a{1}\ntrailing text", {{L"a", L"1"}}},
+        {L"a{1", {}},
+        {L"", {}},
+        // NUL cuts a name or value.
+        {std::wstring(L"a\0b{c\0d}", 8), {{L"a", L"c"}}},
+        // Without counted texts "text" is a name like any other.
+        {L"text{3\n{}}", {{L"text", L"3\n{}"}}},
+        {L"text{5\nH{llo}", {}},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(Children(c.text, 0), c.blocks) << Utf8(c.text);
+        EXPECT_EQ(FileBlocks(Utf8(c.text), 0), c.blocks) << Utf8(c.text);
+    }
+}
+
+TEST(ZtOdPdsBlockReader, CountedTexts) {
+    const Case cases[] = {
+        {L"text{5\nHello}", {{L"text", L"5\nHello"}}},
+        // A brace inside the first count - 2 characters survives.
+        {L"text{5\nH{llo}", {{L"text", L"5\nH{llo"}}},
+        {L"text{5\nH}llo}", {{L"text", L"5\nH}llo"}}},
+        // Behind them it counts again.
+        {L"text{5\nHel{o}", {}},
+        {L"text{3\n{}}", {{L"text", L"3\n{"}}},
+        // Any key ending in "text" counts, exactly and only right before the brace.
+        {L"context{4\n}}x}", {{L"context", L"4\n}}x"}}},
+        {L"Text{4\n}}x}", {{L"Text", L"4\n"}}},
+        {L"text {4\n}}x}", {{L"text", L"4\n"}}},
+        // At any depth.
+        {L"tag{text{3\n}}}", {{L"tag", L"text{3\n}}"}}},
+        // A count of 2 passes nothing.
+        {L"text{2\n}", {{L"text", L"2\n"}}},
+        {L"text{2 }x{1}", {{L"text", L"2 "}, {L"x", L"1"}}},
+        // A brace among the digits is a brace, and counting goes on behind it.
+        {L"text{1{}2\n}}}}}}}}}}}", {{L"text", L"1{}2\n}}}}}}}}}}"}}},
+        // Counts too large for 32 bits wrap: 4294967299 is 3.
+        {L"text{4294967299\nab}cd}", {{L"text", L"4294967299\nab"}}},
+        // Counts below 2, and no digits at all, let the rest of the input through.
+        {L"text{0\n}}}} a{1}", {}},
+        {L"text{1\n} a{1}", {}},
+        {L"text{x} a{1}", {}},
+        // Braces come before the count, so an empty counted text is just empty.
+        {L"a{1}text{}b{2}", {{L"a", L"1"}, {L"text", L""}, {L"b", L"2"}}},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(Children(c.text, ZtOdPdsCountedText), c.blocks) << Utf8(c.text);
+        EXPECT_EQ(FileBlocks(Utf8(c.text), ZtOdPdsCountedText), c.blocks) << Utf8(c.text);
+    }
+}
+
+TEST(ZtOdPdsBlockReader, StrayClosingBraces) {
+    struct StrayCase {
+        std::wstring text;
+        Blocks fromValue;
+        Blocks fromFile;
+    };
+    const StrayCase cases[] = {
+        // A file read ends at the stray brace; a value read passes over it.
+        {L"a{1}}b{2}", {{L"a", L"1"}}, {{L"a", L"1"}}},
+        {L"}a{1}", {}, {}},
+        // Below depth 0 nothing completes until the braces make up for it.
+        {L"a{1}}b{{2}}c{3}", {{L"a", L"1"}, {L"b{", L"2"}}, {{L"a", L"1"}}},
+    };
+    for (const StrayCase& c : cases) {
+        EXPECT_EQ(Children(c.text, 0), c.fromValue) << Utf8(c.text);
+        EXPECT_EQ(FileBlocks(Utf8(c.text), 0), c.fromFile) << Utf8(c.text);
+    }
+}
+
+TEST(ZtOdPdsBlockReader, FeedCharResults) {
+    struct ResultCase {
+        std::wstring text;
+        std::vector<int> results;
+    };
+    const ResultCase cases[] = {
+        {L"a{b{c}d}", {0, 0, 0, 0, 0, 0, 0, 1}},
+        // Below depth 0 every closing brace is stray again.
+        {L"}}{{x}", {3, 3, 0, 0, 0, 3}},
+    };
+    for (const ResultCase& c : cases) {
+        ZtOdPdsBlock block;
+        ZtOdPdsBlockReader reader(&block, 0);
+        for (std::size_t i = 0; i < c.text.size(); ++i)
+            EXPECT_EQ(reader.FeedChar(c.text[i]), c.results[i]) << Utf8(c.text) << " at " << i;
+    }
+
+    ZtOdPdsBlock named;
+    ZtOdPdsBlockReader atName(&named, 1);
+    for (wchar_t c : std::wstring(L" x y "))
+        EXPECT_EQ(atName.FeedChar(c), 0);
+    EXPECT_EQ(atName.FeedChar(L'{'), 1);
+    EXPECT_EQ(named.GetName().Str(), L"x y");
+}
+
+TEST(ZtOdPdsBlockReader, MakingAReaderClearsTheBlockButNotItsFlags) {
+    ZtOdPdsBlock block;
+    block.SetName(L" n ", 3);
+    block.SetValue(L"v", 1);
+    block.AddFlags(ZtOdPdsCountedText);
+    block.SetCursor(1);
+    EXPECT_EQ(block.GetName().Str(), L"n");
+    ZtOdPdsBlock copy = block;
+    EXPECT_EQ(Of(copy), (Block{L"n", L"v"}));
+    EXPECT_EQ(copy.GetCursor(), 1);
+    EXPECT_EQ(copy.GetFlags(), ZtOdPdsCountedText);
+
+    ZtOdPdsBlockReader reader(&block, 0);
+    EXPECT_EQ(Of(block), (Block{}));
+    EXPECT_EQ(block.GetCursor(), 0);
+    EXPECT_EQ(block.GetFlags(), ZtOdPdsCountedText);
+    for (wchar_t c : std::wstring(L"text{3\n}}"))
+        reader.FeedChar(c);
+    EXPECT_EQ(Of(block), (Block{L"text", L"3\n}"}));
+}
+
+TEST(ZtOdPdsBlockReader, ChildrenComeOneLevelAtATime) {
+    ZtOdPdsBlock outer;
+    const std::wstring text = L"a{b{c}d} e{f{g{h}}}";
+    outer.SetValue(text.data(), text.size());
+    ZtOdPdsBlock child, grandchild;
+    ASSERT_EQ(outer.NextChild(&child), 1);
+    EXPECT_EQ(Of(child), (Block{L"a", L"b{c}d"}));
+    ASSERT_EQ(child.NextChild(&grandchild), 1);
+    EXPECT_EQ(Of(grandchild), (Block{L"b", L"c"}));
+    EXPECT_EQ(child.NextChild(&grandchild), 0) << "the trailing d is outside text";
+    ASSERT_EQ(outer.NextChild(&child), 1);
+    EXPECT_EQ(Of(child), (Block{L"e", L"f{g{h}}"}));
+    EXPECT_EQ(outer.NextChild(&child), 0);
+    EXPECT_EQ(outer.NextChild(&child), 0);
+    outer.SetCursor(0);
+    ASSERT_EQ(outer.NextChild(&child), 1);
+    EXPECT_EQ(Of(child), (Block{L"a", L"b{c}d"}));
+    outer.SetCursor(-5);
+    EXPECT_EQ(outer.GetCursor(), 0);
+}
+
+TEST(ZtOdPdsBlockReader, UffffIsAValueCharacterButEndsAFile) {
+    const std::wstring inValue = std::wstring(L"a{x") + wchar_t(0xFFFF) + L"}";
+    EXPECT_EQ(Children(inValue, 0), (Blocks{{L"a", std::wstring(L"x") + wchar_t(0xFFFF)}}));
+    EXPECT_EQ(FileBlocks("a{1}b{\xef\xbf\xbf}c{3}", 0), (Blocks{{L"a", L"1"}}));
+}
+
+TEST(ZtOdPdsBlockReader, FilesTranslateLineEndsAndDecodeText) {
+    EXPECT_EQ(FileBlocks("k{x\r\ny\r}\r\nm\r\n{2}", 0), (Blocks{{L"k", L"x\ny\r"}, {L"", L"2"}}));
+    EXPECT_EQ(FileBlocks("\xef\xbb\xbfn\xc3\xa9{\xf0\x9f\x98\x80}", 0),
+              (Blocks{{L"n\u00e9", std::wstring{0xD83D, 0xDE00}}}));
+}
+
+TEST(ZtOdPdsBlockReader, LongNamesAndValuesGrowTheBuffer) {
+    const std::wstring name(700, L'n');
+    const std::wstring value = std::wstring(100000, L'v') + L"{" + std::wstring(513, L'w') + L"}";
+    const std::wstring text = name + L"{" + value + L"}";
+    EXPECT_EQ(Children(text, 0), (Blocks{{name, value}}));
+    EXPECT_EQ(FileBlocks(Utf8(text), 0), (Blocks{{name, value}}));
+}
+
+TEST(ZtOdPdsBlockFileSource, ReadsAnEnclosingBlockByName) {
+    ZtTestTempDir dir;
+    ASSERT_TRUE(ZtTestWriteBytes(dir.File("c.dri"), "noise\ndri {\n dgn{name{a}}\n opt{1}\n}\n"
+                                                    "after{9}\n"));
+    ZtOdPdsBlockFileSource source(ZtOdPdsCountedText);
+    EXPECT_EQ(source.GetFlags(), ZtOdPdsCountedText);
+    ASSERT_EQ(source.Open(dir.WideFile("c.dri").c_str()), 1);
+    ZtUWideStringBuffer name(L"old");
+    ASSERT_EQ(source.ReadName(&name), 1);
+    EXPECT_EQ(name.Str(), L"dri");
+    ZtOdPdsBlock block;
+    ASSERT_EQ(source.NextBlock(&block), 1);
+    EXPECT_EQ(Of(block), (Block{L"dgn", L"name{a}"}));
+    EXPECT_EQ(block.GetFlags(), ZtOdPdsCountedText);
+    ASSERT_EQ(source.NextBlock(&block), 1);
+    EXPECT_EQ(Of(block), (Block{L"opt", L"1"}));
+    EXPECT_EQ(source.NextBlock(&block), 0) << "the enclosing brace ends the reading";
+    // What lies behind the enclosing block is for a later reading.
+    ASSERT_EQ(source.NextBlock(&block), 1);
+    EXPECT_EQ(Of(block), (Block{L"after", L"9"}));
+    EXPECT_EQ(source.ReadName(&name), 0);
+    EXPECT_EQ(name.Str(), L"dri") << "left alone at the end of the input";
+}
+
+TEST(ZtOdPdsBlockFileSource, OpenCloseAndUnfinishedBlocks) {
+    ZtTestTempDir dir;
+    ASSERT_TRUE(ZtTestWriteBytes(dir.File("a.tag"), "first{1}"));
+    ASSERT_TRUE(ZtTestWriteBytes(dir.File("b.tag"), "second{2"));
+    ZtOdPdsBlockFileSource source;
+    ZtOdPdsBlock block;
+    ZtUWideStringBuffer name;
+    EXPECT_EQ(source.NextBlock(&block), 0) << "nothing is open";
+    EXPECT_EQ(source.ReadName(&name), 0);
+    EXPECT_EQ(source.Open(dir.WideFile("missing.tag").c_str()), 0);
+    ASSERT_EQ(source.Open(dir.WideFile("a.tag").c_str()), 1);
+    ASSERT_EQ(source.Open(dir.WideFile("b.tag").c_str()), 1) << "reopening closes the first";
+    EXPECT_EQ(source.NextBlock(&block), 0);
+    EXPECT_EQ(Of(block), (Block{L"second", L""})) << "the name was reached, the value not";
+    source.Close();
+    source.Close();
+    EXPECT_EQ(source.NextBlock(&block), 0);
+}
+
+TEST(ZtOdPdsBlockFileSource, ManyBlocksAcrossTheStreamsChunks) {
+    std::string text;
+    for (int i = 0; i < 20000; ++i)
+        text += "tag{text{9\nbody {" + std::to_string(i % 10) + "}}\n";
+    ZtTestTempDir dir;
+    ASSERT_TRUE(ZtTestWriteBytes(dir.File("many.tag"), text));
+    ZtOdPdsBlockFileSource source(ZtOdPdsCountedText);
+    ASSERT_EQ(source.Open(dir.WideFile("many.tag").c_str()), 1);
+    ZtOdPdsBlock block, child;
+    int count = 0;
+    while (source.NextBlock(&block)) {
+        ASSERT_EQ(block.NextChild(&child), 1);
+        ASSERT_EQ(child.GetValue().Str(), L"9\nbody {" + std::to_wstring(count % 10));
+        ++count;
+    }
+    EXPECT_EQ(count, 20000);
+}
+
+} // namespace
