@@ -1,9 +1,11 @@
 #pragma once
 #include "ztnav/ZtNvViewPoint.h"
+#include "ztobject/ZtOaPartition.h"
 #include "ztplugin/ZtOpElement.h"
 #include "ztutil/ZtUName.h"
 
 #include <cstdint>
+#include <memory>
 
 // The host's document: what the user has open. It owns everything that belongs to it.
 class ZtOpState {
@@ -13,7 +15,12 @@ public:
     ZtOpState();
     ZtOpState(const ZtOpState&) = delete;
     ZtOpState& operator=(const ZtOpState&) = delete;
-    ~ZtOpState();
+    virtual ~ZtOpState();
+
+    // The root of the scene: a partition named after the document, with each loaded
+    // model a partition below it, in load order.
+    virtual ZtOaPartition* GetRootNode() { return root_.get(); }
+    const ZtOaPartition* GetRootNode() const { return root_.get(); }
 
     ZtUNameDict* EditNameDict() { return &names_; }
     const ZtUNameDict& GetNameDict() const { return names_; }
@@ -32,6 +39,8 @@ public:
 
 private:
     ZtUNameDict names_;
+    // Declared after the names, which the models' properties use, so that it goes first.
+    std::unique_ptr<ZtOaPartition> root_;
     ZtNvViewPoint currentView_;
     std::uint64_t nextTagId_ = 1;
     std::uint64_t nextCommentId_ = 1;
