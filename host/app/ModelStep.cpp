@@ -1,0 +1,176 @@
+#include "app/ModelStep.h"
+
+#include "app/JsonWriter.h"
+#include "ztlddgn/ZtDgnLinkage.h"
+#include "ztlddgn/ZtDgnLoaderPlugin.h"
+#include "ztlddgn/ZtDgnModel.h"
+#include "ztplugin/ZtOpState.h"
+#include "ztutil/ZtUSysString.h"
+
+#include <charconv>
+#include <vector>
+
+namespace {
+
+std::vector<const ZtDgnModel*> SceneModels(const ZtOpState& state) {
+    std::vector<const ZtDgnModel*> models;
+    const ZtOaPartition* root = state.GetRootNode();
+    for (int i = 0; root && i < root->GetNumChildren(); ++i)
+        if (const auto* model = dynamic_cast<const ZtDgnModel*>(root->GetChild(i)))
+            models.push_back(model);
+    return models;
+}
+
+void WriteInts(JsonWriter& json, const std::int32_t* values, int count) {
+    json.BeginArray(true);
+    for (int i = 0; i < count; ++i)
+        json.Int(values[i]);
+    json.EndArray();
+}
+
+void WriteWords(JsonWriter& json, const std::uint16_t* words, std::size_t count) {
+    json.BeginArray(true);
+    for (std::size_t i = 0; i < count; ++i)
+        json.UInt(words[i]);
+    json.EndArray();
+}
+
+void WriteElementJson(JsonWriter& json, const ZtDgnModel& model, std::size_t slot) {
+    const ZtDgnElement& e = model.GetElement(slot);
+    json.BeginObject();
+    json.Key("index");
+    json.UInt(e.index);
+    json.Key("offset");
+    json.UInt(e.offset);
+    json.Key("type");
+    json.Int(e.type);
+    json.Key("level");
+    json.Int(e.GetLevel());
+    json.Key("colour");
+    json.Int(e.colour);
+    json.Key("weight");
+    json.Int(e.GetWeight());
+    json.Key("style");
+    json.Int(e.GetStyle());
+    json.Key("graphicGroup");
+    json.Int(e.graphicGroup);
+    json.Key("complex");
+    json.Bool(e.IsComplex());
+    json.Key("range");
+    json.BeginArray(true);
+    WriteInts(json, e.range, 3);
+    WriteInts(json, e.range + 3, 3);
+    json.EndArray();
+    const ZtLBox3f box = model.GetElementBox(slot);
+    json.Key("box");
+    json.BeginArray(true);
+    json.Doubles({box.GetMin().x, box.GetMin().y, box.GetMin().z});
+    json.Doubles({box.GetMax().x, box.GetMax().y, box.GetMax().z});
+    json.EndArray();
+    json.Key("dmrs");
+    if (const std::uint64_t dmrs = model.GetDmrs(slot)) {
+        const std::uint16_t words[4] = {
+            static_cast<std::uint16_t>(dmrs >> 48), static_cast<std::uint16_t>(dmrs >> 32),
+            static_cast<std::uint16_t>(dmrs >> 16), static_cast<std::uint16_t>(dmrs)};
+        WriteWords(json, words, 4);
+    } else {
+        json.Null();
+    }
+    json.Key("linkages");
+    json.BeginArray();
+    const std::uint16_t* words = model.GetLinkageWords(e);
+    for (std::size_t at = 0; at < e.linkageWords;) {
+        // The model keeps whole linkages only, so each length fits.
+        const std::size_t length = ZtDgnLinkageLength(words[at]);
+        json.BeginObject(true);
+        json.Key("kind");
+        json.String(ZtDgnLinkageKindName(ZtDgnClassifyLinkage(words + at, length)));
+        json.Key("raw");
+        WriteWords(json, words + at, length);
+        json.EndObject();
+        at += length;
+    }
+    json.EndArray();
+    json.EndObject();
+}
+
+} // namespace
+
+int RunModelStep(ZtOpState& state, const std::wstring& path, std::string* error,
+                 ZtOpProgress* progress) {
+    ZtDgnLoaderPlugin* loader = ZtDgnRegisterLoaderPlugin();
+    std::string reason;
+    std::unique_ptr<ZtDgnModel> model =
+        loader ? loader->LoadModel(path.c_str(), state.EditNameDict(), progress, &reason) : nullptr;
+    if (!loader)
+        reason =
+            std::string("another plug-in holds the name ") + ZtDgnLoaderPlugin::kRegisteredName;
+    if (!model) {
+        if (error)
+            *error = "cannot load " + ZtUSysString::WideToUtf8(path) + " as a model: " + reason;
+        return 2;
+    }
+    state.GetRootNode()->AddChild(model.release());
+    return 0;
+}
+
+void WriteModelsJson(JsonWriter& json, const ZtOpState& state, bool elements) {
+    json.BeginArray();
+    for (const ZtDgnModel* model : SceneModels(state)) {
+        const ZtDgnModelHeader& header = model->GetHeader();
+        json.BeginObject();
+        json.Key("file");
+        json.WideString(model->GetName().Str());
+        json.Key("path");
+        json.WideString(model->GetSourceFilename().Str());
+        json.Key("uorsPerMaster");
+        json.Double(model->GetUorsPerMaster());
+        json.Key("subunitsPerMaster");
+        json.UInt(header.subunitsPerMaster);
+        json.Key("uorsPerSubunit");
+        json.UInt(header.uorsPerSubunit);
+        json.Key("dimension");
+        json.Int(header.dimension);
+        json.Key("masterUnit");
+        json.WideString(ZtUSysString::Utf8ToWide(header.masterUnitName));
+        json.Key("subUnit");
+        json.WideString(ZtUSysString::Utf8ToWide(header.subUnitName));
+        json.Key("globalOrigin");
+        json.Doubles({header.globalOrigin.x, header.globalOrigin.y, header.globalOrigin.z});
+        json.Key("elements");
+        json.UInt(model->GetNumElements());
+        json.Key("fileElements");
+        json.UInt(model->GetFileElementCount());
+        json.Key("dgnOption10AtLoad");
+        json.Bool(model->GetOption10AtLoad());
+        json.Key("warnings");
+        json.BeginArray();
+        for (const std::string& warning : model->GetWarnings())
+            json.String(warning);
+        json.EndArray();
+        if (elements) {
+            json.Key("elementList");
+            json.BeginArray();
+            for (std::size_t slot = 0; slot < model->GetNumElements(); ++slot)
+                WriteElementJson(json, *model, slot);
+            json.EndArray();
+        }
+        json.EndObject();
+    }
+    json.EndArray();
+}
+
+void AppendModelsSummary(std::string& out, const ZtOpState& state) {
+    for (const ZtDgnModel* model : SceneModels(state)) {
+        const ZtDgnModelHeader& header = model->GetHeader();
+        char factor[32];
+        const auto end =
+            std::to_chars(factor, factor + sizeof factor, model->GetUorsPerMaster()).ptr;
+        out += "model " + ZtUSysString::WideToUtf8(model->GetName().Str()) + ": " +
+               std::to_string(header.dimension) + "D, master unit \"" + header.masterUnitName +
+               "\", subunit \"" + header.subUnitName + "\", " + std::string(factor, end) +
+               " UORs per master unit, " + std::to_string(model->GetNumElements()) + " elements\n";
+        for (const std::string& warning : model->GetWarnings())
+            out += "  warning: " + warning + "\n";
+    }
+}

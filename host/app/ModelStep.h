@@ -1,0 +1,19 @@
+#pragma once
+#include <string>
+
+class JsonWriter;
+class ZtOpProgress;
+class ZtOpState;
+
+// The `model` step: loads `path` with the DGN loader plug-in (registering it if need be)
+// and adds the model to the document's scene, unplaced. Returns 0, or 2 with the reason
+// in `error` when the file can't be loaded as a model.
+int RunModelStep(ZtOpState& state, const std::wstring& path, std::string* error,
+                 ZtOpProgress* progress = nullptr);
+
+// The value of the report's "models" member: every DGN model of the scene, in load
+// order, with the list of its elements if `elements` is set.
+void WriteModelsJson(JsonWriter& json, const ZtOpState& state, bool elements);
+
+// One readable paragraph per model: file, units, dimension, element count, warnings.
+void AppendModelsSummary(std::string& out, const ZtOpState& state);

@@ -1,0 +1,389 @@
+#include "DgnTestModels.h"
+
+#include "ztobject/ZtOaAttribute.h"
+#include "ztobject/ZtOaProperty.h"
+#include "ztobject/ZtOaTraversal.h"
+#include "ztutil/ZtUResource.h"
+
+#include <map>
+
+namespace {
+
+ZtTestDgnSymbology Sym(int level, int colour, int weight = 0, int style = 0, int group = 0) {
+    ZtTestDgnSymbology s;
+    s.level = level;
+    s.colour = colour;
+    s.weight = weight;
+    s.style = style;
+    s.graphicGroup = group;
+    return s;
+}
+
+// The nodes below `root` in walk order, root excluded, with their depth.
+std::vector<std::pair<const ZtOaNode*, int>> Walk(const ZtOaNode& root) {
+    struct Collect : ZtOaTraversal {
+        std::vector<std::pair<const ZtOaNode*, int>> nodes;
+        Result VisitNode(const ZtOaPathLink& link) override {
+            int depth = 0;
+            for (const ZtOaPathLink* up = link.GetParent(); up; up = up->GetParent())
+                ++depth;
+            if (depth > 0)
+                nodes.emplace_back(link.GetNode(), depth);
+            return kContinue;
+        }
+    } collect;
+    root.ApplyTraversal(&collect);
+    return collect.nodes;
+}
+
+std::map<std::string, std::wstring> PropertyTexts(const ZtOaNode& node, std::string* category) {
+    struct Collect : ZtOaPropertyVisitor {
+        std::map<std::string, std::wstring> texts;
+        std::string category;
+        void Visit(ZtUName* c, const ZtOaProperty& p) override {
+            category = c->GetInternal().Str();
+            const ZtUData& v = p.GetValue();
+            texts[p.GetInternalName()] = v.GetType() == ZtUData::kWideString
+                                             ? std::wstring(v.GetWideString())
+                                             : std::to_wstring(v.GetInt64());
+        }
+    } collect;
+    node.VisitProperties(collect);
+    *category = collect.category;
+    return collect.texts;
+}
+
+TEST(ZtDgnReader, ReadsTheControlBlock) {
+    struct Case {
+        int dimension;
+        ZtTestDgnUnits units;
+        double factor;
+    };
+    const Case cases[] = {
+        {2, {1000, 10, "m", "mm", {0, 0, 0}}, 10000},
+        {3, {12, 8000, "ft", "in", {-480000000, -288000000, 0}}, 96000},
+        {3, {1, 1, "U", "S", {0, 0, 0}}, 1},
+        {2, {1000, 8, "km", "m", {8004000, -16002000, 0.5}}, 8000},
+    };
+    for (const Case& c : cases) {
+        DgnTestFolder folder;
+        ZtTestDgnWriter writer(c.dimension, c.units);
+        writer.EndOfDesign();
+        std::string reason;
+        auto model = folder.Load(writer.Bytes(), &reason);
+        ASSERT_TRUE(model) << reason;
+        const ZtDgnModelHeader& h = model->GetHeader();
+        EXPECT_EQ(h.dimension, c.dimension);
+        EXPECT_EQ(h.subunitsPerMaster, c.units.subunitsPerMaster);
+        EXPECT_EQ(h.uorsPerSubunit, c.units.uorsPerSubunit);
+        EXPECT_EQ(model->GetUorsPerMaster(), c.factor);
+        EXPECT_EQ(h.masterUnitName, c.units.masterName);
+        EXPECT_EQ(h.subUnitName, c.units.subName);
+        EXPECT_EQ(h.globalOrigin,
+                  ZtLPos3f(c.units.origin[0], c.units.origin[1], c.units.origin[2]));
+        EXPECT_EQ(model->GetNumElements(), 0u);
+        EXPECT_EQ(model->GetFileElementCount(), 1u);
+        EXPECT_TRUE(model->GetWarnings().empty());
+
+        // The factor is where the library looks for it.
+        const auto* props =
+            static_cast<const ZtOaPropertyAttribute*>(model->FindAttribute("ZtDgnSceneProps"));
+        ASSERT_TRUE(props);
+        ASSERT_EQ(props->GetKind(), ZtOaAttribute::kPropertyAttribute);
+        const ZtOaProperty* factor = props->GetPropertyVector().Find("ZtDgnUORsPerMaster");
+        ASSERT_TRUE(factor);
+        EXPECT_EQ(factor->GetValue().GetDouble(), c.factor);
+    }
+}
+
+TEST(ZtDgnReader, SimpleElementsReadBackExactly) {
+    for (int dimension : {2, 3}) {
+        DgnTestFolder folder;
+        ZtTestDgnWriter writer(dimension, {1000, 10, "m", "mm", {0, 0, 0}});
+        ZtTestDgnSymbology a = Sym(1, 2, 3, 4, 5);
+        a.linkages = {ZtTestDmrsLinkage(12, 70000)};
+        ZtTestDgnSymbology b = Sym(63, 255, 31, 7, 65535);
+        b.linkages = {ZtTestOdbcLinkage(0, 42)};
+        ZtTestDgnSymbology c = Sym(0, 0);
+        const std::uint32_t line = writer.Line(a, {-10, 20, 30}, {40, -50, 60});
+        const std::uint32_t string = writer.LineString(
+            b, {{-2147483647, 0, 5}, {2147483647, 1, -5}, {0, -2147483647, 2147483647}});
+        const std::uint32_t shape =
+            writer.Shape(c, {{0, 0, 0}, {10, 0, 0}, {10, 10, 0}, {0, 0, 0}});
+        const std::uint32_t text = writer.Text(a, {100, 200, 300}, "V-22", 50);
+        writer.EndOfDesign();
+
+        std::string reason;
+        auto model = folder.Load(writer.Bytes(), &reason);
+        ASSERT_TRUE(model) << reason;
+        ASSERT_EQ(model->GetNumElements(), 4u);
+        EXPECT_EQ(model->GetFileElementCount(), 5u);
+        const std::uint32_t indices[] = {line, string, shape, text};
+        const int types[] = {3, 4, 6, 17};
+        const ZtTestDgnSymbology* symbologies[] = {&a, &b, &c, &a};
+        for (std::size_t slot = 0; slot < 4; ++slot) {
+            const ZtDgnElement& e = model->GetElement(slot);
+            const ZtTestDgnSymbology& s = *symbologies[slot];
+            EXPECT_EQ(e.index, indices[slot]);
+            EXPECT_EQ(e.offset, writer.Offset(indices[slot]));
+            EXPECT_EQ(e.type, types[slot]);
+            EXPECT_EQ(e.GetLevel(), s.level);
+            EXPECT_EQ(e.colour, s.colour);
+            EXPECT_EQ(e.GetWeight(), s.weight);
+            EXPECT_EQ(e.GetStyle(), s.style);
+            EXPECT_EQ(e.graphicGroup, s.graphicGroup);
+            EXPECT_FALSE(e.IsComplex());
+        }
+        const std::int32_t z = dimension == 3 ? 1 : 0;
+        const ZtDgnElement& l = model->GetElement(0);
+        EXPECT_EQ(std::vector<std::int32_t>(l.range, l.range + 6),
+                  (std::vector<std::int32_t>{-10, -50, 30 * z, 40, 20, 60 * z}));
+        const ZtDgnElement& s = model->GetElement(1);
+        EXPECT_EQ(std::vector<std::int32_t>(s.range, s.range + 6),
+                  (std::vector<std::int32_t>{-2147483647, -2147483647, -5 * z, 2147483647, 1,
+                                             2147483647 * z}));
+        EXPECT_EQ(model->GetElementBox(0),
+                  ZtLBox3f(ZtLPos3f(-0.001, -0.005, 0.003 * z), ZtLPos3f(0.004, 0.002, 0.006 * z)));
+        EXPECT_EQ(model->GetDmrs(0), 0x0000000C11700001u);
+        EXPECT_EQ(model->GetDmrs(1), 0u);
+        EXPECT_EQ(model->GetDmrs(2), 0u);
+        EXPECT_EQ(model->GetElement(1).linkageWords, 8u);
+        EXPECT_EQ(std::vector<std::uint16_t>(model->GetLinkageWords(model->GetElement(1)),
+                                             model->GetLinkageWords(model->GetElement(1)) + 8),
+                  ZtTestOdbcLinkage(0, 42));
+    }
+}
+
+TEST(ZtDgnReader, CellsAndComplexElementsBecomeGroups) {
+    DgnTestFolder folder;
+    ZtTestDgnWriter writer(3, {});
+    const std::uint32_t first = writer.Line(Sym(1, 1), {0, 0, 0}, {1, 1, 1});
+    ZtTestDgnSymbology cellSymbology = Sym(24, 6);
+    cellSymbology.linkages = {{0x1007, 0x0041, 0, 0, 6, 0, 0, 0}, ZtTestOdbcLinkage(0, 9)};
+    const std::uint32_t cell = writer.BeginCell(cellSymbology);
+    const std::uint32_t outer =
+        writer.Shape(Sym(0, 0), {{0, 0, 0}, {100, 0, 0}, {100, 100, 0}, {0, 0, 0}});
+    const std::uint32_t chain = writer.BeginComplex(12, Sym(0, 0));
+    const std::uint32_t part1 = writer.LineString(Sym(0, 0), {{10, 10, 0}, {20, 20, 5}});
+    const std::uint32_t part2 = writer.LineString(Sym(0, 0), {{20, 20, 5}, {30, -10, 7}});
+    writer.EndGroup();
+    const std::uint32_t hole =
+        writer.Shape(Sym(0, 0), {{40, 40, 0}, {60, 40, 0}, {60, 60, 0}, {40, 40, 0}});
+    // The stated length leaves out the header's own 16 linkage words, as some writers do:
+    // the end falls inside the last component, which still belongs to the cell.
+    writer.EndGroup(16);
+    const std::uint32_t after = writer.Line(Sym(2, 2), {5, 5, 5}, {6, 6, 6});
+    writer.EndOfDesign();
+
+    std::string reason;
+    auto model = folder.Load(writer.Bytes(), &reason);
+    ASSERT_TRUE(model) << reason;
+    const auto nodes = Walk(*model);
+    std::vector<std::pair<std::int64_t, int>> shape;
+    for (const auto& [node, depth] : nodes)
+        shape.emplace_back(node->GetElementIndex(), depth);
+    const std::vector<std::pair<std::int64_t, int>> expected = {{first, 1}, {cell, 1},  {outer, 2},
+                                                                {chain, 2}, {part1, 3}, {part2, 3},
+                                                                {hole, 2},  {after, 1}};
+    EXPECT_EQ(shape, expected);
+
+    EXPECT_EQ(model->GetNumChildren(), 3);
+    const ZtOaNode* cellNode = model->GetChild(1);
+    ASSERT_TRUE(cellNode->IsGroup());
+    EXPECT_EQ(cellNode->GetPropertyBits() & ZtOaNode::kGeometryBit, 0u);
+    EXPECT_EQ(static_cast<const ZtOaGroup*>(cellNode)->GetNumChildren(), 3);
+    EXPECT_EQ(model->GetChild(0)->GetPropertyBits(), ZtOaNode::kGeometryBit);
+    EXPECT_FALSE(model->GetChild(0)->IsGroup());
+
+    // Components carry the complex bit; the header's range is the union of theirs.
+    const ZtDgnElement& c = model->GetElement(1);
+    EXPECT_EQ(c.type, 2);
+    EXPECT_FALSE(c.IsComplex());
+    EXPECT_EQ(std::vector<std::int32_t>(c.range, c.range + 6),
+              (std::vector<std::int32_t>{0, -10, 0, 100, 100, 7}));
+    for (std::size_t slot = 2; slot <= 6; ++slot)
+        EXPECT_TRUE(model->GetElement(slot).IsComplex()) << slot;
+    EXPECT_FALSE(model->GetElement(7).IsComplex());
+    EXPECT_EQ(model->GetElement(1).linkageWords, 16u);
+}
+
+TEST(ZtDgnReader, ConsecutiveGroupsAreToldApartByTheirLength) {
+    DgnTestFolder folder;
+    ZtTestDgnWriter writer(2, {});
+    std::vector<std::uint32_t> headers;
+    for (int g = 0; g < 3; ++g) {
+        headers.push_back(writer.BeginComplex(g == 1 ? 14 : 12, Sym(g + 1, g)));
+        writer.LineString(Sym(0, 0), {{0, 0, 0}, {g, g, 0}});
+        writer.LineString(Sym(0, 0), {{g, g, 0}, {9, 9, 0}});
+        writer.EndGroup();
+    }
+    writer.EndOfDesign();
+    std::vector<std::uint8_t> bytes = writer.Bytes();
+    // Some writers set the complex bit on the headers themselves.
+    for (std::uint32_t header : headers)
+        bytes[writer.Offset(header)] |= 0x80;
+    auto model = folder.Load(bytes);
+    ASSERT_TRUE(model);
+    ASSERT_EQ(model->GetNumChildren(), 3);
+    for (int g = 0; g < 3; ++g) {
+        const auto* group = static_cast<const ZtOaGroup*>(model->GetChild(g));
+        EXPECT_EQ(group->GetElementIndex(), headers[static_cast<std::size_t>(g)]);
+        EXPECT_EQ(group->GetNumChildren(), 2);
+    }
+}
+
+TEST(ZtDgnReader, DeletedAndNonGraphicElementsArePassedOver) {
+    DgnTestFolder folder;
+    ZtTestDgnWriter writer(3, {});
+    ZtTestDgnSymbology deleted = Sym(5, 5);
+    deleted.deleted = true;
+    writer.Element(66, Sym(25, 0), std::vector<std::uint8_t>(20, 0), {-5, -5, -5}, {5, 5, 5});
+    const std::uint32_t kept = writer.Line(Sym(1, 1), {0, 0, 0}, {1, 0, 0});
+    writer.Line(deleted, {0, 0, 0}, {2, 0, 0});
+    // A deleted group takes its components with it.
+    writer.BeginComplex(12, deleted);
+    writer.LineString(Sym(0, 0), {{0, 0, 0}, {1, 1, 1}});
+    writer.EndGroup();
+    // So does a shared cell definition, which is not drawn itself.
+    const std::uint32_t definitionIndex = writer.BeginComplex(34, Sym(0, 0));
+    writer.Line(Sym(0, 0), {0, 0, 0}, {3, 3, 3});
+    writer.EndGroup();
+    const std::uint32_t last = writer.Text(Sym(9, 9), {1, 2, 3}, "A", 10);
+    writer.EndOfDesign();
+    auto model = folder.Load(writer.Bytes());
+    ASSERT_TRUE(model);
+    ASSERT_EQ(model->GetNumElements(), 2u);
+    EXPECT_EQ(model->GetElement(0).index, kept);
+    EXPECT_EQ(model->GetElement(1).index, last);
+    EXPECT_GT(last, definitionIndex);
+    EXPECT_EQ(model->GetFileElementCount(), last + 1);
+}
+
+TEST(ZtDgnReader, StopsAtTheEndOfDesignOrOfTheFile) {
+    DgnTestFolder folder;
+    ZtTestDgnWriter writer(2, {});
+    writer.Line(Sym(1, 1), {0, 0, 0}, {1, 1, 0});
+    std::vector<std::uint8_t> unterminated = writer.Bytes();
+    writer.EndOfDesign();
+    std::vector<std::uint8_t> trailing = writer.Bytes();
+    // Bytes after the end word are not elements, even when they look like one.
+    ZtTestDgnWriter more(2, {});
+    more.Line(Sym(2, 2), {0, 0, 0}, {1, 1, 0});
+    trailing.insert(trailing.end(), more.Bytes().begin() + 1536, more.Bytes().end());
+    for (const auto* bytes : {&unterminated, &trailing}) {
+        auto model = folder.Load(*bytes);
+        ASSERT_TRUE(model);
+        EXPECT_EQ(model->GetNumElements(), 1u);
+        EXPECT_TRUE(model->GetWarnings().empty());
+    }
+}
+
+TEST(ZtDgnReader, DmrsValueIsTheFirstNonZeroDmrsLinkage) {
+    struct Case {
+        std::vector<std::vector<std::uint16_t>> linkages;
+        std::uint64_t dmrs;
+    };
+    const Case cases[] = {
+        {{ZtTestDmrsLinkage(12, 1)}, 0x0000000C00010000u},
+        {{ZtTestDmrsLinkage(34, 5, true)}, 0x8000002200050000u},
+        {{ZtTestDmrsLinkage(65535, 16777215)}, 0x0000FFFFFFFF00FFu},
+        {{{0, 0, 0, 0}, ZtTestDmrsLinkage(12, 77)}, 0x0000000C004D0000u},
+        {{ZtTestOdbcLinkage(3, 9), ZtTestDmrsLinkage(7, 8)}, 0x0000000700080000u},
+        {{ZtTestDmrsLinkage(12, 7), ZtTestDmrsLinkage(99, 8)}, 0x0000000C00070000u},
+        {{{0, 0, 0, 0}}, 0},
+        {{ZtTestOdbcLinkage(3, 9)}, 0},
+        {{}, 0},
+    };
+    DgnTestFolder folder;
+    ZtTestDgnWriter writer(3, {});
+    for (const Case& c : cases) {
+        ZtTestDgnSymbology s = Sym(1, 1);
+        s.linkages = c.linkages;
+        writer.Line(s, {0, 0, 0}, {1, 1, 1});
+    }
+    auto model = folder.Load(writer.Bytes());
+    ASSERT_TRUE(model);
+    ASSERT_EQ(model->GetNumElements(), std::size(cases));
+    for (std::size_t i = 0; i < std::size(cases); ++i) {
+        EXPECT_EQ(model->GetDmrs(i), cases[i].dmrs) << i;
+        const ZtOaNode* node = model->GetChild(static_cast<int>(i));
+        const ZtOaAttribute* attribute = node->FindAttribute("ZtDgnDMRSAttribute");
+        if (cases[i].dmrs) {
+            ASSERT_TRUE(attribute) << i;
+            ASSERT_EQ(attribute->GetKind(), ZtOaAttribute::kNat64Attribute);
+            EXPECT_EQ(static_cast<const ZtOaNat64Attribute*>(attribute)->GetValue(), cases[i].dmrs);
+            // Asked again, the same attribute.
+            EXPECT_EQ(node->FindAttribute("ZtDgnDMRSAttribute"), attribute);
+        } else {
+            EXPECT_FALSE(attribute) << i;
+        }
+    }
+}
+
+TEST(ZtDgnReader, ElementsCarryTheirFindProperties) {
+    DgnTestFolder folder;
+    ZtTestDgnWriter writer(3, {});
+    writer.LineString(Sym(7, 200, 2, 3, 4000), {{0, 0, 0}, {1, 1, 1}});
+    writer.BeginCell(Sym(8, 9));
+    writer.Line(Sym(0, 0), {0, 0, 0}, {1, 1, 1});
+    writer.EndGroup();
+    auto model = folder.Load(writer.Bytes(), nullptr, "pipes.dgn");
+    ASSERT_TRUE(model);
+    EXPECT_EQ(model->GetName().Str(), L"pipes.dgn");
+
+    std::string category;
+    const auto texts = PropertyTexts(*model->GetChild(0), &category);
+    EXPECT_EQ(category, "ZtDgnElement");
+    const std::map<std::string, std::wstring> expected = {
+        {"ZtStdLevel", L"Level 7"},
+        {"ZtStdColour", L"Colour 200"},
+        {"ZtStdSourceFile", L"pipes.dgn"},
+        {"ZtDgnType", L"4"},
+        {"ZtDgnGraphicGroup", L"4000"},
+        {"ZtDgnWeight", L"2"},
+        {"ZtDgnStyle", L"3"},
+    };
+    EXPECT_EQ(texts, expected);
+    const ZtOaNode* cell = model->GetChild(1);
+    EXPECT_EQ(PropertyTexts(*cell, &category).at("ZtStdLevel"), L"Level 8");
+    EXPECT_EQ(PropertyTexts(*static_cast<const ZtOaGroup*>(cell)->GetChild(0), &category)
+                  .at("ZtStdColour"),
+              L"Colour 0");
+
+    // The names are the document's interned standard names.
+    struct Names : ZtOaPropertyVisitor {
+        std::vector<ZtUName*> names;
+        void Visit(ZtUName*, const ZtOaProperty& p) override { names.push_back(p.GetName()); }
+    } names;
+    model->GetChild(0)->VisitProperties(names);
+    ASSERT_GE(names.names.size(), 3u);
+    EXPECT_EQ(names.names[0], ZtUName::StandardName(17, &folder.names));
+    EXPECT_EQ(names.names[1], ZtUName::StandardName(18, &folder.names));
+    EXPECT_EQ(names.names[2], ZtUName::StandardName(19, &folder.names));
+
+    // The same properties as an attribute of the category.
+    const auto* attribute = static_cast<const ZtOaPropertyAttribute*>(
+        model->GetChild(0)->FindAttribute("ZtDgnElement"));
+    ASSERT_TRUE(attribute);
+    EXPECT_EQ(attribute->GetCategory()->GetDisplay().Str(), L"Element");
+    EXPECT_EQ(attribute->GetPropertyVector().Size(), 7);
+    EXPECT_EQ(
+        std::wstring(attribute->GetPropertyVector().Find("ZtStdLevel")->GetValue().GetWideString()),
+        L"Level 7");
+    EXPECT_FALSE(model->GetChild(0)->FindAttribute("ZtDgnPDSAttributes"));
+}
+
+TEST(ZtDgnReader, RecordsOption10) {
+    DgnTestFolder folder;
+    ZtTestDgnWriter writer(2, {});
+    const std::wstring path = folder.Write("a.dgn", writer.Bytes());
+    std::string reason;
+    for (bool option : {true, false}) {
+        auto model = ZtDgnReadModel(path.c_str(), nullptr, option, nullptr, &reason);
+        ASSERT_TRUE(model) << reason;
+        EXPECT_EQ(model->GetOption10AtLoad(), option);
+        EXPECT_EQ(model->GetSourceFilename().Str(), path);
+    }
+}
+
+} // namespace
