@@ -1,0 +1,126 @@
+#include "tags/ZtOdPdsUnits.h"
+#include "tags/ZtOdPdsLinkage.h"
+#include "tags/ZtOdPdsUorVector.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+#include <limits>
+
+namespace {
+
+TEST(ZtOdPdsUnits, ReadAndWrittenBackCoordinatesAreCutNotRounded) {
+    struct Case {
+        std::int64_t uors;
+        double factor;
+        std::int64_t back;
+    };
+    const Case cases[] = {
+        {1001, 1000.0, 1000}, // 1.001 * 1000.0 falls just below 1001
+        {1000, 1000.0, 1000},          {-1001, 1000.0, -1000}, {7, 1.0, 7},
+        {123456789, 304.8, 123456789}, {0, 1000.0, 0},
+    };
+    for (const Case& c : cases) {
+        const double master = ZtOdPdsUorsToMaster(c.uors, c.factor);
+        EXPECT_EQ(ZtOdPdsMasterToUors(master, c.factor), c.back) << c.uors << " at " << c.factor;
+    }
+}
+
+TEST(ZtOdPdsUnits, MasterToUorsCutsTowardsZero) {
+    struct Case {
+        double master;
+        double factor;
+        std::int64_t uors;
+    };
+    const Case cases[] = {
+        {-1.5, 1.0, -1},     {1.5, 1.0, 1},   {-0.999, 1.0, 0},
+        {0.0004, 1000.0, 0}, {2.5, 10.0, 25}, {-2.54, 100, -254},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(ZtOdPdsMasterToUors(c.master, c.factor), c.uors) << c.master;
+}
+
+TEST(ZtOdPdsUnits, ValuesOutsideTheIntegerRangeSaturate) {
+    using Limits = std::numeric_limits<std::int64_t>;
+    const double inf = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(ZtOdPdsMasterToUors(1e300, 1000.0), Limits::max());
+    EXPECT_EQ(ZtOdPdsMasterToUors(-1e300, 1000.0), Limits::min());
+    EXPECT_EQ(ZtOdPdsMasterToUors(inf, 1.0), Limits::max());
+    EXPECT_EQ(ZtOdPdsMasterToUors(std::nan(""), 1.0), 0);
+    // 2^63 itself is out of range; the largest double below it is not.
+    EXPECT_EQ(ZtOdPdsMasterToUors(9223372036854775808.0, 1.0), Limits::max());
+    EXPECT_EQ(ZtOdPdsMasterToUors(9223372036854774784.0, 1.0), 9223372036854774784);
+    EXPECT_EQ(ZtOdPdsMasterToUors(-9223372036854775808.0, 1.0), Limits::min());
+    // A factor of 0 divides to infinity on the way in and multiplies to nothing on the
+    // way out; neither may trap.
+    EXPECT_TRUE(std::isinf(ZtOdPdsUorsToMaster(5, 0.0)));
+    EXPECT_EQ(ZtOdPdsMasterToUors(5.0, 0.0), 0);
+}
+
+TEST(ZtOdPdsUnits, AnglesLoseADegreeWhereTheFactorsFallShort) {
+    struct Case {
+        std::int32_t degrees;
+        std::int32_t back;
+    };
+    const Case cases[] = {
+        {30, 29}, {15, 14}, {60, 59}, {120, 119}, {45, 45}, {0, 0}, {90, 90}, {-30, -29},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(ZtOdPdsRadiansToDegrees(ZtOdPdsDegreesToRadians(c.degrees)), c.back) << c.degrees;
+}
+
+TEST(ZtOdPdsUnits, RadiansToDegreesSaturatesOnThirtyTwoBits) {
+    EXPECT_EQ(ZtOdPdsRadiansToDegrees(1e12), std::numeric_limits<std::int32_t>::max());
+    EXPECT_EQ(ZtOdPdsRadiansToDegrees(-1e12), std::numeric_limits<std::int32_t>::min());
+    EXPECT_EQ(ZtOdPdsRadiansToDegrees(std::nan("")), 0);
+    EXPECT_NEAR(ZtOdPdsDegreesToRadians(180), 3.141592653589793, 1e-15);
+}
+
+TEST(ZtOdPdsUorVector, ToMasterAndBack) {
+    const ZtOdPdsUorVector v{1001, -1500, 0};
+    const ZtLPos3f master = v.ToMaster(1000.0);
+    EXPECT_DOUBLE_EQ(master.x, 1.001);
+    EXPECT_DOUBLE_EQ(master.y, -1.5);
+    EXPECT_EQ(master.z, 0.0);
+
+    ZtOdPdsUorVector back;
+    back.FromMaster(master, 1000.0);
+    EXPECT_EQ(back, (ZtOdPdsUorVector{1000, -1500, 0}));
+    EXPECT_NE(back, v);
+
+    back.FromMaster(ZtLPos3f(-1.5, 2.9, -0.1), 1.0);
+    EXPECT_EQ(back, (ZtOdPdsUorVector{-1, 2, 0}));
+}
+
+TEST(ZtOdPdsUorVector, EqualityLooksAtEveryComponent) {
+    const ZtOdPdsUorVector a{1, 2, 3};
+    EXPECT_EQ(a, (ZtOdPdsUorVector{1, 2, 3}));
+    EXPECT_NE(a, (ZtOdPdsUorVector{0, 2, 3}));
+    EXPECT_NE(a, (ZtOdPdsUorVector{1, 0, 3}));
+    EXPECT_NE(a, (ZtOdPdsUorVector{1, 2, 0}));
+}
+
+TEST(ZtOdPdsLinkage, SetSplitsTheValueTopWordFirst) {
+    ZtOdPdsLinkage l;
+    EXPECT_TRUE(l.IsNull());
+    l.Set(0x0001000200030004ull);
+    EXPECT_EQ(l.word0, 1);
+    EXPECT_EQ(l.word1, 2);
+    EXPECT_EQ(l.word2, 3);
+    EXPECT_EQ(l.word3, 4);
+    EXPECT_FALSE(l.IsNull());
+
+    // Any one word makes the value non-null.
+    for (int shift : {0, 16, 32, 48}) {
+        l.Set(1ull << shift);
+        EXPECT_FALSE(l.IsNull()) << shift;
+    }
+    l.Set(0xFFFF00000000ABCDull);
+    EXPECT_EQ(l.word0, 0xFFFF);
+    EXPECT_EQ(l.word3, 0xABCD);
+    l.Set(0);
+    EXPECT_TRUE(l.IsNull());
+}
+
+} // namespace
