@@ -1,0 +1,44 @@
+#pragma once
+#include "ztlinear/ZtLAffine3f.h"
+#include "ztobject/ZtOaUnit.h"
+#include "ztutil/ZtUWideString.h"
+
+#include <cstddef>
+
+// One model of a scene set: the name it was given by, the file the host is to load for
+// it, the units it counts in and where it is placed.
+class ZtOpSceneRef {
+public:
+    // A new reference: empty names, the identity transform, metres, load kind 0.
+    ZtOpSceneRef() = default;
+    ZtOpSceneRef(const ZtOpSceneRef&) = delete;
+    ZtOpSceneRef& operator=(const ZtOpSceneRef&) = delete;
+    virtual ~ZtOpSceneRef();
+
+    // The host's storage, so that a reference made in a plug-in library is freed by the
+    // host's scene set.
+    static void* operator new(std::size_t size);
+    static void operator delete(void* block);
+
+    const ZtUWideString& GetSourceName() const { return sourceName_; }
+    void SetSourceName(const wchar_t* name) { sourceName_.SetString(name); }
+    // Empty when there is no file to load.
+    const ZtUWideString& GetLoadFile() const { return loadFile_; }
+    void SetLoadFile(const wchar_t* path) { loadFile_.SetString(path); }
+
+    const ZtLAffine3f& GetTransform() const { return transform_; }
+    ZtLAffine3f& EditTransform() { return transform_; }
+
+    ZtOaUnit::Linear GetLinearUnits() const { return linearUnits_; }
+    void SetLinearUnits(ZtOaUnit::Linear units) { linearUnits_ = units; }
+    // How the host is to load the file; the plug-in that makes the reference decides.
+    int GetLoadKind() const { return loadKind_; }
+    void SetLoadKind(int kind) { loadKind_ = kind; }
+
+private:
+    ZtUWideString sourceName_;
+    ZtUWideString loadFile_;
+    ZtLAffine3f transform_;
+    ZtOaUnit::Linear linearUnits_ = ZtOaUnit::kMetres;
+    int loadKind_ = 0;
+};
