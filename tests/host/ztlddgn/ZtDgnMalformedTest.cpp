@@ -1,0 +1,199 @@
+#include "DgnTestModels.h"
+
+#include <random>
+
+namespace {
+
+std::vector<std::uint8_t> ValidFile() {
+    ZtTestDgnWriter writer(3, {});
+    ZtTestDgnSymbology s;
+    s.linkages = {ZtTestDmrsLinkage(1, 2)};
+    writer.Line(s, {0, 0, 0}, {1, 1, 1});
+    writer.BeginCell(s);
+    writer.Shape({}, {{0, 0, 0}, {5, 0, 0}, {5, 5, 0}, {0, 0, 0}});
+    writer.BeginComplex(14, {});
+    writer.LineString({}, {{0, 0, 0}, {1, 2, 3}});
+    writer.EndGroup();
+    writer.EndGroup(16);
+    writer.Text(s, {1, 2, 3}, "TEXT", 6);
+    writer.EndOfDesign();
+    return writer.Bytes();
+}
+
+std::vector<std::uint8_t> Bytes(const std::string& text) {
+    return {text.begin(), text.end()};
+}
+
+TEST(ZtDgnMalformed, FilesThatGiveNoModelSayWhy) {
+    std::vector<std::uint8_t> shortBlock = ValidFile();
+    ZtTestPutWord(shortBlock, 2, 48); // a 100-byte control block, then garbage
+    std::vector<std::uint8_t> cutBlock = ValidFile();
+    cutBlock.resize(500);
+    std::vector<std::uint8_t> noSubunits = ValidFile();
+    ZtTestPutInt32(noSubunits, 1112, 0);
+    std::vector<std::uint8_t> noUors = ValidFile();
+    ZtTestPutInt32(noUors, 1116, 0);
+    std::vector<std::uint8_t> deletedBlock = ValidFile();
+    deletedBlock[1] |= 0x80;
+    std::vector<std::uint8_t> endFirst = {0xFF, 0xFF, 0, 0};
+
+    struct Case {
+        const char* what;
+        std::vector<std::uint8_t> bytes;
+        const char* reason;
+    };
+    const Case cases[] = {
+        {"empty", {}, "the file is empty"},
+        {"three bytes", {8, 9, 0xFE}, "too short to be a design file (3 bytes)"},
+        {"text", Bytes("hello, this is not a design file\n"), "not a DGN V7 design file"},
+        {"cell library", {0x08, 0x05, 0x17, 0x00, 0, 0, 0, 0}, "a cell library"},
+        {"end word first", endFirst, "not a DGN V7 design file"},
+        {"deleted control block", deletedBlock, "not a DGN V7 design file"},
+        {"short control block", shortBlock, "the control block is 100 bytes long"},
+        {"cut control block", cutBlock, "the control block is cut short: the element at byte 0"},
+        {"no subunits", noSubunits, "0 UORs per master unit (0 subunits per master unit x 1"},
+        {"no UORs", noUors, "0 UORs per master unit (1000 subunits per master unit x 0"},
+    };
+    for (const Case& c : cases) {
+        DgnTestFolder folder;
+        std::string reason;
+        EXPECT_FALSE(folder.Load(c.bytes, &reason)) << c.what;
+        EXPECT_NE(reason.find(c.reason), std::string::npos) << c.what << ": " << reason;
+    }
+}
+
+TEST(ZtDgnMalformed, PathsThatCannotBeRead) {
+    DgnTestFolder folder;
+    std::string reason;
+    EXPECT_FALSE(ZtDgnReadModel(L"/nonexistent/x.dgn", nullptr, true, nullptr, &reason));
+    EXPECT_NE(reason.find("cannot open the file"), std::string::npos) << reason;
+    EXPECT_FALSE(ZtDgnReadModel(L"/tmp", nullptr, true, nullptr, &reason));
+    EXPECT_EQ(reason, "not a regular file");
+}
+
+TEST(ZtDgnMalformed, ACutFileLoadsWhatComesBeforeTheCut) {
+    ZtTestDgnWriter writer(2, {});
+    writer.Line({}, {0, 0, 0}, {1, 1, 0});
+    const std::uint32_t second = writer.Line({}, {0, 0, 0}, {2, 2, 0});
+    const std::vector<std::uint8_t> whole = writer.Bytes();
+    const std::size_t cut = writer.Offset(second);
+    struct Case {
+        std::size_t size;
+        std::size_t elements;
+        const char* warning;
+    };
+    const Case cases[] = {
+        {cut + 1, 1, "the file ends inside the element header at byte "},
+        {cut + 3, 1, "the file ends inside the element header at byte "},
+        {cut + 10, 1, "bytes long but only 10 bytes remain in the file"},
+        {whole.size() - 1, 1, "bytes remain in the file"},
+        {whole.size(), 2, nullptr},
+    };
+    for (const Case& c : cases) {
+        DgnTestFolder folder;
+        auto model =
+            folder.Load({whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(c.size)});
+        ASSERT_TRUE(model) << c.size;
+        EXPECT_EQ(model->GetNumElements(), c.elements) << c.size;
+        if (!c.warning) {
+            EXPECT_TRUE(model->GetWarnings().empty());
+            continue;
+        }
+        ASSERT_EQ(model->GetWarnings().size(), 1u) << c.size;
+        EXPECT_NE(model->GetWarnings()[0].find(c.warning), std::string::npos)
+            << model->GetWarnings()[0];
+        EXPECT_NE(model->GetWarnings()[0].find("the elements before it are loaded"),
+                  std::string::npos);
+    }
+}
+
+TEST(ZtDgnMalformed, LinkagesThatOverrunTheirElementAreCutThere) {
+    ZtTestDgnWriter writer(3, {});
+    ZtTestDgnSymbology s;
+    s.linkages = {ZtTestDmrsLinkage(5, 6), {0x10FF, 0x5E62, 1, 2}};
+    writer.Line(s, {0, 0, 0}, {1, 1, 1});
+    ZtTestDgnSymbology pointsOutside;
+    pointsOutside.linkages = {ZtTestDmrsLinkage(7, 8)};
+    const std::uint32_t outside = writer.Line(pointsOutside, {0, 0, 0}, {1, 1, 1});
+    ZtTestDgnSymbology padded;
+    padded.linkages = {ZtTestDmrsLinkage(9, 10), {0, 0}};
+    writer.Line(padded, {0, 0, 0}, {1, 1, 1});
+    std::vector<std::uint8_t> bytes = writer.Bytes();
+    ZtTestPutWord(bytes, writer.Offset(outside) + 30, 500); // attribute index past the end
+    DgnTestFolder folder;
+    auto model = folder.Load(bytes);
+    ASSERT_TRUE(model);
+    ASSERT_EQ(model->GetNumElements(), 3u);
+    EXPECT_EQ(model->GetElement(0).linkageWords, 4u);
+    EXPECT_EQ(model->GetDmrs(0), 0x0000000500060000u);
+    EXPECT_EQ(model->GetElement(1).linkageWords, 0u);
+    EXPECT_EQ(model->GetDmrs(1), 0u);
+    // Zero words behind the last linkage are padding, not a fault.
+    EXPECT_EQ(model->GetElement(2).linkageWords, 4u);
+    ASSERT_EQ(model->GetWarnings().size(), 1u);
+    EXPECT_EQ(model->GetWarnings()[0],
+              "2 elements have linkages that run past the element's end; they are read up to "
+              "there");
+}
+
+TEST(ZtDgnMalformed, ElementsTooShortForTheirHeaderArePassedOver) {
+    ZtTestDgnWriter writer(2, {});
+    writer.Raw({0x01, 0x03, 0x05, 0x00, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10}); // a 14-byte line
+    writer.Line({}, {0, 0, 0}, {1, 1, 0});
+    // A cell too short to state its total length is taken as a leaf.
+    std::vector<std::uint8_t> cell(36, 0);
+    cell[0] = 1, cell[1] = 2;
+    ZtTestPutWord(cell, 2, 16);
+    const std::uint32_t cellIndex = writer.Raw(cell);
+    writer.Line({}, {0, 0, 0}, {1, 1, 0});
+    DgnTestFolder folder;
+    auto model = folder.Load(writer.Bytes());
+    ASSERT_TRUE(model);
+    ASSERT_EQ(model->GetNumChildren(), 3);
+    EXPECT_EQ(model->GetChild(1)->GetElementIndex(), cellIndex);
+    EXPECT_FALSE(model->GetChild(1)->IsGroup());
+    ASSERT_EQ(model->GetWarnings().size(), 1u);
+    EXPECT_EQ(model->GetWarnings()[0],
+              "1 element is too short for an element header and passed over");
+}
+
+TEST(ZtDgnMalformed, AGroupLongerThanTheFileTakesTheRest) {
+    ZtTestDgnWriter writer(3, {});
+    const std::uint32_t header = writer.BeginComplex(12, {});
+    writer.LineString({}, {{0, 0, 0}, {1, 1, 1}});
+    writer.EndGroup();
+    writer.Line({}, {0, 0, 0}, {1, 1, 1});
+    std::vector<std::uint8_t> bytes = writer.Bytes();
+    ZtTestPutWord(bytes, writer.Offset(header) + 36, 0xFFFF);
+    DgnTestFolder folder;
+    auto model = folder.Load(bytes);
+    ASSERT_TRUE(model);
+    ASSERT_EQ(model->GetNumChildren(), 1);
+    EXPECT_EQ(static_cast<const ZtOaGroup*>(model->GetChild(0))->GetNumChildren(), 2);
+}
+
+// Whatever the bytes, the reader neither fails nor reads outside them (the sanitizer
+// build checks the latter).
+TEST(ZtDgnMalformed, DamagedFilesNeverBreakTheReader) {
+    const std::vector<std::uint8_t> valid = ValidFile();
+    std::mt19937 random(20240611);
+    DgnTestFolder folder;
+    for (int round = 0; round < 400; ++round) {
+        std::vector<std::uint8_t> bytes = valid;
+        const int changes = 1 + static_cast<int>(random() % 8);
+        for (int i = 0; i < changes; ++i) {
+            // Damage lands mostly behind the control block, where the elements are.
+            const std::size_t at = 1536 + random() % (bytes.size() - 1536);
+            bytes[at] = static_cast<std::uint8_t>(random());
+        }
+        if (round % 5 == 0)
+            bytes.resize(1536 + random() % (bytes.size() - 1536));
+        std::string reason;
+        auto model = folder.Load(bytes, &reason);
+        ASSERT_TRUE(model) << round << ": " << reason;
+        for (std::size_t slot = 0; slot < model->GetNumElements(); ++slot)
+            (void)model->GetDmrs(slot);
+    }
+}
+
+} // namespace
