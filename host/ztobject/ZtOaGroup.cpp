@@ -3,10 +3,24 @@
 ZtOaGroup::ZtOaGroup(std::uint32_t flags, Ownership ownership)
     : ZtOaNode(flags | kGroupFlag), ownsChildren_(ownership == Ownership::kOwnsChildren) {}
 
+// Owned subtrees are taken apart with a work list, not by recursion, so that no depth of
+// nesting can exhaust the call stack.
 ZtOaGroup::~ZtOaGroup() {
-    if (ownsChildren_)
-        for (ZtOaNode* child : children_)
-            delete child;
+    if (!ownsChildren_)
+        return;
+    std::vector<ZtOaNode*> pending = std::move(children_);
+    while (!pending.empty()) {
+        ZtOaNode* node = pending.back();
+        pending.pop_back();
+        if (node->IsGroup()) {
+            auto* group = static_cast<ZtOaGroup*>(node);
+            if (group->ownsChildren_) {
+                pending.insert(pending.end(), group->children_.begin(), group->children_.end());
+                group->children_.clear();
+            }
+        }
+        delete node;
+    }
 }
 
 ZtOaNode* ZtOaGroup::GetChild(int index) const {
