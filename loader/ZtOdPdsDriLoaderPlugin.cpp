@@ -1,0 +1,243 @@
+#include "loader/ZtOdPdsDriLoaderPlugin.h"
+
+#include "loader/ZtOdPdsDriLoadRecord.h"
+#include "loader/ZtOdPdsDriValues.h"
+#include "plugin/ZtOdPdsStatus.h"
+#include "readers/ZtOdPdsBlock.h"
+#include "readers/ZtOdPdsBlockFileSource.h"
+#include "tags/ZtOdPdsFindUORsPerMaster.h"
+#include "ztlinear/ZtLAffine3f.h"
+#include "ztnav/ZtNvViewPoint.h"
+#include "ztplugin/ZtOpDB.h"
+#include "ztplugin/ZtOpScene.h"
+#include "ztplugin/ZtOpSceneProps.h"
+#include "ztplugin/ZtOpSceneSet.h"
+#include "ztutil/ZtUResource.h"
+#include "ztutil/ZtUSysFile.h"
+
+#include <memory>
+
+namespace {
+
+constexpr const char* kInputFilesEnum = "ztodpds_dri_input_files_enum";
+constexpr const char* kDgnLoaderName = "ZtKvcLoaderPlugin:ztlddgn";
+// The DGN loader's option that stays off while the models of a control file load.
+constexpr int kDgnLoaderOption = 10;
+// The reference's load kind for a model file.
+constexpr int kLoadKindModel = 2;
+// The viewpoint's part flag that goes with its world-up.
+constexpr unsigned kWorldUpPart = 4;
+
+} // namespace
+
+ZtOdPdsDriLoaderPlugin::ZtOdPdsDriLoaderPlugin()
+    : ZtOpSceneSetPlugin(5, "ZtOdPdsDriLoaderPlugin", 1) {}
+
+ZtOdPdsDriLoaderPlugin::~ZtOdPdsDriLoaderPlugin() = default;
+
+void ZtOdPdsDriLoaderPlugin::IStateCreated(ZtOpState* state) {
+    state_ = state;
+}
+
+void ZtOdPdsDriLoaderPlugin::IStateDestroyed(ZtOpState* state) {
+    if (state == state_)
+        state_ = nullptr;
+}
+
+void ZtOdPdsDriLoaderPlugin::IGetResourceName(ZtUStringBuffer* name) {
+    if (name)
+        name->SetString("ztodpds");
+}
+
+const wchar_t* ZtOdPdsDriLoaderPlugin::IGetParameter(int number, ZtUData* value) {
+    const wchar_t* text = ZtOpSceneSetPlugin::IGetParameter(number, value);
+    switch (number) {
+    case kParamImportTags:
+        if (value)
+            value->SetBool(importTags_);
+        return text;
+    case kParamImportDisplaySets:
+        if (value)
+            value->SetBool(importDisplaySets_);
+        return text;
+    case kParamInputFiles:
+        if (value) {
+            ZtUStringBuffer name;
+            ZtUName::MakeEnumName(kInputFilesEnum, inputFiles_, &name);
+            value->SetName(new ZtUName(name.GetString(), nullptr));
+        }
+        return text;
+    default:
+        return nullptr;
+    }
+}
+
+int ZtOdPdsDriLoaderPlugin::ISetParameter(int number, const ZtUData& value) {
+    switch (number) {
+    case kParamImportTags:
+        importTags_ = value.GetBool();
+        return 1;
+    case kParamImportDisplaySets:
+        importDisplaySets_ = value.GetBool();
+        return 1;
+    case kParamInputFiles: {
+        int decoded = 0;
+        ZtUStringBuffer enumName;
+        const ZtUName* name = value.GetName();
+        // Unsigned, so that a negative value is out of range too.
+        if (name && ZtUName::DecodeEnumName(name->GetString(), &decoded, &enumName) &&
+            enumName == kInputFilesEnum && static_cast<unsigned>(decoded) <= 2)
+            inputFiles_ = static_cast<ztodpds_dri_input_files_enum>(decoded);
+        else
+            inputFiles_ = ztodpds_dri_input_files_model;
+        return 1;
+    }
+    default:
+        return 0;
+    }
+}
+
+void ZtOdPdsDriLoaderPlugin::IGetFormatName(ZtUWideStringBuffer* name, NameContext) {
+    if (name)
+        name->SetString(ZtUResource::FindString("ztodpds_dri_file", L"PDS Design Review File"));
+}
+
+void ZtOdPdsDriLoaderPlugin::IGetFormatExtension(ZtUWideStringBuffer* extension) {
+    if (extension)
+        extension->SetString(L".dri");
+}
+
+int ZtOdPdsDriLoaderPlugin::IReadSet(const ZtUWideString& path, ZtOpSceneSet* set, void** record) {
+    if (record)
+        *record = nullptr;
+    // Flags 0: "text" has no meaning in a control file.
+    ZtOdPdsBlockFileSource source(0);
+    if (!source.Open(path.GetString()))
+        return kZtOdPdsUnreadableSet;
+    ZtUWideStringBuffer name;
+    if (!source.ReadName(&name))
+        return kZtOdPdsUnreadableSet;
+    if (!(name == L"DesignReview_Control"))
+        return kZtOdPdsNotAControlFile;
+
+    auto loadRecord = std::make_unique<ZtOdPdsDriLoadRecord>(path);
+    // Up to the enclosing block's closing brace or the end of the file; a block that the
+    // file ends in is dropped.
+    ZtOdPdsBlock block;
+    while (source.NextBlock(&block))
+        ReadBlock(block, *loadRecord, set);
+    savedDgnOption_ = SetDgnLoaderOption(0);
+    source.Close();
+    if (record)
+        *record = loadRecord.release();
+    return kZtOdPdsOk;
+}
+
+void ZtOdPdsDriLoaderPlugin::ReadBlock(ZtOdPdsBlock& block, const ZtOdPdsDriLoadRecord& record,
+                                       ZtOpSceneSet* set) {
+    const ZtUWideStringBuffer& key = block.GetName();
+    if (key == L"dgn") {
+        // Only the first `name` counts; whatever stands before or behind it is passed
+        // over unread.
+        ZtOdPdsBlock child;
+        while (block.NextChild(&child))
+            if (child.GetName() == L"name") {
+                AddSceneRef(child.GetValue(), record, set);
+                break;
+            }
+    } else if (key == L"transform") {
+        ZtOdPdsScanTransform(block.GetValue(), &transformMatrix_);
+    } else if (key == L"old_origin") {
+        ZtOdPdsScanPoint(block.GetValue(), &oldOrigin_);
+    } else if (key == L"new_origin") {
+        ZtLPos3f newOrigin;
+        if (ZtOdPdsScanPoint(block.GetValue(), &newOrigin))
+            originShift_ = newOrigin - oldOrigin_;
+    } else if (key == L"master_unit") {
+        masterUnit_ = ZtOdPdsFindMasterUnit(block.GetValue());
+        if (set)
+            set->SetLinearUnits(masterUnit_);
+    }
+}
+
+void ZtOdPdsDriLoaderPlugin::AddSceneRef(const ZtUWideStringBuffer& value,
+                                         const ZtOdPdsDriLoadRecord& record,
+                                         ZtOpSceneSet* set) const {
+    if (!set)
+        return;
+    ZtUWideStringBuffer name = value;
+    name.Trim();
+
+    ZtUWideStringBuffer cache;
+    bool hasCache = false;
+    if (inputFiles_ == ztodpds_dri_input_files_cache ||
+        inputFiles_ == ztodpds_dri_input_files_either) {
+        ZtUSysFile::RemoveFileExtensionW(name.GetString(), &cache);
+        cache.Append(L".kvc");
+        ZtUSysFile::MakeAbsoluteW(record.directory.GetString(), cache.GetString(), &cache);
+        hasCache = ZtUSysFile::ExistsW(cache.GetString());
+    }
+
+    auto* ref = new ZtOpSceneRef;
+    if (hasCache)
+        ref->SetLoadFile(cache.GetString());
+    else if (inputFiles_ != ztodpds_dri_input_files_cache)
+        ref->SetLoadFile(name.GetString());
+    ref->SetSourceName(name.GetString());
+    ref->SetLinearUnits(masterUnit_);
+    ref->SetLoadKind(kLoadKindModel);
+    set->EditSceneRefs().PushBack(ref);
+}
+
+int ZtOdPdsDriLoaderPlugin::IFinishSet(void* record, ZtOpSceneProps* props,
+                                       ZtOaPartition* partition, ZtOpProgress*) {
+    if (props && partition) {
+        SetDgnLoaderOption(savedDgnOption_);
+        ZtNvViewPoint* viewPoint = props->EditCurrentView()->EditViewPoint();
+        viewPoint->SetWorldUp(ZtLUnitVec3f::Z());
+        viewPoint->SetParts(viewPoint->GetParts() | kWorldUpPart);
+        ZtOpScene::DefaultInitializeViewPoint(viewPoint, partition);
+    }
+    delete static_cast<ZtOdPdsDriLoadRecord*>(record);
+    return kZtOdPdsOk;
+}
+
+void ZtOdPdsDriLoaderPlugin::IPlaceSceneRef(void*, const ZtOpSceneSet* set, ZtOpSceneRef* ref,
+                                            ZtOaNode* model) {
+    if (!ref)
+        return;
+    ZtLVec3f shift = originShift_;
+    // Without a factor the shift can't be converted, and goes in as it stands.
+    const double uorsPerMaster = ZtOdPdsFindUORsPerMaster(model);
+    if (uorsPerMaster != 0) {
+        shift /= uorsPerMaster;
+        if (set)
+            shift *= ZtOaUnit::ScaleFactor(ref->GetLinearUnits(), set->GetLinearUnits());
+    }
+    ref->EditTransform().MultRight(ZtLAffine3f(transformMatrix_, shift));
+}
+
+int ZtOdPdsDriLoaderPlugin::SetDgnLoaderOption(int value) {
+    ZtOpPlugin* dgnLoader = ZtOpDB::GetPluginByName(kDgnLoaderName);
+    if (!dgnLoader)
+        return 1;
+    ZtUAutoRefPtr<ZtUOptionSet> options = dgnLoader->GetOptionSet();
+    if (!options)
+        return 1;
+    ZtUData data;
+    options->GetValue(kDgnLoaderOption, &data);
+    const int former = data.GetBool() ? 1 : 0;
+    data.SetBool(value != 0);
+    options->SetValue(kDgnLoaderOption, data, nullptr);
+    return former;
+}
+
+ZtUComponent ZtOdPdsDriLoaderPlugin::component_;
+
+int ZtOdPdsDriLoaderPlugin::InitialiseComponent() {
+    return component_.Initialise("ZtOdPdsDriLoaderPlugin");
+}
+
+int ZtOdPdsDriLoaderPlugin::TerminateComponent() {
+    return component_.Terminate();
+}

@@ -1,0 +1,207 @@
+#include "DriTestSupport.h"
+
+#include "ztobject/ZtOaShape.h"
+#include "ztplugin/ZtOpSceneProps.h"
+#include "ztplugin/ZtOpState.h"
+
+namespace {
+
+using LoaderPlugin = DriLoaderTest;
+
+TEST_F(LoaderPlugin, IdentityAndFormat) {
+    EXPECT_EQ(loader_.GetTypeNumber(), 5u);
+    EXPECT_EQ(loader_.GetRegisteredName(), "ZtOdPdsDriLoaderPlugin");
+    EXPECT_EQ(loader_.GetFlags(), 1);
+    EXPECT_EQ(loader_.IsFilePlugin(), 1);
+    EXPECT_EQ(loader_.IsScenePropsPlugin(), 1);
+    ZtUStringBuffer resource;
+    loader_.IGetResourceName(&resource);
+    EXPECT_EQ(resource, "ztodpds");
+    ZtUWideStringBuffer text;
+    loader_.IGetFormatName(&text, ZtOpFilePlugin::kNameForMenu);
+    EXPECT_EQ(text, L"PDS Design Review File");
+    loader_.IGetFormatExtension(&text);
+    EXPECT_EQ(text, L".dri");
+    EXPECT_EQ(loader_.IUnderstandsFile(L"plant.dri"), 1);
+}
+
+ZtUData Bool(bool value) {
+    ZtUData data;
+    data.SetBool(value);
+    return data;
+}
+
+TEST_F(LoaderPlugin, BooleanParametersDefaultToTrueAndReadBack) {
+    for (int number : {0, 1}) {
+        ZtUData data;
+        loader_.IGetParameter(number, &data);
+        EXPECT_EQ(data.GetType(), ZtUData::kBool);
+        EXPECT_TRUE(data.GetBool());
+        EXPECT_EQ(loader_.ISetParameter(number, Bool(false)), 1);
+        loader_.IGetParameter(number, &data);
+        EXPECT_FALSE(data.GetBool());
+        // Any non-zero value is true.
+        ZtUData seven;
+        seven.SetInt32(7);
+        EXPECT_EQ(loader_.ISetParameter(number, seven), 1);
+        loader_.IGetParameter(number, &data);
+        EXPECT_TRUE(data.GetBool());
+    }
+    // The two are separate.
+    loader_.ISetParameter(0, Bool(false));
+    ZtUData other;
+    loader_.IGetParameter(1, &other);
+    EXPECT_TRUE(other.GetBool());
+}
+
+int GetInputFiles(ZtOdPdsDriLoaderPlugin& loader) {
+    ZtUData data;
+    loader.IGetParameter(2, &data);
+    int value = -1;
+    ZtUStringBuffer enumName;
+    EXPECT_NE(data.GetName(), nullptr);
+    if (!data.GetName() || !ZtUName::DecodeEnumName(data.GetName()->GetString(), &value, &enumName))
+        return -1;
+    EXPECT_EQ(enumName, "ztodpds_dri_input_files_enum");
+    return value;
+}
+
+TEST_F(LoaderPlugin, InputFilesRoundTripsAsAnEnumName) {
+    EXPECT_EQ(GetInputFiles(loader_), 0);
+    for (int value : {1, 2, 0, 2}) {
+        SetInputFiles(value);
+        EXPECT_EQ(GetInputFiles(loader_), value);
+    }
+}
+
+TEST_F(LoaderPlugin, AnythingButAValueOfTheEnumSetsInputFilesToZero) {
+    auto named = [](const char* text) {
+        ZtUData data;
+        data.SetName(new ZtUName(text, nullptr));
+        return data;
+    };
+    const ZtUData cases[] = {
+        named("ztodpds_dri_input_files_enum#3"),
+        named("ztodpds_dri_input_files_enum#-1"),
+        named("other_enum#1"),
+        named("ztodpds_dri_input_files_enum"),
+        named("ztodpds_dri_input_files_enum#1x"),
+        Bool(true),
+        ZtUData(),
+    };
+    for (const ZtUData& data : cases) {
+        SetInputFiles(2);
+        EXPECT_EQ(loader_.ISetParameter(2, data), 1);
+        EXPECT_EQ(GetInputFiles(loader_), 0);
+    }
+}
+
+TEST_F(LoaderPlugin, OtherParameterNumbersAreNotTheLoaders) {
+    for (int number : {-1, 3, 100}) {
+        EXPECT_EQ(loader_.ISetParameter(number, Bool(false)), 0);
+        ZtUData data;
+        data.SetInt32(42);
+        EXPECT_EQ(loader_.IGetParameter(number, &data), nullptr);
+        EXPECT_EQ(data.GetInt32(), 42);
+    }
+    ZtUData data;
+    loader_.IGetParameter(0, &data);
+    EXPECT_TRUE(data.GetBool());
+}
+
+TEST_F(LoaderPlugin, TheLastStateCreatedIsRememberedUntilItGoes) {
+    ZtOpState first, second;
+    EXPECT_EQ(loader_.GetState(), nullptr);
+    loader_.IStateCreated(&first);
+    loader_.IStateCreated(&second);
+    EXPECT_EQ(loader_.GetState(), &second);
+    loader_.IStateDestroyed(&first);
+    EXPECT_EQ(loader_.GetState(), &second);
+    loader_.IStateDestroyed(&second);
+    EXPECT_EQ(loader_.GetState(), nullptr);
+}
+
+TEST_F(LoaderPlugin, DgnOptionIsOffFromReadToFinish) {
+    ZtOpSceneSet set;
+    ASSERT_TRUE(DgnOption10());
+    ASSERT_EQ(Read("DesignReview_Control{}", &set), 0);
+    EXPECT_FALSE(DgnOption10());
+    ZtOpSceneProps props;
+    ZtOaPartition partition(L"scene");
+    EXPECT_EQ(loader_.IFinishSet(record_, &props, &partition, nullptr), 0);
+    record_ = nullptr;
+    EXPECT_TRUE(DgnOption10());
+
+    // An option that was off before stays off.
+    SetDgnOption10(false);
+    ASSERT_EQ(Read("DesignReview_Control{}", &set), 0);
+    loader_.IFinishSet(record_, &props, &partition, nullptr);
+    record_ = nullptr;
+    EXPECT_FALSE(DgnOption10());
+}
+
+TEST_F(LoaderPlugin, WithoutPropsOrPartitionFinishOnlyFreesTheRecord) {
+    ZtOpSceneSet set;
+    ZtOpSceneProps props;
+    ZtOaPartition partition(L"scene");
+    for (int i = 0; i < 2; ++i) {
+        ASSERT_EQ(Read("DesignReview_Control{}", &set), 0);
+        EXPECT_EQ(loader_.IFinishSet(record_, i == 0 ? nullptr : &props,
+                                     i == 0 ? &partition : nullptr, nullptr),
+                  0);
+        record_ = nullptr;
+        EXPECT_FALSE(DgnOption10());
+    }
+    EXPECT_FALSE(props.GetCurrentView()->GetViewPoint().GetWorldUp().has_value());
+    EXPECT_EQ(props.GetCurrentView()->GetViewPoint().GetParts(), 0u);
+    // A null record is no error.
+    EXPECT_EQ(loader_.IFinishSet(nullptr, nullptr, nullptr, nullptr), 0);
+}
+
+TEST_F(LoaderPlugin, WithoutADgnLoaderTheLoadGoesOn) {
+    ZtOpDB::RemovePlugin(dgnLoader_);
+    dgnLoader_ = nullptr;
+    ZtOpSceneSet set;
+    ASSERT_EQ(Read("DesignReview_Control{dgn{name{a.dgn}}}", &set), 0);
+    EXPECT_EQ(set.GetSceneRefs().Size(), 1u);
+    ZtOpSceneProps props;
+    ZtOaPartition partition(L"scene");
+    EXPECT_EQ(loader_.IFinishSet(record_, &props, &partition, nullptr), 0);
+    record_ = nullptr;
+}
+
+TEST_F(LoaderPlugin, FinishSetsUpTheViewpointOverTheScene) {
+    ZtOpSceneSet set;
+    ASSERT_EQ(Read("DesignReview_Control{}", &set), 0);
+    ZtOpSceneProps props;
+    ZtNvViewPoint* viewPoint = props.EditCurrentView()->EditViewPoint();
+    viewPoint->SetParts(1);
+    viewPoint->SetWorldUp(ZtLVec3f(0, 1, 0));
+    ZtOaPartition partition(L"scene");
+    auto* model = new ZtOaGroup;
+    model->AddChild(new ZtOaShape(ZtLBox3f(ZtLPos3f(0, 0, 0), ZtLPos3f(10, 20, 4))));
+    partition.AddChild(model);
+    loader_.IFinishSet(record_, &props, &partition, nullptr);
+    record_ = nullptr;
+
+    EXPECT_EQ(viewPoint->GetWorldUp(), ZtLVec3f(0, 0, 1));
+    EXPECT_EQ(viewPoint->GetParts(), 5u);
+    const ZtNvCamera& camera = viewPoint->GetCamera();
+    // Looking down at the box's centre, up along +Z as far as the view allows.
+    const ZtLVec3f toCentre = (ZtLPos3f(5, 10, 2) - camera.GetPosition()).Normalized();
+    EXPECT_NEAR(toCentre.Dot(camera.ViewDir()), 1, 1e-12);
+    EXPECT_LT(camera.ViewDir().z, 0);
+    EXPECT_GT(camera.GetUp().z, 0);
+    EXPECT_NE(camera.HasValidFrustum(0.0), 0);
+}
+
+TEST_F(LoaderPlugin, ComponentStartsAndEndsUnderItsName) {
+    EXPECT_EQ(ZtOdPdsDriLoaderPlugin::InitialiseComponent(), 1);
+    EXPECT_TRUE(ZtOdPdsDriLoaderPlugin::GetComponent().IsLive());
+    EXPECT_EQ(ZtOdPdsDriLoaderPlugin::GetComponent().GetName(), "ZtOdPdsDriLoaderPlugin");
+    EXPECT_EQ(ZtOdPdsDriLoaderPlugin::TerminateComponent(), 1);
+    EXPECT_FALSE(ZtOdPdsDriLoaderPlugin::GetComponent().IsLive());
+    EXPECT_EQ(ZtOdPdsDriLoaderPlugin::TerminateComponent(), 0);
+}
+
+} // namespace

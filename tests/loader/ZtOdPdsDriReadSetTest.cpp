@@ -1,0 +1,198 @@
+#include "DriTestSupport.h"
+
+#include "ztutil/ZtUSysString.h"
+
+#include <filesystem>
+#include <vector>
+
+namespace {
+
+using ReadSet = DriLoaderTest;
+
+std::vector<std::wstring> SourceNames(const ZtOpSceneSet& set) {
+    std::vector<std::wstring> names;
+    for (std::size_t i = 0; i < set.GetSceneRefs().Size(); ++i)
+        names.push_back(set.GetSceneRefs()[i]->GetSourceName().Str());
+    return names;
+}
+
+TEST_F(ReadSet, StatusesOfTheFirstBlock) {
+    struct Case {
+        const char* text;
+        int status;
+    };
+    const Case cases[] = {
+        {"", 64},
+        {"no brace at all\nanywhere\n", 64},
+        {"foo{}", 128},
+        {"DESIGNREVIEW_CONTROL{}", 128},
+        {"DesignReview_Control {}", 0}, // the name is trimmed
+        {"DesignReview_Control{}", 0},
+        {"comment line\nanother one\nDesignReview_Control{\n}\n", 0},
+        // Text before the name on its own line is part of it.
+        {"x DesignReview_Control{}", 128},
+        // A closing brace before the first block leaves depth below 0, and the first
+        // opening brace that follows names no block.
+        {"}\nDesignReview_Control{dgn{name{a.dgn}}}", 128},
+        {"}\nDesignReview_Control{}", 64},
+        // Unfinished: the blocks read so far stand.
+        {"DesignReview_Control{", 0},
+    };
+    for (const Case& c : cases) {
+        ZtOpSceneSet set;
+        EXPECT_EQ(Read(c.text, &set), c.status) << c.text;
+        EXPECT_EQ(record_ != nullptr, c.status == 0) << c.text;
+    }
+}
+
+TEST_F(ReadSet, AFileThatCannotBeOpenedGives64) {
+    ZtOpSceneSet set;
+    EXPECT_EQ(ReadFile("missing.dri", &set), 64);
+    EXPECT_EQ(record_, nullptr);
+    // A folder is no file either.
+    std::filesystem::create_directory(folder_.File("folder.dri"));
+    EXPECT_EQ(ReadFile("folder.dri", &set), 64);
+}
+
+TEST_F(ReadSet, FailuresLeaveSetRecordAndDgnOptionAlone) {
+    for (const char* text : {"", "foo{dgn{name{a.dgn}}}"}) {
+        ZtOpSceneSet set;
+        set.SetLinearUnits(ZtOaUnit::kMiles);
+        record_ = reinterpret_cast<void*>(1); // IReadSet nulls it first
+        EXPECT_TRUE(ZtTestWriteBytes(folder_.File("bad.dri"), text));
+        EXPECT_NE(loader_.IReadSet(ZtUWideString(folder_.WideFile("bad.dri")), &set, &record_), 0);
+        EXPECT_EQ(record_, nullptr);
+        EXPECT_EQ(set.GetSceneRefs().Size(), 0u);
+        EXPECT_EQ(set.GetLinearUnits(), ZtOaUnit::kMiles);
+        EXPECT_TRUE(DgnOption10());
+    }
+}
+
+TEST_F(ReadSet, TheRecordKeepsThePathAndItsFolder) {
+    ZtOpSceneSet set;
+    ASSERT_EQ(Read("DesignReview_Control{}", &set), 0);
+    EXPECT_EQ(Record()->path.Str(), folder_.WideFile("review.dri"));
+    EXPECT_EQ(Record()->directory.Str(), ZtTestWide(folder_.Path()));
+    EXPECT_EQ(set.GetSceneRefs().Size(), 0u);
+}
+
+TEST_F(ReadSet, OneReferenceForEachDgnWithAName) {
+    ZtOpSceneSet set;
+    ASSERT_EQ(Read("DesignReview_Control{\n"
+                   "dgn{name{pipes.dgn}}\n"
+                   "dgn{ other{x} name{ steel.dgn } name{second.dgn} }\n"
+                   "dgn{nothing{here}}\n"
+                   "dgn{}\n"
+                   "DGN{name{capitals.dgn}}\n"
+                   "dgn{x{name{nested.dgn}} name{ \n sub/equip.dgn\t}}\n"
+                   "dgn{name{pipes.dgn}}\n"
+                   "unknown{name{u.dgn} dgn{name{inner.dgn}}}\n"
+                   "}\n"
+                   "dgn{name{behind.dgn}}\n",
+                   &set),
+              0);
+    EXPECT_EQ(SourceNames(set), (std::vector<std::wstring>{L"pipes.dgn", L"steel.dgn",
+                                                           L"sub/equip.dgn", L"pipes.dgn"}));
+    for (std::size_t i = 0; i < set.GetSceneRefs().Size(); ++i) {
+        const ZtOpSceneRef* ref = set.GetSceneRefs()[i];
+        EXPECT_EQ(ref->GetLoadFile(), ref->GetSourceName());
+        EXPECT_EQ(ref->GetLoadKind(), 2);
+        EXPECT_EQ(ref->GetTransform(), ZtLAffine3f());
+    }
+}
+
+TEST_F(ReadSet, BlocksBeforeAnUnfinishedBlockStand) {
+    ZtOpSceneSet set;
+    ASSERT_EQ(
+        Read("DesignReview_Control{\ndgn{name{a.dgn}}\nmaster_unit{ft}\ndgn{name{b.dgn}", &set), 0);
+    EXPECT_EQ(SourceNames(set), (std::vector<std::wstring>{L"a.dgn"}));
+    EXPECT_EQ(set.GetLinearUnits(), ZtOaUnit::kFeet);
+}
+
+TEST_F(ReadSet, TextKeysHaveNoMeaningInAControlFile) {
+    // With counted texts a brace behind "text" would start a count.
+    ZtOpSceneSet set;
+    ASSERT_EQ(Read("DesignReview_Control{text{5 }{}dgn{name{a.dgn}}}", &set), 0);
+    EXPECT_EQ(SourceNames(set), (std::vector<std::wstring>{L"a.dgn"}));
+}
+
+TEST_F(ReadSet, MasterUnitGoesToLaterReferencesAndToTheSet) {
+    ZtOpSceneSet set;
+    ASSERT_EQ(Read("DesignReview_Control{dgn{name{a.dgn}} master_unit{FT} dgn{name{b.dgn}}"
+                   " master_unit{mm} dgn{name{c.dgn}} master_unit{ft}}",
+                   &set),
+              0);
+    ASSERT_EQ(set.GetSceneRefs().Size(), 3u);
+    EXPECT_EQ(set.GetSceneRefs()[0]->GetLinearUnits(), ZtOaUnit::kMetres);
+    EXPECT_EQ(set.GetSceneRefs()[1]->GetLinearUnits(), ZtOaUnit::kFeet);
+    EXPECT_EQ(set.GetSceneRefs()[2]->GetLinearUnits(), ZtOaUnit::kMillimetres);
+    EXPECT_EQ(set.GetLinearUnits(), ZtOaUnit::kFeet);
+}
+
+TEST_F(ReadSet, AnUnknownMasterUnitIsMetresForLoaderAndSet) {
+    ZtOpSceneSet set;
+    ASSERT_EQ(
+        Read("DesignReview_Control{master_unit{in} master_unit{foot} dgn{name{a.dgn}}}", &set), 0);
+    EXPECT_EQ(set.GetSceneRefs()[0]->GetLinearUnits(), ZtOaUnit::kMetres);
+    EXPECT_EQ(set.GetLinearUnits(), ZtOaUnit::kMetres);
+}
+
+TEST_F(ReadSet, InputFilesChooseBetweenModelAndCacheFile) {
+    std::filesystem::create_directory(folder_.File("sub"));
+    ZtTestWriteBytes(folder_.File("a.kvc"), "cache");
+    ZtTestWriteBytes(folder_.File("sub/c.kvc"), "cache");
+    const std::string review = "DesignReview_Control{dgn{name{a.dgn}} dgn{name{ b.dgn }}"
+                               " dgn{name{sub/c.dgn}} dgn{name{./sub/../a}}}";
+    const std::wstring aCache = folder_.WideFile("a.kvc");
+    const std::wstring cCache = folder_.WideFile("sub/c.kvc");
+    struct Case {
+        int inputFiles;
+        std::vector<std::wstring> loadFiles;
+    };
+    const Case cases[] = {
+        {0, {L"a.dgn", L"b.dgn", L"sub/c.dgn", L"./sub/../a"}},
+        {1, {aCache, L"", cCache, aCache}},
+        {2, {aCache, L"b.dgn", cCache, aCache}},
+    };
+    for (const Case& c : cases) {
+        SetInputFiles(c.inputFiles);
+        ZtOpSceneSet set;
+        ASSERT_EQ(Read(review, &set), 0);
+        ASSERT_EQ(set.GetSceneRefs().Size(), 4u);
+        for (std::size_t i = 0; i < 4; ++i) {
+            EXPECT_EQ(set.GetSceneRefs()[i]->GetLoadFile().Str(), c.loadFiles[i])
+                << c.inputFiles << " " << i;
+            // The source name is the name as written, whatever is loaded.
+            EXPECT_EQ(set.GetSceneRefs()[i]->GetLoadKind(), 2);
+        }
+        EXPECT_EQ(SourceNames(set),
+                  (std::vector<std::wstring>{L"a.dgn", L"b.dgn", L"sub/c.dgn", L"./sub/../a"}));
+    }
+}
+
+TEST_F(ReadSet, ACacheFileIsLookedForBesideTheControlFileNotTheWorkingFolder) {
+    std::filesystem::create_directory(folder_.File("reviews"));
+    ZtTestWriteBytes(folder_.File("a.kvc"), "cache");
+    SetInputFiles(1);
+    ZtOpSceneSet set;
+    ASSERT_EQ(Read("DesignReview_Control{dgn{name{a.dgn}} dgn{name{../a.dgn}}}", &set,
+                   "reviews/review.dri"),
+              0);
+    EXPECT_EQ(set.GetSceneRefs()[0]->GetLoadFile().Str(), L"");
+    EXPECT_EQ(set.GetSceneRefs()[1]->GetLoadFile().Str(), folder_.WideFile("a.kvc"));
+}
+
+TEST_F(ReadSet, ModelFilesNeedNotExist) {
+    ZtOpSceneSet set;
+    ASSERT_EQ(Read("DesignReview_Control{dgn{name{/no/such/model.dgn}}}", &set), 0);
+    EXPECT_EQ(set.GetSceneRefs()[0]->GetLoadFile().Str(), L"/no/such/model.dgn");
+}
+
+TEST_F(ReadSet, WideNamesSurviveTheReading) {
+    ZtOpSceneSet set;
+    ASSERT_EQ(Read("DesignReview_Control{dgn{name{r\xc3\xb6hre-\xf0\x9f\x94\xa7.dgn}}}", &set), 0);
+    EXPECT_EQ(ZtUSysString::WideToUtf8(set.GetSceneRefs()[0]->GetSourceName().Str()),
+              "r\xc3\xb6hre-\xf0\x9f\x94\xa7.dgn");
+}
+
+} // namespace
