@@ -1,8 +1,10 @@
 #pragma once
+#include "readers/ZtOdPdsBlock.h"
+
 #include <cstddef>
 #include <cstdint>
-
-class ZtOdPdsBlock;
+#include <cwchar>
+#include <cwctype>
 
 // The character machine of the `name{value}` syntax, for one block: it gathers text,
 // takes the name at the first opening brace and the value at the matching closing brace.
@@ -12,6 +14,10 @@ class ZtOdPdsBlock;
 //
 // Counts and pass-through are unsigned 32-bit numbers: a count of 0 or 1 wraps and lets
 // the rest of the input through as text, and so do counts too long for 32 bits.
+//
+// A reader lives on the stack of one source call and runs once per character. Everything
+// it does is inline and nothing takes its address, so that the compiler can keep its
+// fields in registers for the length of the character loop.
 class ZtOdPdsBlockReader {
 public:
     enum Result : int {
@@ -24,12 +30,19 @@ public:
 
     // Clears `block` (its flags stay) and reads its flags. With `stopAtName` 1 the reader
     // reports kComplete as soon as the name is taken.
-    ZtOdPdsBlockReader(ZtOdPdsBlock* block, std::int32_t stopAtName);
-    ~ZtOdPdsBlockReader();
+    ZtOdPdsBlockReader(ZtOdPdsBlock* block, std::int32_t stopAtName)
+        : stopAtName_(stopAtName), block_(block) {
+        block_->Clear();
+        flags_ = block_->GetFlags();
+        const Buffer buffer = Allocate();
+        buffer_ = buffer.text;
+        capacity_ = buffer.capacity;
+    }
+    ~ZtOdPdsBlockReader() { Free(buffer_); }
     ZtOdPdsBlockReader(const ZtOdPdsBlockReader&) = delete;
     ZtOdPdsBlockReader& operator=(const ZtOdPdsBlockReader&) = delete;
 
-    // Takes the next character. Inline, as it runs once per character of a file.
+    // Takes the next character.
     int FeedChar(wchar_t c) {
         if (passThrough_ != 0) {
             Append(c);
@@ -52,23 +65,80 @@ public:
     }
 
 private:
-    static constexpr std::size_t kInitialCapacity = 512;
+    struct Buffer {
+        wchar_t* text;
+        std::size_t capacity;
+    };
+    // The buffer's memory comes from ZtUMemory; these take and give values only, so that
+    // the reader's address never leaves it. Growing adds half the capacity; when memory
+    // is short the old buffer stays and the character is dropped.
+    static Buffer Allocate();
+    static Buffer Grow(Buffer buffer);
+    static void Free(wchar_t* text);
 
-    int OpenBrace();
-    int CloseBrace();
-    void CountDigit(wchar_t c);
-    bool EndsWithText() const;
+    int OpenBrace() {
+        ++depth_;
+        // Before the name is taken, so that a key ending in "text" counts at any depth.
+        if ((flags_ & ZtOdPdsCountedText) && EndsWithText()) {
+            inCount_ = 1;
+            count_ = 0;
+        }
+        if (depth_ == 1) {
+            block_->SetName(buffer_, LengthToNul());
+            length_ = 0;
+            if (stopAtName_ == 1)
+                return kComplete;
+        } else {
+            Append(L'{');
+        }
+        return complete_ ? kComplete : kContinue;
+    }
+
+    int CloseBrace() {
+        --depth_;
+        if (depth_ < 0)
+            return kUnmatchedClose;
+        if (depth_ == 0) {
+            block_->SetValue(buffer_, LengthToNul());
+            length_ = 0;
+            complete_ = 1;
+            return kComplete;
+        }
+        Append(L'}');
+        return complete_ ? kComplete : kContinue;
+    }
+
+    // The count's digits and the character that ends them stay in the value; the caller
+    // splits them off. The subtraction wraps for counts below 2.
+    void CountDigit(wchar_t c) {
+        if (std::iswdigit(static_cast<std::wint_t>(c))) {
+            count_ = count_ * 10 + static_cast<std::uint32_t>(c - L'0');
+        } else {
+            inCount_ = 0;
+            passThrough_ = count_ - 2;
+        }
+    }
+
+    bool EndsWithText() const {
+        return length_ >= 4 && buffer_[length_ - 4] == L't' && buffer_[length_ - 3] == L'e' &&
+               buffer_[length_ - 2] == L'x' && buffer_[length_ - 1] == L't';
+    }
+
     // The gathered text up to its first NUL.
-    std::size_t LengthToNul() const;
+    std::size_t LengthToNul() const {
+        const wchar_t* nul = std::wmemchr(buffer_, L'\0', length_);
+        return nul ? static_cast<std::size_t>(nul - buffer_) : length_;
+    }
 
     void Append(wchar_t c) {
-        if (length_ == capacity_)
-            Grow();
+        if (length_ == capacity_) {
+            const Buffer grown = Grow({buffer_, capacity_});
+            buffer_ = grown.text;
+            capacity_ = grown.capacity;
+        }
         if (length_ < capacity_)
             buffer_[length_++] = c;
     }
-    // Adds half the capacity; when memory is short the character is dropped.
-    void Grow();
 
     std::int32_t stopAtName_;
     std::int32_t complete_ = 0;
@@ -76,7 +146,7 @@ private:
     std::uint32_t count_ = 0;
     std::uint32_t passThrough_ = 0;
     std::int32_t depth_ = 0;
-    // The gathered text, from ZtUMemory.
+    // The gathered text.
     wchar_t* buffer_ = nullptr;
     std::size_t length_ = 0;
     std::size_t capacity_ = 0;

@@ -24,13 +24,13 @@ int ZtOdPdsTextFile::ReadLines(ZtOdPdsInputConsumer& consumer) {
     consumer.Begin();
     wchar_t text[512];
     while (file_ && ZtUSysFile::fgetws(text, 512, file_)) {
-        const std::size_t length = ZtUSysString::WideStrlen(text);
+        std::size_t length = ZtUSysString::WideStrlen(text);
         if (length <= 1)
             continue;
         // A CR that the stream lets through stays in the line.
         if (text[length - 1] == L'\n')
-            text[length - 1] = L'\0';
-        line.SetString(text);
+            text[--length] = L'\0';
+        line.SetString(text, length);
         if (!consumer.Line(line)) {
             consumer.End();
             return 0;
