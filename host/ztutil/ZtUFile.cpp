@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 #include <cwchar>
 #include <unistd.h>
@@ -17,6 +18,17 @@ bool IsHighSurrogate(unsigned unit) {
 }
 bool IsLowSurrogate(unsigned unit) {
     return unit >= 0xDC00 && unit <= 0xDFFF;
+}
+
+// True if the eight bytes at `bytes` are ASCII and none is a CR: they decode one to one.
+bool IsPlainAscii(const unsigned char* bytes) {
+    constexpr std::uint64_t kHighBits = 0x8080808080808080;
+    constexpr std::uint64_t kOnes = 0x0101010101010101;
+    std::uint64_t word;
+    std::memcpy(&word, bytes, sizeof word);
+    const std::uint64_t crZero = word ^ (kOnes * '\r');
+    // A zero byte in crZero is a CR in the word.
+    return (word & kHighBits) == 0 && ((crZero - kOnes) & ~crZero & kHighBits) == 0;
 }
 
 } // namespace
@@ -107,6 +119,13 @@ std::size_t ZtUFile::DecodeUtf8(std::size_t first, std::size_t available, bool l
     const unsigned char* p = bytes + first;
     wchar_t* out = units_.get();
     while (p < safeEnd) {
+        if (safeEnd - p >= 8 && IsPlainAscii(p)) {
+            for (int i = 0; i < 8; ++i)
+                out[i] = static_cast<wchar_t>(p[i]);
+            out += 8;
+            p += 8;
+            continue;
+        }
         const unsigned char byte = *p;
         if (byte < 0x80) {
             ++p;

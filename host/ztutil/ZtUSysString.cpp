@@ -1,12 +1,10 @@
 #include "ztutil/ZtUSysString.h"
 
+#include <cwchar>
+
+// The C library's is vectorised; the line pump takes the length of every line.
 std::size_t ZtUSysString::WideStrlen(const wchar_t* text) {
-    if (!text)
-        return 0;
-    const wchar_t* end = text;
-    while (*end)
-        ++end;
-    return static_cast<std::size_t>(end - text);
+    return text ? std::wcslen(text) : 0;
 }
 
 int ZtUSysString::WideStrncmp(const wchar_t* a, const wchar_t* b, std::size_t count) {
