@@ -1,0 +1,131 @@
+// Throughput of the two text readers against the bare decoding of the stream under them,
+// all over one large file of tag-like blocks.
+
+#include "readers/ZtOdPdsBlock.h"
+#include "readers/ZtOdPdsBlockFileSource.h"
+#include "readers/ZtOdPdsInputConsumer.h"
+#include "readers/ZtOdPdsTextFile.h"
+#include "ztutil/ZtUSysFile.h"
+#include "ztutil/ZtUSysString.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <unistd.h>
+
+namespace {
+
+constexpr std::size_t kFileSize = 64 * 1024 * 1024;
+
+// The benchmark file, written once into a private temporary folder and removed at exit.
+class BenchFile {
+public:
+    BenchFile() {
+        const char* base = std::getenv("TMPDIR");
+        std::string pattern = std::string(base && *base ? base : "/tmp") + "/ztbench-XXXXXX";
+        if (!::mkdtemp(pattern.data()))
+            return;
+        dir_ = pattern;
+        const std::string path = dir_ + "/bench.tag";
+        std::ofstream out(path, std::ios::binary);
+        std::string block;
+        for (std::size_t i = 0; size_ < kFileSize; ++i) {
+            const std::string body =
+                "Check the support of line " + std::to_string(i) + " against the {steel} drawing.";
+            block = "tag{\nid{" + std::to_string(i) +
+                    "}\nview{1200 -3400 5600 0 0 1 30}\nposition{1200 -3400 5600}\n"
+                    "text{" +
+                    std::to_string(body.size() + 2) + "\n" + body + "}\n}\n";
+            out << block;
+            size_ += block.size();
+        }
+        if (out)
+            path_ = ZtUSysString::Utf8ToWide(path);
+    }
+    ~BenchFile() {
+        std::error_code ignored;
+        if (!dir_.empty())
+            std::filesystem::remove_all(dir_, ignored);
+    }
+
+    const wchar_t* Path() const { return path_.c_str(); }
+    std::size_t Size() const { return size_; }
+    bool Ready() const { return !path_.empty(); }
+
+private:
+    std::string dir_;
+    std::wstring path_;
+    std::size_t size_ = 0;
+};
+
+const BenchFile& File() {
+    static const BenchFile file;
+    return file;
+}
+
+class NullConsumer : public ZtOdPdsInputConsumer {
+public:
+    int Begin() override { return 1; }
+    int End() override { return 1; }
+    int Line(ZtUWideStringBuffer& line) override {
+        benchmark::DoNotOptimize(&line);
+        return 1;
+    }
+};
+
+void Finish(benchmark::State& state) {
+    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * File().Size()));
+}
+
+void BM_StreamDecode(benchmark::State& state) {
+    if (!File().Ready())
+        return state.SkipWithError("cannot write the benchmark file");
+    for (auto _ : state) {
+        ZtUFile* file =
+            ZtUSysFile::fopenW(File().Path(), ZtUSysFile::kAccessRead, ZtUSysFile::kOpenExisting,
+                               ZtUSysFile::kTranslateText, ZtUSysFile::kShareReadWrite, 0, 384);
+        unsigned sum = 0;
+        for (unsigned c; (c = ZtUSysFile::fgetwc(file)) != ZtUFile::kEnd;)
+            sum += c;
+        benchmark::DoNotOptimize(sum);
+        ZtUSysFile::fclose(file);
+    }
+    Finish(state);
+}
+
+void BM_LinePump(benchmark::State& state) {
+    if (!File().Ready())
+        return state.SkipWithError("cannot write the benchmark file");
+    for (auto _ : state) {
+        ZtOdPdsTextFile file;
+        file.Open(File().Path());
+        NullConsumer consumer;
+        benchmark::DoNotOptimize(file.ReadLines(consumer));
+    }
+    Finish(state);
+}
+
+void BM_BlockReader(benchmark::State& state) {
+    if (!File().Ready())
+        return state.SkipWithError("cannot write the benchmark file");
+    for (auto _ : state) {
+        ZtOdPdsBlockFileSource source(ZtOdPdsCountedText);
+        source.Open(File().Path());
+        ZtOdPdsBlock block;
+        std::size_t blocks = 0;
+        while (source.NextBlock(&block))
+            ++blocks;
+        benchmark::DoNotOptimize(blocks);
+        state.counters["blocks"] = static_cast<double>(blocks);
+    }
+    Finish(state);
+}
+
+} // namespace
+
+BENCHMARK(BM_StreamDecode)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_LinePump)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_BlockReader)->Unit(benchmark::kMillisecond);
