@@ -1,0 +1,54 @@
+#include "rules/ZtOdPdsFindSpecBuilder.h"
+
+#include "readers/ZtOdPdsDstContext.h"
+#include "rules/ZtOdPdsComponents.h"
+#include "ztplugin/ZtOpComment.h"
+#include "ztplugin/ZtOpSavedItem.h"
+#include "ztplugin/ZtOpSelectionSet.h"
+
+ZtOdPdsFindSpecBuilder::ZtOdPdsFindSpecBuilder(const wchar_t* name, std::uint64_t maxConditions)
+    : name_(name), findSpec_(new ZtOpFindSpec), maxConditions_(maxConditions) {}
+
+ZtOdPdsFindSpecBuilder::~ZtOdPdsFindSpecBuilder() {
+    delete findSpec_;
+}
+
+int ZtOdPdsFindSpecBuilder::AddCondition(ZtOpFindCondition& condition) {
+    if (overflowed_ || findSpec_->GetNumConditions() >= maxConditions_) {
+        overflowed_ = 1;
+        return 0;
+    }
+    if (nextOpensAlternative_)
+        condition.AddFlags(ZtOpFindConditionFlags::kNewAlternative);
+    findSpec_->AddCondition(condition);
+    nextOpensAlternative_ = 0;
+    return 1;
+}
+
+void ZtOdPdsFindSpecBuilder::AddSelectionSet(ZtOdPdsDstContext* context) {
+    if (!context || !context->folder)
+        return;
+    auto* set = new ZtOpSelectionSet;
+    findSpec_->SelectAll();
+    set->SetName(name_.GetString());
+    set->EditImplicitSelection().SetImplicitFindSpec(*findSpec_);
+    if (!comment_.IsEmpty()) {
+        auto* comment = new ZtOpComment(0);
+        comment->SetBody(comment_.GetString());
+        set->EditComments().PushBack(comment);
+    }
+    context->folder->AddChild(set);
+}
+
+ZtUComponent& ZtOdPdsFindSpecBuilder::GetComponent() {
+    static ZtUComponent component;
+    return component;
+}
+
+int ZtOdPdsFindSpecBuilder::StartComponent() {
+    return ZtOdPdsStartComponents({{&GetComponent(), "ZtOdPdsFindSpecBuilder"}});
+}
+
+int ZtOdPdsFindSpecBuilder::EndComponent() {
+    return ZtOdPdsEndComponents({&GetComponent()});
+}

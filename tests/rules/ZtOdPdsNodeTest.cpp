@@ -1,0 +1,268 @@
+#include "RulesTestSupport.h"
+#include "rules/ZtOdPdsLimits.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Op = ZtOpFindConditionOp;
+
+// Runs the pipeline on a root it pins, as a display set does, and keeps what each step
+// left.
+struct Pinned {
+    explicit Pinned(ZtOdPdsNode* root) : root(root) { root->AddRef(); }
+    ~Pinned() { root->Release(); }
+
+    std::vector<std::string> Pipeline() {
+        EXPECT_EQ(root->IsComplete(), 1);
+        root->PushNegation();
+        pushed = Infix(root);
+        ZtOdPdsRewriteBudget budget;
+        EXPECT_EQ(root->Flatten(budget), 1);
+        flat = Infix(root);
+        return EmitAll();
+    }
+
+    std::vector<std::string> EmitAll() {
+        ZtOdPdsFindSpecBuilder builder(L"set");
+        root->Emit(builder);
+        return Shorts(builder.GetFindSpec());
+    }
+
+    ZtOdPdsNode* root;
+    std::string pushed;
+    std::string flat;
+};
+
+class Expression : public ::testing::Test {
+protected:
+    ZtOdPdsStatement* L(const wchar_t* label, Op::Enum op = Op::kEqual) {
+        return Leaf(names, label, op);
+    }
+    ZtUNameDict names;
+};
+
+TEST_F(Expression, AndOverNegatedOrBecomesOneGroupOfComplements) {
+    Pinned run(And(L(L"A"), Not(Or(L(L"B"), L(L"C")))));
+    const auto conditions = run.Pipeline();
+    EXPECT_EQ(run.pushed, "(A AND (!B AND !C))");
+    EXPECT_EQ(run.flat, "((A AND !B) AND !C)");
+    EXPECT_EQ(conditions, (std::vector<std::string>{"A", "B~7", "C~7"}));
+}
+
+TEST_F(Expression, FlatFormsAndEmitOrders) {
+    struct Case {
+        std::function<ZtOdPdsNode*()> make;
+        std::string flat;
+        std::vector<std::string> conditions;
+    };
+    const Case cases[] = {
+        {[&] { return And(L(L"A"), Or(L(L"B"), L(L"C"))); },
+         "((A AND B) OR (A AND C))",
+         {"A", "B", "*A", "C"}},
+        {[&] { return And(Or(L(L"B"), L(L"C")), L(L"A")); },
+         "((C AND A) OR (B AND A))",
+         {"C", "A", "*B", "A"}},
+        {[&] { return And(Or(L(L"A"), L(L"B")), Or(L(L"C"), L(L"D"))); },
+         "(((B AND C) OR (A AND C)) OR ((B AND D) OR (A AND D)))",
+         {"B", "C", "*A", "C", "*B", "D", "*A", "D"}},
+        {[&] { return And(L(L"A"), And(L(L"B"), And(L(L"C"), L(L"D")))); },
+         "(((A AND B) AND C) AND D)",
+         {"A", "B", "C", "D"}},
+        {[&] { return Or(L(L"A"), Or(L(L"B"), L(L"C"))); }, "(A OR (B OR C))", {"A", "*B", "*C"}},
+        // A chain of ADD terms stays as it is, in the order of adding.
+        {[&] { return Or(Or(Or(L(L"A"), L(L"B")), L(L"C")), L(L"D")); },
+         "(((A OR B) OR C) OR D)",
+         {"A", "*B", "*C", "*D"}},
+        // The negations of a negated OR of negated statements cancel on the leaves.
+        {[&] { return Not(Or(Not(L(L"A")), Not(L(L"B")))); }, "(A AND B)", {"A", "B"}},
+        // A lone statement, plain and negated, and negated without complement.
+        {[&] { return L(L"A"); }, "A", {"A"}},
+        {[&] { return Not(L(L"A")); }, "!A", {"A~7"}},
+        {[&] { return Not(L(L"W", Op::kWildcard)); }, "!W", {"W~13+37", "W~3+37"}},
+        // The two conditions of a negated wildcard stay in one group: only the first
+        // opens the alternative.
+        {[&] { return Or(L(L"A"), Not(L(L"W", Op::kWildcard))); },
+         "(A OR !W)",
+         {"A", "*W~13+37", "W~3+37"}},
+        {[&] { return Not(And(L(L"A", Op::kLess), L(L"B", Op::kGreater))); },
+         "(!A OR !B)",
+         {"A~10", "*B~9"}},
+    };
+    for (const Case& c : cases) {
+        Pinned run(c.make());
+        EXPECT_EQ(run.Pipeline(), c.conditions) << c.flat;
+        EXPECT_EQ(run.flat, c.flat);
+    }
+}
+
+TEST_F(Expression, ComplementTable) {
+    const std::pair<int, int> table[] = {{1, 2}, {2, 1},  {3, 4},  {4, 3},  {6, 7},
+                                         {7, 6}, {8, 10}, {9, 11}, {10, 8}, {11, 9}};
+    for (const auto& [op, complement] : table) {
+        Op::Enum result;
+        ASSERT_TRUE(ZtOdPdsStatement::Complement(static_cast<Op::Enum>(op), &result)) << op;
+        EXPECT_EQ(result, complement);
+    }
+    Op::Enum result;
+    for (int op : {0, 5, 12, 13})
+        EXPECT_FALSE(ZtOdPdsStatement::Complement(static_cast<Op::Enum>(op), &result)) << op;
+}
+
+TEST_F(Expression, SharedNegatedStatementIsComplementedOnceAndEmittedInEveryGroup) {
+    ZtOdPdsStatement* s = L(L"S");
+    Pinned run(And(Not(s), Or(L(L"B"), L(L"C"))));
+    EXPECT_EQ(run.Pipeline(), (std::vector<std::string>{"S~7", "B", "*S~7", "C"}));
+    EXPECT_EQ(s->GetRefCount(), 2u);
+    EXPECT_EQ(s->IsNegated(), 0);
+    // Emitting again finds the negation resolved and gives the same conditions, with the
+    // flag that the second group left on the shared condition.
+    EXPECT_EQ(run.EmitAll(), (std::vector<std::string>{"*S~7", "B", "*S~7", "C"}));
+}
+
+TEST_F(Expression, FlattenAndEmitCanBeRepeated) {
+    Pinned run(And(Or(L(L"A"), L(L"B")), Or(L(L"C"), L(L"D"))));
+    const auto first = run.Pipeline();
+    ZtOdPdsRewriteBudget budget;
+    EXPECT_EQ(run.root->Flatten(budget), 1);
+    EXPECT_EQ(Infix(run.root), run.flat);
+    EXPECT_EQ(budget.newNodes, 0u);
+    EXPECT_EQ(budget.rotations, 0u);
+    EXPECT_EQ(run.EmitAll().size(), first.size());
+}
+
+TEST_F(Expression, ProductOfOrsGrowsExponentially) {
+    const int n = 10;
+    ZtOdPdsNode* tree = Or(L(L"A"), L(L"B"));
+    for (int i = 1; i < n; ++i)
+        tree = And(tree, Or(L(L"A"), L(L"B")));
+    Pinned run(tree);
+    const auto conditions = run.Pipeline();
+    ASSERT_EQ(conditions.size(), std::size_t{n} << n);
+    std::size_t openers = 0;
+    for (const std::string& condition : conditions)
+        openers += condition[0] == '*';
+    EXPECT_EQ(openers, (std::size_t{1} << n) - 1);
+}
+
+TEST_F(Expression, IncompleteTreesAreFound) {
+    ZtOdPdsStatement* shared = L(L"A");
+    Pinned complete(Or(And(shared, L(L"B")), And(shared, L(L"C"))));
+    EXPECT_EQ(complete.root->IsComplete(), 1);
+    Pinned missingRight(Or(And(L(L"A"), L(L"B")), And(L(L"C"), nullptr)));
+    EXPECT_EQ(missingRight.root->IsComplete(), 0);
+    Pinned missingLeft(new ZtOdPdsOperation(nullptr, ZtOdPdsOperation::kOr, L(L"A")));
+    EXPECT_EQ(missingLeft.root->IsComplete(), 0);
+}
+
+TEST_F(Expression, SetOperandReplacesAndReleases) {
+    ZtOdPdsStatement* a = L(L"A");
+    ZtOdPdsStatement* b = L(L"B");
+    a->AddRef();
+    b->AddRef();
+    auto* operation = And(a, b);
+    operation->AddRef();
+    EXPECT_EQ(a->GetRefCount(), 2u);
+    EXPECT_EQ(a->GetParent(), operation);
+    operation->SetLeft(b);
+    EXPECT_EQ(a->GetRefCount(), 1u);
+    EXPECT_EQ(a->GetParent(), nullptr);
+    EXPECT_EQ(b->GetRefCount(), 3u);
+    // Storing the node the slot holds keeps it alive.
+    operation->SetRight(b);
+    EXPECT_EQ(b->GetRefCount(), 3u);
+    operation->Release();
+    EXPECT_EQ(b->GetRefCount(), 1u);
+    a->Release();
+    b->Release();
+}
+
+TEST_F(Expression, DistributeSharesTheOuterTermAndFreesTheInnerOr) {
+    ZtOdPdsStatement* t = L(L"T");
+    t->AddRef();
+    auto* root = And(t, Or(L(L"B"), L(L"C")));
+    Pinned run(root);
+    root->Distribute(ZtOdPdsOperation::kRightSide);
+    EXPECT_EQ(Infix(root), "((T AND B) OR (T AND C))");
+    EXPECT_EQ(t->GetRefCount(), 3u);
+    t->Release();
+}
+
+TEST_F(Expression, RotateReusesTheInnerAnd) {
+    auto* inner = And(L(L"B"), L(L"C"));
+    auto* root = And(L(L"A"), inner);
+    Pinned run(root);
+    root->Rotate();
+    EXPECT_EQ(Infix(root), "((A AND B) AND C)");
+    EXPECT_EQ(root->GetLeft(), inner);
+    EXPECT_EQ(inner->GetRefCount(), 1u);
+}
+
+TEST_F(Expression, FlattenStopsAtItsLimitsAndChangesNothingThere) {
+    struct Case {
+        std::function<ZtOdPdsNode*()> make;
+        ZtOdPdsRewriteBudget budget;
+    };
+    const Case cases[] = {
+        {[&] { return And(L(L"A"), Or(L(L"B"), L(L"C"))); }, {kZtOdPdsMaxNewNodes - 1, 0}},
+        {[&] { return And(Or(L(L"B"), L(L"C")), L(L"A")); }, {kZtOdPdsMaxNewNodes - 1, 0}},
+        {[&] { return And(L(L"A"), And(L(L"B"), L(L"C"))); }, {0, kZtOdPdsMaxRotations}},
+    };
+    for (const Case& c : cases) {
+        Pinned run(c.make());
+        const std::string before = Infix(run.root);
+        ZtOdPdsRewriteBudget budget = c.budget;
+        EXPECT_EQ(run.root->Flatten(budget), 0) << before;
+        EXPECT_EQ(Infix(run.root), before);
+    }
+}
+
+TEST_F(Expression, RotationThatWouldCloseACycleIsRefused) {
+    // The inner AND of the root's right is also below its left operand.
+    auto* inner = And(L(L"B"), L(L"C"));
+    Pinned run(And(And(inner, L(L"D")), inner));
+    const std::string before = Infix(run.root);
+    ZtOdPdsRewriteBudget budget;
+    EXPECT_EQ(run.root->Flatten(budget), 0);
+    EXPECT_EQ(Infix(run.root), before);
+}
+
+TEST_F(Expression, SharedInnerAndThatIsNotBelowTheLeftIsRotated) {
+    auto* inner = And(L(L"B"), L(L"C"));
+    inner->AddRef();
+    Pinned run(And(L(L"A"), inner));
+    ZtOdPdsRewriteBudget budget;
+    EXPECT_EQ(run.root->Flatten(budget), 1);
+    EXPECT_EQ(Infix(run.root), "((A AND B) AND C)");
+    // The other holder sees the rotated node, as sharing in place means.
+    EXPECT_EQ(Infix(inner), "(A AND B)");
+    inner->Release();
+}
+
+TEST_F(Expression, DeepTreesNeedNoDeepStack) {
+    // A negated right-deep chain of ORs far deeper than any recursion could go: it becomes
+    // a right-deep chain of ANDs, and then a left-deep one.
+    const int depth = 100000;
+    ZtOdPdsNode* chain = L(L"x");
+    for (int i = 0; i < depth; ++i)
+        chain = Or(L(L"a"), chain);
+    Pinned run(Not(chain));
+    EXPECT_EQ(run.root->IsComplete(), 1);
+    run.root->PushNegation();
+    ZtOdPdsRewriteBudget budget;
+    EXPECT_EQ(run.root->Flatten(budget), 1);
+    EXPECT_EQ(budget.rotations, std::uint64_t{depth} - 1);
+    ZtOdPdsFindSpecBuilder builder(L"deep");
+    run.root->Emit(builder);
+    const ZtOpFindSpec& spec = builder.GetFindSpec();
+    ASSERT_EQ(spec.GetNumConditions(), std::size_t{depth} + 1);
+    EXPECT_EQ(Short(spec.GetCondition(0)), "a~7");
+    EXPECT_EQ(Short(spec.GetCondition(depth)), "x~7");
+    EXPECT_EQ(run.root->Walk(), 0);
+}
+
+} // namespace
