@@ -34,8 +34,9 @@ public:
         cursor_ = 0;
     }
 
-    // Reads the next complete block of the value, from the cursor on, into `child`, which
-    // gets this block's flags too. Returns 1, or 0 once the value holds no further block.
+    // Reads the next complete block of the value, from the cursor on, into `child` (another
+    // block), which gets this block's flags too. Returns 1, or 0 once the value holds no
+    // further block.
     int NextChild(ZtOdPdsBlock* child);
 
 private:
