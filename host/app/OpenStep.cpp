@@ -1,0 +1,225 @@
+#include "app/OpenStep.h"
+
+#include "app/JsonWriter.h"
+#include "ztlddgn/ZtDgnLoaderPlugin.h"
+#include "ztlddgn/ZtDgnModel.h"
+#include "ztplugin/ZtOpProgress.h"
+#include "ztplugin/ZtOpSceneProps.h"
+#include "ztplugin/ZtOpState.h"
+#include "ztutil/ZtUSysFile.h"
+#include "ztutil/ZtUSysString.h"
+
+#include <charconv>
+
+namespace {
+
+constexpr const char* kInputFilesEnum = "ztodpds_dri_input_files_enum";
+
+void SetParameters(ZtOpSceneSetPlugin& loader, const OpenParameters& parameters) {
+    ZtUData value;
+    value.SetBool(parameters.importTags);
+    loader.ISetParameter(0, value);
+    value.SetBool(parameters.importDisplaySets);
+    loader.ISetParameter(1, value);
+    ZtUStringBuffer name;
+    ZtUName::MakeEnumName(kInputFilesEnum, parameters.inputFiles, &name);
+    value.SetName(new ZtUName(name.GetString(), nullptr));
+    loader.ISetParameter(2, value);
+}
+
+// Loads the model of one reference into the scene; null with the reason in `why`.
+ZtDgnModel* LoadRef(ZtOpState& state, ZtDgnLoaderPlugin* dgnLoader, const ZtOpSceneRef& ref,
+                    const ZtUWideStringBuffer& folder, ZtOpProgress* progress, std::string* why) {
+    const ZtUWideString& loadFile = ref.GetLoadFile();
+    if (loadFile.IsEmpty()) {
+        *why = "no file to load: there is no cache file, and only cache files are asked for";
+        return nullptr;
+    }
+    if (ZtUSysFile::HasFileExtensionW(loadFile.GetString(), L"kvc")) {
+        *why = "cache files are not read by this host";
+        return nullptr;
+    }
+    if (!dgnLoader) {
+        *why = std::string("no DGN loader: another plug-in holds the name ") +
+               ZtDgnLoaderPlugin::kRegisteredName;
+        return nullptr;
+    }
+    ZtUWideStringBuffer path;
+    ZtUSysFile::MakeAbsoluteW(folder.GetString(), loadFile.GetString(), &path);
+    std::unique_ptr<ZtDgnModel> model =
+        dgnLoader->LoadModel(path.GetString(), state.EditNameDict(), progress, why);
+    if (!model)
+        return nullptr;
+    ZtDgnModel* loaded = model.get();
+    state.GetRootNode()->AddChild(model.release());
+    return loaded;
+}
+
+std::string Utf8(const std::wstring& text) {
+    return ZtUSysString::WideToUtf8(text);
+}
+
+std::string Number(double value) {
+    char text[32];
+    const auto end = std::to_chars(text, text + sizeof text, value).ptr;
+    return std::string(text, end);
+}
+
+std::string UnitName(ZtOaUnit::Linear unit) {
+    const char* name = ZtOaUnit::Abbreviation(unit);
+    return *name ? name : "unit " + std::to_string(static_cast<int>(unit));
+}
+
+void WriteTransformJson(JsonWriter& json, const ZtLAffine3f& transform) {
+    const ZtLMatrix3f& m = transform.GetMatrix();
+    json.BeginObject(true);
+    json.Key("matrix");
+    json.BeginArray(true);
+    for (int row = 0; row < 3; ++row)
+        json.Doubles({m.Get(row, 0), m.Get(row, 1), m.Get(row, 2)});
+    json.EndArray();
+    json.Key("translation");
+    const ZtLVec3f& t = transform.GetTranslation();
+    json.Doubles({t.x, t.y, t.z});
+    json.EndObject();
+}
+
+void WriteModelJson(JsonWriter& json, const ZtDgnModel* model) {
+    if (!model) {
+        json.Null();
+        return;
+    }
+    json.BeginObject();
+    json.Key("file");
+    json.WideString(model->GetName().Str());
+    json.Key("path");
+    json.WideString(model->GetSourceFilename().Str());
+    json.Key("uorsPerMaster");
+    json.Double(model->GetUorsPerMaster());
+    json.Key("elements");
+    json.UInt(model->GetNumElements());
+    json.Key("dgnOption10AtLoad");
+    json.Bool(model->GetOption10AtLoad());
+    json.EndObject();
+}
+
+} // namespace
+
+std::optional<int> InputFilesValue(const std::string& name) {
+    const char* const names[] = {"model", "cache", "either"};
+    for (int value = 0; value < 3; ++value)
+        if (name == names[value])
+            return value;
+    return std::nullopt;
+}
+
+int RunOpenStep(ZtOpState& state, ZtOpSceneSetPlugin& loader, const std::wstring& path,
+                const OpenParameters& parameters, std::unique_ptr<OpenedSceneSet>* sceneSet,
+                ZtOpProgress* progress) {
+    // The DGN loader is there before the control file is read, so that the loader can
+    // switch its option off for the models' load.
+    ZtDgnLoaderPlugin* dgnLoader = ZtDgnRegisterLoaderPlugin();
+    loader.IStateCreated(&state);
+    SetParameters(loader, parameters);
+
+    auto opened = std::make_unique<OpenedSceneSet>();
+    void* record = nullptr;
+    const int status = loader.IReadSet(ZtUWideString(path), &opened->set, &record);
+    if (status != 0)
+        return status;
+
+    ZtUWideStringBuffer folder;
+    ZtUSysFile::PopPathW(path.c_str(), &folder, nullptr);
+    const std::size_t count = opened->set.GetSceneRefs().Size();
+    opened->refs.resize(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        ZtOpSceneRef* ref = opened->set.GetSceneRefs()[i];
+        if (progress)
+            progress->BeginSubOperation(static_cast<double>(i + 1) / static_cast<double>(count));
+        OpenedRef& outcome = opened->refs[i];
+        if (ZtDgnModel* model =
+                LoadRef(state, dgnLoader, *ref, folder, progress, &outcome.notLoaded)) {
+            outcome.model = model;
+            loader.IPlaceSceneRef(record, &opened->set, ref, model);
+        }
+        if (progress)
+            progress->EndSubOperation();
+    }
+
+    // The scene's properties start from the document's view and become its view.
+    ZtOpSceneProps props;
+    *props.EditCurrentView()->EditViewPoint() = state.GetCurrentViewPoint();
+    loader.IFinishSet(record, &props, state.GetRootNode(), progress);
+    state.EditCurrentViewPoint() = props.GetCurrentView()->GetViewPoint();
+    *sceneSet = std::move(opened);
+    return status;
+}
+
+void WriteSceneSetJson(JsonWriter& json, const OpenedSceneSet* sceneSet) {
+    if (!sceneSet) {
+        json.Null();
+        return;
+    }
+    json.BeginObject();
+    json.Key("linearUnits");
+    json.Int(sceneSet->set.GetLinearUnits());
+    json.Key("refs");
+    json.BeginArray();
+    const ZtUOwnPtrVector<ZtOpSceneRef>& refs = sceneSet->set.GetSceneRefs();
+    for (std::size_t i = 0; i < refs.Size(); ++i) {
+        const ZtOpSceneRef& ref = *refs[i];
+        const OpenedRef* outcome = i < sceneSet->refs.size() ? &sceneSet->refs[i] : nullptr;
+        json.BeginObject();
+        json.Key("sourceName");
+        json.WideString(ref.GetSourceName().Str());
+        json.Key("loadFile");
+        json.WideString(ref.GetLoadFile().Str());
+        json.Key("linearUnits");
+        json.Int(ref.GetLinearUnits());
+        json.Key("loadKind");
+        json.Int(ref.GetLoadKind());
+        json.Key("transform");
+        WriteTransformJson(json, ref.GetTransform());
+        json.Key("model");
+        WriteModelJson(json, outcome ? outcome->model : nullptr);
+        json.Key("notLoaded");
+        if (outcome && !outcome->model)
+            json.String(outcome->notLoaded);
+        else
+            json.Null();
+        json.EndObject();
+    }
+    json.EndArray();
+    json.EndObject();
+}
+
+void AppendSceneSetSummary(std::string& out, const OpenedSceneSet& sceneSet) {
+    const ZtUOwnPtrVector<ZtOpSceneRef>& refs = sceneSet.set.GetSceneRefs();
+    out += "Scene set: " + std::to_string(refs.Size()) + (refs.Size() == 1 ? " model" : " models") +
+           ", scene units " + UnitName(sceneSet.set.GetLinearUnits()) + "\n";
+    for (std::size_t i = 0; i < refs.Size(); ++i) {
+        const ZtOpSceneRef& ref = *refs[i];
+        const OpenedRef* outcome = i < sceneSet.refs.size() ? &sceneSet.refs[i] : nullptr;
+        out += "  " + std::to_string(i + 1) + ". " + Utf8(ref.GetSourceName().Str());
+        if (!outcome || !outcome->model) {
+            out += ": not loaded (" + (outcome ? outcome->notLoaded : std::string("not opened")) +
+                   ")\n";
+            continue;
+        }
+        const ZtDgnModel& model = *outcome->model;
+        const ZtDgnModelHeader& header = model.GetHeader();
+        out += ": " + Utf8(model.GetSourceFilename().Str()) + "\n";
+        out += "     model in " + header.masterUnitName + " / " + header.subUnitName + ", " +
+               Number(model.GetUorsPerMaster()) + " UORs per master unit, " +
+               std::to_string(model.GetNumElements()) + " elements; reference units " +
+               UnitName(ref.GetLinearUnits()) + "\n";
+        const ZtLMatrix3f& m = ref.GetTransform().GetMatrix();
+        const ZtLVec3f& t = ref.GetTransform().GetTranslation();
+        out += "     placed by rows (";
+        for (int row = 0; row < 3; ++row)
+            out += (row ? ") (" : "") + Number(m.Get(row, 0)) + " " + Number(m.Get(row, 1)) + " " +
+                   Number(m.Get(row, 2));
+        out += "), then moved by (" + Number(t.x) + ", " + Number(t.y) + ", " + Number(t.z) + ") " +
+               UnitName(sceneSet.set.GetLinearUnits()) + "\n";
+    }
+}

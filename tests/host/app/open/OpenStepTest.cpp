@@ -1,0 +1,255 @@
+// The open step driven directly: the host's road with the loader's own code.
+#include "OpenTestReview.h"
+
+#include "app/JsonWriter.h"
+#include "app/OpenStep.h"
+#include "loader/ZtOdPdsDriLoaderPlugin.h"
+#include "support/ZtTestJson.h"
+#include "ztlddgn/ZtDgnLoaderPlugin.h"
+#include "ztlddgn/ZtDgnModel.h"
+#include "ztplugin/ZtOpDB.h"
+#include "ztplugin/ZtOpState.h"
+
+#include <cmath>
+
+namespace {
+
+class OpenStep : public ::testing::Test {
+protected:
+    ~OpenStep() override {
+        // The DGN loader that the step registered, with its option.
+        ZtOpDB::RemovePlugin(ZtOpDB::GetPluginByName(ZtDgnLoaderPlugin::kRegisteredName));
+    }
+
+    int Open(const std::string& dri, OpenParameters parameters = {}) {
+        return RunOpenStep(state_, loader_, review_.WideFile(dri), parameters, &opened_);
+    }
+    const ZtOpSceneRef& Ref(std::size_t i) const { return *opened_->set.GetSceneRefs()[i]; }
+    int ModelsInScene() const { return state_.GetRootNode()->GetNumChildren(); }
+    static bool DgnOption10() {
+        auto* dgn = dynamic_cast<ZtDgnLoaderPlugin*>(
+            ZtOpDB::GetPluginByName(ZtDgnLoaderPlugin::kRegisteredName));
+        return !dgn || dgn->GetOption10();
+    }
+
+    OpenTestReview review_;
+    ZtOpState state_;
+    ZtOdPdsDriLoaderPlugin loader_;
+    std::unique_ptr<OpenedSceneSet> opened_;
+};
+
+void ExpectNear(const ZtLVec3f& actual, const ZtLVec3f& expected) {
+    EXPECT_NEAR(actual.x, expected.x, 1e-12);
+    EXPECT_NEAR(actual.y, expected.y, 1e-12);
+    EXPECT_NEAR(actual.z, expected.z, 1e-12);
+}
+
+TEST_F(OpenStep, AControlFileThatCannotBeReadLeavesTheDocumentAlone) {
+    review_.Model("a.dgn", OpenTestReview::Metres());
+    review_.Text("empty.dri", "");
+    review_.Text("other.dri", "Other{dgn{name{a.dgn}}}");
+    struct Case {
+        const char* file;
+        int status;
+    };
+    for (const Case& c : {Case{"missing.dri", 64}, Case{"empty.dri", 64}, Case{"other.dri", 128}}) {
+        EXPECT_EQ(Open(c.file), c.status) << c.file;
+        EXPECT_EQ(opened_, nullptr);
+        EXPECT_EQ(ModelsInScene(), 0);
+        EXPECT_TRUE(DgnOption10());
+        EXPECT_EQ(state_.GetCurrentViewPoint().GetParts(), 0u);
+    }
+}
+
+TEST_F(OpenStep, ModelsInDifferentUnitsArePlacedInTheScenesUnits) {
+    review_.Model("models/pipes.dgn", OpenTestReview::Metres(), 2);
+    review_.Model("models/tank.dgn", OpenTestReview::Feet(), 3);
+    review_.Text("plant.dri", "DesignReview_Control{\n"
+                              "transform{0 -1 0 1 0 0 0 0 1}\n"
+                              "old_origin{1000 0 0}\n"
+                              "new_origin{13000 2400 0}\n"
+                              "master_unit{m}\n"
+                              "dgn{name{models/pipes.dgn}}\n"
+                              "master_unit{ft}\n"
+                              "dgn{name{models/tank.dgn}}\n"
+                              "master_unit{m}\n"
+                              "}\n");
+    ASSERT_EQ(Open("plant.dri"), 0);
+    ASSERT_NE(opened_, nullptr);
+    ASSERT_EQ(opened_->refs.size(), 2u);
+    EXPECT_EQ(ModelsInScene(), 2);
+
+    // The shift of 12000 by 2400 UORs: 1000 UORs a metre in pipes, 1200 a foot in the
+    // tank, and the tank's feet counted in the scene's metres.
+    ExpectNear(Ref(0).GetTransform().GetTranslation(), ZtLVec3f(12, 2.4, 0));
+    ExpectNear(Ref(1).GetTransform().GetTranslation(), ZtLVec3f(3.048, 0.6096, 0));
+    ZtLMatrix3f turn;
+    turn.SetValue(0, -1, 0, 1, 0, 0, 0, 0, 1);
+    EXPECT_EQ(Ref(0).GetTransform().GetMatrix(), turn);
+    EXPECT_EQ(Ref(1).GetLinearUnits(), ZtOaUnit::kFeet);
+    EXPECT_EQ(opened_->set.GetLinearUnits(), ZtOaUnit::kMetres);
+
+    const ZtDgnModel* pipes = opened_->refs[0].model;
+    const ZtDgnModel* tank = opened_->refs[1].model;
+    ASSERT_NE(pipes, nullptr);
+    ASSERT_NE(tank, nullptr);
+    EXPECT_EQ(pipes->GetNumElements(), 2u);
+    EXPECT_EQ(tank->GetNumElements(), 3u);
+    EXPECT_EQ(tank->GetUorsPerMaster(), 1200);
+    // The DGN loader's option was off while the models loaded, and is back on.
+    EXPECT_FALSE(pipes->GetOption10AtLoad());
+    EXPECT_FALSE(tank->GetOption10AtLoad());
+    EXPECT_TRUE(DgnOption10());
+
+    // The loader's view of the scene is the document's now.
+    const ZtNvViewPoint& view = state_.GetCurrentViewPoint();
+    EXPECT_EQ(view.GetWorldUp(), ZtLVec3f(0, 0, 1));
+    EXPECT_EQ(view.GetParts() & 4u, 4u);
+    EXPECT_LT(view.GetCamera().ViewDir().z, 0);
+}
+
+TEST_F(OpenStep, MissingAndUnreadableModelsAreReportedAndNotPlaced) {
+    review_.Model("good.dgn", OpenTestReview::Metres());
+    review_.Text("text.dgn", "this is no design file\n");
+    review_.Text("review.dri", "DesignReview_Control{new_origin{5000 0 0}"
+                               "dgn{name{missing.dgn}} dgn{name{text.dgn}} dgn{name{good.dgn}}}");
+    ASSERT_EQ(Open("review.dri"), 0);
+    ASSERT_EQ(opened_->refs.size(), 3u);
+    for (std::size_t i : {0u, 1u}) {
+        EXPECT_EQ(opened_->refs[i].model, nullptr);
+        EXPECT_FALSE(opened_->refs[i].notLoaded.empty());
+        EXPECT_EQ(Ref(i).GetTransform(), ZtLAffine3f());
+    }
+    ASSERT_NE(opened_->refs[2].model, nullptr);
+    ExpectNear(Ref(2).GetTransform().GetTranslation(), ZtLVec3f(5, 0, 0));
+    EXPECT_EQ(ModelsInScene(), 1);
+}
+
+TEST_F(OpenStep, InputFilesChooseTheFileAndCacheFilesAreNotRead) {
+    review_.Model("a.dgn", OpenTestReview::Metres());
+    review_.Text("a.kvc", "a cache file");
+    review_.Model("b.dgn", OpenTestReview::Metres());
+    review_.Text("review.dri", "DesignReview_Control{dgn{name{a.dgn}} dgn{name{b.dgn}}}");
+    struct Case {
+        int inputFiles;
+        bool aLoaded, bLoaded;
+        std::wstring aLoadFile, bLoadFile;
+    };
+    const std::wstring cache = review_.WideFile("a.kvc");
+    const Case cases[] = {
+        {0, true, true, L"a.dgn", L"b.dgn"},
+        {1, false, false, cache, L""},
+        {2, false, true, cache, L"b.dgn"},
+    };
+    for (const Case& c : cases) {
+        OpenParameters parameters;
+        parameters.inputFiles = c.inputFiles;
+        ASSERT_EQ(Open("review.dri", parameters), 0);
+        EXPECT_EQ(opened_->refs[0].model != nullptr, c.aLoaded) << c.inputFiles;
+        EXPECT_EQ(opened_->refs[1].model != nullptr, c.bLoaded) << c.inputFiles;
+        EXPECT_EQ(Ref(0).GetLoadFile().Str(), c.aLoadFile);
+        EXPECT_EQ(Ref(1).GetLoadFile().Str(), c.bLoadFile);
+        if (!c.aLoaded) {
+            EXPECT_EQ(opened_->refs[0].notLoaded, "cache files are not read by this host");
+        }
+    }
+}
+
+TEST_F(OpenStep, LoadFilesAreFoundFromTheControlFilesFolder) {
+    review_.Model("models/a.dgn", OpenTestReview::Metres());
+    review_.Text("reviews/review.dri", "DesignReview_Control{dgn{name{../models/a.dgn}} dgn{name{" +
+                                           review_.File("models/a.dgn") +
+                                           "}} dgn{name{models/a.dgn}}}");
+    ASSERT_EQ(Open("reviews/review.dri"), 0);
+    EXPECT_NE(opened_->refs[0].model, nullptr);
+    EXPECT_NE(opened_->refs[1].model, nullptr);
+    // Not from the folder above the control file's.
+    EXPECT_EQ(opened_->refs[2].model, nullptr);
+}
+
+TEST_F(OpenStep, TheLoaderLearnsOfTheDocumentAndItsParameters) {
+    review_.Text("review.dri", "DesignReview_Control{}");
+    OpenParameters parameters;
+    parameters.inputFiles = 2;
+    parameters.importTags = false;
+    ASSERT_EQ(Open("review.dri", parameters), 0);
+    EXPECT_EQ(loader_.GetState(), &state_);
+    ZtUData value;
+    loader_.IGetParameter(0, &value);
+    EXPECT_FALSE(value.GetBool());
+    loader_.IGetParameter(1, &value);
+    EXPECT_TRUE(value.GetBool());
+    loader_.IGetParameter(2, &value);
+    ASSERT_NE(value.GetName(), nullptr);
+    EXPECT_EQ(value.GetName()->GetString(), "ztodpds_dri_input_files_enum#2");
+}
+
+TEST(InputFilesValue, NamesTheThreeValues) {
+    EXPECT_EQ(InputFilesValue("model"), 0);
+    EXPECT_EQ(InputFilesValue("cache"), 1);
+    EXPECT_EQ(InputFilesValue("either"), 2);
+    EXPECT_EQ(InputFilesValue("Model"), std::nullopt);
+    EXPECT_EQ(InputFilesValue(""), std::nullopt);
+}
+
+TEST_F(OpenStep, SceneSetJsonHasEveryMember) {
+    review_.Model("a.dgn", OpenTestReview::Feet(), 2);
+    review_.Text("review.dri", "DesignReview_Control{master_unit{ft} new_origin{1200 0 -2400}"
+                               "dgn{name{a.dgn}} dgn{name{gone.dgn}} master_unit{in}}");
+    ASSERT_EQ(Open("review.dri"), 0);
+    std::string text;
+    JsonWriter writer(text);
+    WriteSceneSetJson(writer, opened_.get());
+    ZtTestJson json;
+    std::string error;
+    ASSERT_TRUE(ZtTestParseJson(text, &json, &error)) << error << "\n" << text;
+
+    EXPECT_EQ(json["linearUnits"].number, 4);
+    ASSERT_EQ(json["refs"].items.size(), 2u);
+    const ZtTestJson& a = json["refs"][0];
+    EXPECT_EQ(a["sourceName"].text, "a.dgn");
+    EXPECT_EQ(a["loadFile"].text, "a.dgn");
+    EXPECT_EQ(a["linearUnits"].number, 3);
+    EXPECT_EQ(a["loadKind"].number, 2);
+    EXPECT_EQ(a["transform"]["matrix"][1][1].number, 1);
+    EXPECT_EQ(a["transform"]["matrix"][0][1].number, 0);
+    // One foot and minus two, in inches.
+    EXPECT_NEAR(a["transform"]["translation"][0].number, 12, 1e-12);
+    EXPECT_NEAR(a["transform"]["translation"][2].number, -24, 1e-12);
+    EXPECT_EQ(a["model"]["file"].text, "a.dgn");
+    EXPECT_EQ(a["model"]["uorsPerMaster"].number, 1200);
+    EXPECT_EQ(a["model"]["elements"].number, 2);
+    EXPECT_EQ(a["model"]["dgnOption10AtLoad"].kind, ZtTestJson::kBool);
+    EXPECT_FALSE(a["model"]["dgnOption10AtLoad"].boolean);
+    EXPECT_TRUE(a["notLoaded"].IsNull());
+    EXPECT_TRUE(a.Has("notLoaded"));
+
+    const ZtTestJson& gone = json["refs"][1];
+    EXPECT_TRUE(gone["model"].IsNull());
+    EXPECT_TRUE(gone.Has("model"));
+    EXPECT_EQ(gone["notLoaded"].kind, ZtTestJson::kString);
+
+    std::string none;
+    JsonWriter nullWriter(none);
+    WriteSceneSetJson(nullWriter, nullptr);
+    EXPECT_EQ(none, "null");
+}
+
+TEST_F(OpenStep, SummaryGivesEachModelsFileUnitsCountAndPlacement) {
+    review_.Model("a.dgn", OpenTestReview::Feet(), 2);
+    review_.Text("review.dri", "DesignReview_Control{master_unit{ft} new_origin{1200 0 0}"
+                               "dgn{name{a.dgn}} dgn{name{gone.dgn}}}");
+    ASSERT_EQ(Open("review.dri"), 0);
+    std::string out;
+    AppendSceneSetSummary(out, *opened_);
+    for (const std::string& part :
+         {std::string("Scene set: 2 models, scene units ft\n"),
+          "1. a.dgn: " + review_.File("a.dgn"),
+          std::string(
+              "model in ft / in, 1200 UORs per master unit, 2 elements; reference units ft"),
+          std::string("placed by rows (1 0 0) (0 1 0) (0 0 1), then moved by (1, 0, 0) ft"),
+          std::string("2. gone.dgn: not loaded (")})
+        EXPECT_NE(out.find(part), std::string::npos) << part << "\n" << out;
+}
+
+} // namespace
