@@ -1,5 +1,6 @@
 #include "plugin/ZtOdPdsEntry.h"
 
+#include "displaysets/ZtOdPdsDstImportPlugin.h"
 #include "ztplugin/ZtOpDB.h"
 #include "ztplugin/ZtOpPluginList.h"
 
@@ -10,5 +11,6 @@ ZtOpPluginList* ZtOpPluginEntryztodpds() {
         return list;
     // The plug-ins join here in their fixed order: tag import, tag export, display-set
     // import, control-file loader.
+    list->PushBack(new ZtOdPdsDstImportPlugin);
     return list;
 }

@@ -1,0 +1,60 @@
+#include "displaysets/ZtOdPdsDstImportAction.h"
+
+#include "displaysets/ZtOdPdsDisplaySetCounter.h"
+#include "displaysets/ZtOdPdsDisplaySetFile.h"
+#include "plugin/ZtOdPdsStatus.h"
+#include "readers/ZtOdPdsDstContext.h"
+#include "readers/ZtOdPdsTextFile.h"
+#include "rules/ZtOdPdsComponents.h"
+#include "rules/ZtOdPdsCriterion.h"
+#include "ztplugin/ZtOpSavedItemsElement.h"
+#include "ztplugin/ZtOpState.h"
+
+int ZtOdPdsDstImportAction::Perform(const wchar_t* path, ZtOpProgress* progress) {
+    if (!path)
+        return kZtOdPdsNoFile;
+    if (!state_)
+        return kZtOdPdsNoState;
+
+    // The first pass ends, and closes the file, before anything is built.
+    ZtOdPdsTextFile file;
+    ZtOdPdsDisplaySetCounter counter;
+    if (!file.Open(path))
+        return kZtOdPdsNoFile;
+    if (!file.ReadLines(counter)) {
+        file.Close();
+        return kZtOdPdsNoState;
+    }
+    file.Close();
+
+    ZtOdPdsDstContext context;
+    context.names = state_->EditNameDict();
+    context.folder = &folder_;
+    ZtOdPdsDisplaySetFile sets(&context, counter.GetCount(), progress);
+    if (!file.Open(path))
+        return kZtOdPdsNoFile;
+    const int read = file.ReadLines(sets);
+    file.Close();
+    return read ? kZtOdPdsOk : kZtOdPdsNoState;
+}
+
+int ZtOdPdsDstImportAction::AppendTo(ZtOpSelectionSetsElement* element) {
+    const int count = static_cast<int>(folder_.GetNumChildren());
+    if (element)
+        element->AppendCreateGuidIfDuplicate(&folder_);
+    return count;
+}
+
+ZtUComponent& ZtOdPdsDstImportAction::GetComponent() {
+    static ZtUComponent component;
+    return component;
+}
+
+int ZtOdPdsDstImportAction::StartComponent() {
+    return ZtOdPdsStartComponents({{&GetComponent(), "ZtOdPdsDstImportAction"},
+                                   {&ZtOdPdsCriterion::GetComponent(), "ZtOdPdsCriterion"}});
+}
+
+int ZtOdPdsDstImportAction::EndComponent() {
+    return ZtOdPdsEndComponents({&GetComponent(), &ZtOdPdsCriterion::GetComponent()});
+}
