@@ -80,6 +80,22 @@ std::size_t ZtDgnElementStream::Peek(unsigned char* out, std::size_t count) {
 }
 
 ZtDgnElementStream::Result ZtDgnElementStream::Next(ZtDgnRawElement* element) {
+    // The common case: the whole element is in the buffer already.
+    if (end_ - begin_ >= 4 && finished_ == kElement) {
+        const unsigned char* p = buffer_.data() + begin_;
+        const std::size_t size = 4 + 2 * std::size_t{ZtDgnWord(p + 2)};
+        if (end_ - begin_ >= size && !(p[0] == 0xFF && p[1] == 0xFF)) {
+            element->bytes = p;
+            element->size = static_cast<std::uint32_t>(size);
+            element->offset = bufferOffset_ + begin_;
+            begin_ += size;
+            return kElement;
+        }
+    }
+    return NextSlowly(element);
+}
+
+ZtDgnElementStream::Result ZtDgnElementStream::NextSlowly(ZtDgnRawElement* element) {
     if (finished_ != kElement)
         return finished_;
     const std::uint64_t offset = bufferOffset_ + begin_;

@@ -45,6 +45,8 @@ private:
     // Makes at least `count` bytes from the read position available, as far as the file
     // has them; false if it has fewer.
     bool Ensure(std::size_t count);
+    // Next, when the element is not wholly in the buffer or the stream ends.
+    Result NextSlowly(ZtDgnRawElement* element);
 
     std::FILE* file_ = nullptr;
     std::uint64_t fileSize_ = 0;

@@ -6,6 +6,8 @@
 #include "ztutil/ZtUName.h"
 #include "ztutil/ZtUResource.h"
 
+#include <algorithm>
+#include <bit>
 #include <cstring>
 #include <limits>
 
@@ -80,7 +82,20 @@ ZtDgnModel::ZtDgnModel(const wchar_t* path, ZtUNameDict* names)
     SetHeader(header_);
 }
 
-ZtDgnModel::~ZtDgnModel() = default;
+ZtDgnModel::~ZtDgnModel() {
+    if (linkageStore_)
+        ZtDgnFreeBlock(linkageStore_, linkageCapacity_ * sizeof *linkageStore_);
+}
+
+void ZtDgnModel::GrowLinkageStore(std::size_t capacity) {
+    auto* store = static_cast<std::uint16_t*>(ZtDgnAllocateBlock(capacity * sizeof *linkageStore_));
+    if (linkageSize_)
+        std::memcpy(store, linkageStore_, linkageSize_ * sizeof *linkageStore_);
+    if (linkageStore_)
+        ZtDgnFreeBlock(linkageStore_, linkageCapacity_ * sizeof *linkageStore_);
+    linkageStore_ = store;
+    linkageCapacity_ = capacity;
+}
 
 void ZtDgnModel::SetHeader(const ZtDgnModelHeader& header) {
     header_ = header;
@@ -101,9 +116,15 @@ std::uint64_t ZtDgnModel::GetDmrs(std::size_t slot) const {
     return ZtDgnFindDmrs(GetLinkageWords(element), element.linkageWords);
 }
 
+void ZtDgnModel::Reserve(std::size_t elements, std::size_t linkageWords) {
+    ReserveChildren(elements);
+    if (linkageWords > linkageCapacity_)
+        GrowLinkageStore(linkageWords);
+}
+
 ZtOaNode* ZtDgnModel::AddElement(const ZtDgnElement& element, const unsigned char* linkages,
                                  std::size_t linkageCount, bool group, ZtDgnGroupNode* parent) {
-    const std::size_t first = linkageStore_.size();
+    const std::size_t first = linkageSize_;
     if (first > std::numeric_limits<std::uint32_t>::max() - linkageCount ||
         elements_.Size() >= std::numeric_limits<std::uint32_t>::max())
         return nullptr;
@@ -111,9 +132,16 @@ ZtOaNode* ZtDgnModel::AddElement(const ZtDgnElement& element, const unsigned cha
     ZtDgnElement& record = elements_.Emplace(element);
     record.linkageFirst = static_cast<std::uint32_t>(first);
     record.linkageWords = static_cast<std::uint16_t>(linkageCount);
-    linkageStore_.resize(first + linkageCount);
-    for (std::size_t i = 0; i < linkageCount; ++i)
-        linkageStore_[first + i] = ZtDgnWord(linkages + 2 * i);
+    if (first + linkageCount > linkageCapacity_)
+        GrowLinkageStore(std::max<std::size_t>(1024, 2 * (first + linkageCount)));
+    linkageSize_ = first + linkageCount;
+    if constexpr (std::endian::native == std::endian::little) {
+        if (linkageCount)
+            std::memcpy(linkageStore_ + first, linkages, 2 * linkageCount);
+    } else {
+        for (std::size_t i = 0; i < linkageCount; ++i)
+            linkageStore_[first + i] = ZtDgnWord(linkages + 2 * i);
+    }
 
     ZtOaNode* node = group ? static_cast<ZtOaNode*>(&groups_.Emplace(this, slot))
                            : static_cast<ZtOaNode*>(&leaves_.Emplace(this, slot));

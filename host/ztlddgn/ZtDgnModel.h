@@ -66,12 +66,16 @@ public:
     ZtLBox3f GetElementBox(std::size_t slot) const;
     // The element's linkage words, whole linkages only.
     const std::uint16_t* GetLinkageWords(const ZtDgnElement& element) const {
-        return linkageStore_.data() + element.linkageFirst;
+        return linkageStore_ + element.linkageFirst;
     }
     // The element's DMRS value (see ZtDgnFindDmrs); 0 if it has none.
     std::uint64_t GetDmrs(std::size_t slot) const;
 
-    // Building, for the reader: adds an element's record with `linkageCount` linkage words
+    // Building, for the reader: makes room for up to `elements` top-level elements and
+    // `linkageWords` linkage words, so that neither store is copied as it grows. Room
+    // that is never used is never touched.
+    void Reserve(std::size_t elements, std::size_t linkageWords);
+    // Adds an element's record with `linkageCount` linkage words
     // (taken from the file bytes at `linkages`) and makes its node, a group if `group`.
     // The node is added to `parent`, or to the model itself if `parent` is null. Returns
     // the new node, or null if the linkage store would grow past its addressable size.
@@ -85,6 +89,7 @@ public:
 private:
     const ZtOaProperty& GraphicGroupProperty(std::uint16_t group) const;
     const ZtOaAttributeList& ElementAttributes(std::uint32_t slot) const;
+    void GrowLinkageStore(std::size_t capacity);
 
     std::unique_ptr<ZtUNameDict> ownNames_;
     ZtUNameDict* names_;
@@ -96,9 +101,13 @@ private:
     ZtOaPropertyAttribute* sceneProps_; // owned by the partition's attribute list
 
     ZtDgnChunkedArray<ZtDgnElement> elements_;
-    std::vector<std::uint16_t> linkageStore_;
+    // Linkage words of all elements back to back, in a block that grows by doubling (the
+    // reader reserves an upper bound up front, so that it never has to).
+    std::uint16_t* linkageStore_ = nullptr;
+    std::size_t linkageSize_ = 0;
+    std::size_t linkageCapacity_ = 0;
     ZtDgnChunkedArray<ZtDgnElementNode> leaves_;
-    ZtDgnChunkedArray<ZtDgnGroupNode, 256> groups_;
+    ZtDgnChunkedArray<ZtDgnGroupNode, 64> groups_;
 
     // The properties that element nodes share.
     ZtUName* category_;

@@ -6,6 +6,7 @@
 #include "ztplugin/ZtOpProgress.h"
 #include "ztutil/ZtUSysString.h"
 
+#include <algorithm>
 #include <limits>
 #include <vector>
 
@@ -114,6 +115,11 @@ std::unique_ptr<ZtDgnModel> ZtDgnReadModel(const wchar_t* path, ZtUNameDict* nam
     auto model = std::make_unique<ZtDgnModel>(path, names);
     model->SetHeader(header);
     model->SetOption10AtLoad(option10);
+    // The smallest drawn element is 36 bytes, and linkages take at most the whole file.
+    const std::uint64_t rest =
+        stream.GetFileSize() - std::min<std::uint64_t>(stream.GetFileSize(), raw.size);
+    model->Reserve(static_cast<std::size_t>(rest / kGraphicHeaderBytes),
+                   static_cast<std::size_t>(rest / 2));
 
     std::vector<OpenGroup> open;
     std::uint32_t index = 1;

@@ -28,11 +28,6 @@ ZtOaNode* ZtOaGroup::GetChild(int index) const {
                                                   : nullptr;
 }
 
-void ZtOaGroup::AddChild(ZtOaNode* child) {
-    if (child)
-        children_.push_back(child);
-}
-
 const ZtOaAttribute* ZtOaGroup::FindAttribute(const char* name) const {
     return attributes_.Find(name);
 }

@@ -17,7 +17,10 @@ public:
     // The child at `index`, or null outside the group.
     ZtOaNode* GetChild(int index) const;
     // Appends `child`; a group that owns its children takes ownership.
-    void AddChild(ZtOaNode* child);
+    void AddChild(ZtOaNode* child) {
+        if (child)
+            children_.push_back(child);
+    }
     void ReserveChildren(std::size_t count) { children_.reserve(count); }
 
     // Takes ownership.
