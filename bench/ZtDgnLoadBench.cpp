@@ -1,0 +1,131 @@
+// Loading a model of 1,000,000 elements, against reading the same file and decoding the
+// element headers alone. Each benchmark reports the process's resident memory at its
+// start ("start_MiB") and its peak during the run ("peak_MiB"; the kernel's high-water
+// mark is reset first).
+#include "support/ZtTestDgnWriter.h"
+#include "ztlddgn/ZtDgnBytes.h"
+#include "ztlddgn/ZtDgnElementStream.h"
+#include "ztlddgn/ZtDgnReader.h"
+#include "ztutil/ZtUName.h"
+
+#include <benchmark/benchmark.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <unistd.h>
+
+namespace {
+
+constexpr int kElements = 1000000;
+
+// Line strings with a DMRS linkage, and every 100th piece a cell of two shapes, on
+// varying levels and colours: about 80 bytes an element.
+// The generated file, removed when the program ends.
+struct BenchFile {
+    std::string path;
+    ~BenchFile() { std::filesystem::remove(path); }
+};
+
+const std::string& ModelFile() {
+    static const BenchFile file{[] {
+        const std::string file = (std::filesystem::temp_directory_path() /
+                                  ("ztlddgn-bench-" + std::to_string(::getpid()) + ".dgn"))
+                                     .string();
+        ZtTestDgnWriter writer(3, {1000, 80, "m", "mm", {0, 0, 0}});
+        int written = 0;
+        for (int i = 0; written < kElements; ++i) {
+            ZtTestDgnSymbology s;
+            s.level = 1 + i % 63;
+            s.colour = i % 256;
+            s.linkages = {ZtTestDmrsLinkage(12, static_cast<std::uint32_t>(i))};
+            const std::int32_t x = (i % 1000) * 8000, y = (i / 1000) * 8000;
+            if (i % 100 == 99 && written + 3 <= kElements) {
+                writer.BeginCell(s);
+                ZtTestDgnSymbology part;
+                writer.Shape(part, {{x, y, 0}, {x + 4000, y, 0}, {x, y + 4000, 0}, {x, y, 0}});
+                writer.Shape(part,
+                             {{x, y, 800}, {x + 4000, y, 800}, {x, y + 4000, 800}, {x, y, 800}});
+                writer.EndGroup();
+                written += 3;
+            } else {
+                writer.LineString(s, {{x, y, 0}, {x + 6000, y + 2000, 1600}});
+                ++written;
+            }
+        }
+        writer.EndOfDesign();
+        writer.Save(file);
+        return file;
+    }()};
+    return file.path;
+}
+
+void ResetPeakMemory() {
+    std::ofstream("/proc/self/clear_refs") << "5";
+}
+
+// A figure of /proc/self/status, such as "VmHWM:" (peak) or "VmRSS:" (now), in MiB.
+double StatusMiB(const char* key) {
+    std::ifstream status("/proc/self/status");
+    std::string line;
+    while (std::getline(status, line))
+        if (line.rfind(key, 0) == 0)
+            return std::stod(line.substr(std::string(key).size())) / 1024.0;
+    return 0;
+}
+
+void BM_DgnReadHeaders(benchmark::State& state) {
+    const std::string& path = ModelFile();
+    ResetPeakMemory();
+    state.counters["start_MiB"] = StatusMiB("VmRSS:");
+    for (auto _ : state) {
+        ZtDgnElementStream stream;
+        std::string reason;
+        if (!stream.Open(path, &reason)) {
+            state.SkipWithError(reason.c_str());
+            return;
+        }
+        ZtDgnRawElement raw;
+        std::int64_t sum = 0;
+        std::size_t count = 0;
+        while (stream.Next(&raw) == ZtDgnElementStream::kElement) {
+            const unsigned char* p = raw.bytes;
+            sum += (p[0] & 0x3F) + (p[1] & 0x7F);
+            if (raw.size >= 36) {
+                for (int i = 0; i < 6; ++i)
+                    sum += ZtDgnRangeValue(p + 4 + 4 * i);
+                sum += ZtDgnWord(p + 28) + p[34] + p[35];
+            }
+            ++count;
+        }
+        benchmark::DoNotOptimize(sum);
+        state.counters["elements"] = static_cast<double>(count);
+    }
+    state.counters["peak_MiB"] = StatusMiB("VmHWM:");
+}
+BENCHMARK(BM_DgnReadHeaders)->Unit(benchmark::kMillisecond)->Iterations(5);
+
+void BM_DgnLoadModel(benchmark::State& state) {
+    const std::string& path = ModelFile();
+    const std::wstring widePath(path.begin(), path.end());
+    ResetPeakMemory();
+    state.counters["start_MiB"] = StatusMiB("VmRSS:");
+    ZtUNameDict names;
+    for (auto _ : state) {
+        std::string reason;
+        auto model = ZtDgnReadModel(widePath.c_str(), &names, true, nullptr, &reason);
+        if (!model) {
+            state.SkipWithError(reason.c_str());
+            return;
+        }
+        state.counters["elements"] = static_cast<double>(model->GetNumElements());
+        // Freeing the model is not part of loading it.
+        state.PauseTiming();
+        model.reset();
+        state.ResumeTiming();
+    }
+    state.counters["peak_MiB"] = StatusMiB("VmHWM:");
+}
+BENCHMARK(BM_DgnLoadModel)->Unit(benchmark::kMillisecond)->Iterations(5);
+
+} // namespace
