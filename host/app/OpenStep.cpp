@@ -9,7 +9,7 @@
 #include "ztutil/ZtUSysFile.h"
 #include "ztutil/ZtUSysString.h"
 
-#include <charconv>
+#include <cstdio>
 
 namespace {
 
@@ -59,10 +59,12 @@ std::string Utf8(const std::wstring& text) {
     return ZtUSysString::WideToUtf8(text);
 }
 
+// Ten significant digits: enough to read, without the noise of a unit conversion's last
+// bits (the JSON has the exact values).
 std::string Number(double value) {
     char text[32];
-    const auto end = std::to_chars(text, text + sizeof text, value).ptr;
-    return std::string(text, end);
+    std::snprintf(text, sizeof text, "%.10g", value);
+    return text;
 }
 
 std::string UnitName(ZtOaUnit::Linear unit) {
@@ -72,7 +74,7 @@ std::string UnitName(ZtOaUnit::Linear unit) {
 
 void WriteTransformJson(JsonWriter& json, const ZtLAffine3f& transform) {
     const ZtLMatrix3f& m = transform.GetMatrix();
-    json.BeginObject(true);
+    json.BeginObject();
     json.Key("matrix");
     json.BeginArray(true);
     for (int row = 0; row < 3; ++row)
