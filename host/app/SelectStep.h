@@ -1,0 +1,31 @@
+#pragma once
+#include <cstdint>
+#include <string>
+#include <vector>
+
+class JsonWriter;
+class ZtOpState;
+
+// An element that a selection set selected: its model's name and its index there.
+struct SelectedElement {
+    std::wstring model;
+    std::int64_t index;
+};
+
+// What one selection set selected over the loaded models, in the depth-first order of the
+// scene.
+struct SelectionResult {
+    std::wstring name;
+    std::vector<SelectedElement> elements;
+};
+
+// The `select` step: evaluates every selection set of the document (those in folders
+// too, depth first) over the models of its scene.
+std::vector<SelectionResult> ComputeSelections(const ZtOpState& state);
+
+// The value of the report's "selections" member.
+void WriteSelectionsJson(JsonWriter& json, const std::vector<SelectionResult>& results);
+
+// A readable table: each selection set with its count, and the selected elements model by
+// model.
+void AppendSelectionsTable(std::string& out, const std::vector<SelectionResult>& results);

@@ -1,0 +1,76 @@
+#include "ztplugin/ZtOpTreeSelection.h"
+
+#include "ztobject/ZtOaNode.h"
+#include "ztobject/ZtOaPartition.h"
+#include "ztobject/ZtOaProperty.h"
+#include "ztobject/ZtOaTraversal.h"
+#include "ztplugin/ZtOpFindSpecEvaluator.h"
+
+namespace {
+
+// The properties of one node at a time, as find specs see them. The list is kept from
+// node to node, so that the walk allocates only while it meets more properties than ever.
+class NodeTarget : public ZtOpFindTarget, private ZtOaPropertyVisitor {
+public:
+    void Gather(const ZtOaNode& node) {
+        properties_.clear();
+        node.VisitProperties(*this);
+    }
+    std::size_t GetNumFindProperties() const override { return properties_.size(); }
+    ZtOpFindProperty GetFindProperty(std::size_t index) const override {
+        return properties_[index];
+    }
+
+private:
+    void Visit(ZtUName* category, const ZtOaProperty& property) override {
+        properties_.push_back({category, property.GetName(), &property.GetValue()});
+    }
+
+    std::vector<ZtOpFindProperty> properties_;
+};
+
+class SelectTraversal : public ZtOaTraversal {
+public:
+    SelectTraversal(const std::vector<const ZtOpFindSpec*>& specs)
+        : specs_(specs), selected_(specs.size()) {}
+
+    Result VisitNode(const ZtOaPathLink& link) override {
+        const ZtOaNode* node = link.GetNode();
+        const std::int64_t index = node->GetElementIndex();
+        if (index < 0)
+            return kContinue;
+        target_.Gather(*node);
+        const ZtOaPartition* model = nullptr;
+        for (std::size_t i = 0; i < specs_.size(); ++i) {
+            if (!ZtOpFindSpecMatches(*specs_[i], target_))
+                continue;
+            if (!model)
+                model = ModelOf(link);
+            selected_[i].push_back({model, index});
+        }
+        return kContinue;
+    }
+
+    std::vector<std::vector<ZtOpSelectedElement>> Take() { return std::move(selected_); }
+
+private:
+    static const ZtOaPartition* ModelOf(const ZtOaPathLink& link) {
+        for (const ZtOaPathLink* at = &link; at; at = at->GetParent())
+            if (at->GetNode()->IsPartition())
+                return static_cast<const ZtOaPartition*>(at->GetNode());
+        return nullptr;
+    }
+
+    const std::vector<const ZtOpFindSpec*>& specs_;
+    std::vector<std::vector<ZtOpSelectedElement>> selected_;
+    NodeTarget target_;
+};
+
+} // namespace
+
+std::vector<std::vector<ZtOpSelectedElement>>
+ZtOpSelectInTree(const ZtOaNode& root, const std::vector<const ZtOpFindSpec*>& specs) {
+    SelectTraversal traversal(specs);
+    root.ApplyTraversal(&traversal);
+    return traversal.Take();
+}

@@ -1,0 +1,96 @@
+#include "ztplugin/ZtOpTreeSelection.h"
+#include "ztobject/ZtOaPartition.h"
+#include "ztobject/ZtOaProperty.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using Properties = std::vector<std::pair<ZtUName*, ZtOaProperty>>;
+
+void Visit(const Properties& properties, ZtOaPropertyVisitor& visitor) {
+    for (const auto& [category, property] : properties)
+        visitor.Visit(category, property);
+}
+
+class Element : public ZtOaNode {
+public:
+    Element(std::int64_t index, Properties properties)
+        : ZtOaNode(kGeometryBit), index_(index), properties_(std::move(properties)) {}
+    void VisitProperties(ZtOaPropertyVisitor& visitor) const override {
+        Visit(properties_, visitor);
+    }
+    std::int64_t GetElementIndex() const override { return index_; }
+
+private:
+    std::int64_t index_;
+    Properties properties_;
+};
+
+// A cell: an element that is a group of elements.
+class Cell : public ZtOaGroup {
+public:
+    Cell(std::int64_t index, Properties properties)
+        : ZtOaGroup(0, Ownership::kOwnsChildren), index_(index),
+          properties_(std::move(properties)) {}
+    void VisitProperties(ZtOaPropertyVisitor& visitor) const override {
+        Visit(properties_, visitor);
+    }
+    std::int64_t GetElementIndex() const override { return index_; }
+
+private:
+    std::int64_t index_;
+    Properties properties_;
+};
+
+TEST(ZtOpSelectInTree, EvaluatesEverySpecOnEveryElementNode) {
+    ZtUNameDict names;
+    ZtUName* element = names.Find(L"Element", "ZtDgnElement");
+    ZtUName* level = ZtUName::StandardName(17, &names);
+    auto levelProperty = [&](const wchar_t* text) {
+        ZtUData value;
+        value.SetWideString(text);
+        return Properties{{element, ZtOaProperty(level, value)}};
+    };
+    ZtOaPartition root(L"document");
+    auto* first = new ZtOaPartition(L"a.dgn");
+    first->AddChild(new Element(1, levelProperty(L"Level 3")));
+    auto* cell = new Cell(2, levelProperty(L"Level 4"));
+    cell->AddChild(new Element(3, levelProperty(L"Level 3")));
+    first->AddChild(cell);
+    // A node that stands for no element is not evaluated, whatever it holds.
+    first->AddChild(new Element(-1, levelProperty(L"Level 3")));
+    root.AddChild(first);
+    auto* second = new ZtOaPartition(L"b.dgn");
+    second->AddChild(new Element(1, levelProperty(L"Level 3")));
+    root.AddChild(second);
+
+    auto spec = [&](const wchar_t* text) {
+        ZtOpFindSpec s;
+        ZtUData value;
+        value.SetWideString(text);
+        s.AddCondition(ZtOpFindCondition(nullptr, level, ZtOpFindConditionFlags::kIgnoreCase,
+                                         ZtOpFindConditionOp::kEqual, value));
+        return s;
+    };
+    const ZtOpFindSpec three = spec(L"Level 3");
+    const ZtOpFindSpec four = spec(L"level 4");
+    const ZtOpFindSpec none;
+    const auto selected = ZtOpSelectInTree(root, {&three, &four, &none});
+    ASSERT_EQ(selected.size(), 3u);
+    std::vector<std::pair<std::wstring, std::int64_t>> got;
+    for (const ZtOpSelectedElement& e : selected[0])
+        got.push_back({e.model->GetName().Str(), e.index});
+    EXPECT_EQ(got, (std::vector<std::pair<std::wstring, std::int64_t>>{
+                       {L"a.dgn", 1}, {L"a.dgn", 3}, {L"b.dgn", 1}}));
+    ASSERT_EQ(selected[1].size(), 1u);
+    EXPECT_EQ(selected[1][0].index, 2);
+    EXPECT_TRUE(selected[2].empty());
+    EXPECT_TRUE(ZtOpSelectInTree(root, {}).empty());
+}
+
+} // namespace
