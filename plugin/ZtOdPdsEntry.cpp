@@ -1,6 +1,7 @@
 #include "plugin/ZtOdPdsEntry.h"
 
 #include "displaysets/ZtOdPdsDstImportPlugin.h"
+#include "loader/ZtOdPdsDriLoaderPlugin.h"
 #include "ztplugin/ZtOpDB.h"
 #include "ztplugin/ZtOpPluginList.h"
 
@@ -12,5 +13,6 @@ ZtOpPluginList* ZtOpPluginEntryztodpds() {
     // The plug-ins join here in their fixed order: tag import, tag export, display-set
     // import, control-file loader.
     list->PushBack(new ZtOdPdsDstImportPlugin);
+    list->PushBack(new ZtOdPdsDriLoaderPlugin);
     return list;
 }
