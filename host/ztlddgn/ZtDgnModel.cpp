@@ -99,10 +99,14 @@ void ZtDgnModel::GrowLinkageStore(std::size_t capacity) {
 
 void ZtDgnModel::SetHeader(const ZtDgnModelHeader& header) {
     header_ = header;
-    uorsPerMaster_ = static_cast<double>(header.subunitsPerMaster) * header.uorsPerSubunit;
-    ZtUData factor;
-    factor.SetDouble(uorsPerMaster_);
-    sceneProps_->EditPropertyVector().Edit(0)->SetValue(factor);
+    SetUorsPerMaster(static_cast<double>(header.subunitsPerMaster) * header.uorsPerSubunit);
+}
+
+void ZtDgnModel::SetUorsPerMaster(double factor) {
+    uorsPerMaster_ = factor;
+    ZtUData value;
+    value.SetDouble(factor);
+    sceneProps_->EditPropertyVector().Edit(0)->SetValue(value);
 }
 
 ZtLBox3f ZtDgnModel::GetElementBox(std::size_t slot) const {

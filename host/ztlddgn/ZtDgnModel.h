@@ -48,6 +48,9 @@ public:
     const ZtDgnModelHeader& GetHeader() const { return header_; }
     // Subunits per master unit times UORs per subunit.
     double GetUorsPerMaster() const { return uorsPerMaster_; }
+    // Sets the factor alone, for a model made in memory without a file (any value, even
+    // one that no control block could give).
+    void SetUorsPerMaster(double factor);
 
     // The value option 10 of the loader had when the model was loaded.
     bool GetOption10AtLoad() const { return option10AtLoad_; }

@@ -4,6 +4,7 @@
 #include "app/ModelStep.h"
 #include "support/ZtTestJson.h"
 #include "ztlddgn/ZtDgnLoaderPlugin.h"
+#include "ztobject/ZtOaAttribute.h"
 #include "ztplugin/ZtOpDB.h"
 #include "ztplugin/ZtOpState.h"
 
@@ -108,6 +109,23 @@ TEST(ModelStep, AddsEachModelToTheSceneInLoadOrder) {
                        "master unit, 1 elements\n"
                        "model steel.dgn: 2D, master unit \"ft\", subunit \"in\", 96000 UORs per "
                        "master unit, 2 elements\n");
+}
+
+// pdsreview's --uors-per-master: a model without a file or elements, with the factor given.
+TEST(ModelStep, AModelMadeInMemoryCarriesItsFactor) {
+    ZtOpState state;
+    auto* model = new ZtDgnModel(L"", state.EditNameDict());
+    model->SetUorsPerMaster(2.5);
+    state.GetRootNode()->AddChild(model);
+    const auto* props =
+        static_cast<const ZtOaPropertyAttribute*>(model->FindAttribute("ZtDgnSceneProps"));
+    ASSERT_TRUE(props);
+    EXPECT_EQ(props->GetPropertyVector().Find("ZtDgnUORsPerMaster")->GetValue().GetDouble(), 2.5);
+    const ZtTestJson models = ModelsJson(state, true);
+    ASSERT_EQ(models.items.size(), 1u);
+    EXPECT_EQ(models[0]["uorsPerMaster"].number, 2.5);
+    EXPECT_EQ(models[0]["elements"].number, 0);
+    EXPECT_TRUE(models[0]["elementList"].items.empty());
 }
 
 TEST(ModelStep, AFileThatIsNoModelFailsWithItsReason) {
