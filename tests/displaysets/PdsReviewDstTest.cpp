@@ -1,0 +1,160 @@
+// `pdsreview import-dst` and `pdsreview select` as a user runs them, with the built
+// plug-in library.
+#include "DisplaySetFilesTestSupport.h"
+#include "support/RunProgram.h"
+#include "support/ZtTestDgnWriter.h"
+#include "support/ZtTestJson.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace {
+
+const std::string kProgram = ZT_BIN_DIR "/pdsreview";
+const std::string kFixtures = ZT_TEST_DIR "/fixtures/";
+
+ProgramRun RunJson(std::vector<std::string> args, ZtTestJson* json) {
+    args.insert(args.begin(), {"--json", "--quiet"});
+    ProgramRun run = RunProgram(kProgram, args);
+    std::string error;
+    if (json && run.exitStatus != 2) {
+        EXPECT_TRUE(ZtTestParseJson(run.out, json, &error)) << error << "\n" << run.out;
+    }
+    return run;
+}
+
+bool StepMissing(const ProgramRun& run) {
+    return run.exitStatus == 2 && run.err.find("not available in this build") != std::string::npos;
+}
+
+TEST(PdsReviewImportDst, StatusOfTheImportIsTheExitStatus) {
+    struct Case {
+        std::string file;
+        int status;
+    };
+    const Case cases[] = {
+        {kFixtures + "sample.dst", 0},
+        {kFixtures + "no-definitions.dst", 0},
+        {kFixtures + "missing.dst", 1},
+    };
+    for (const Case& c : cases) {
+        ZtTestJson json;
+        const ProgramRun run = RunJson({"import-dst", c.file}, &json);
+        EXPECT_EQ(run.exitStatus, c.status) << c.file << "\n" << run.err;
+        EXPECT_EQ(json["steps"][0]["step"].text, "import-dst");
+        EXPECT_EQ(json["steps"][0]["status"].number, c.status);
+    }
+    // The run stops at the failing step.
+    ZtTestJson json;
+    const ProgramRun run = RunJson(
+        {"import-dst", kFixtures + "missing.dst", "import-dst", kFixtures + "sample.dst"}, &json);
+    EXPECT_EQ(run.exitStatus, 1);
+    EXPECT_EQ(json["steps"].items.size(), 1u);
+    EXPECT_EQ(json["document"]["selectionSets"].items.size(), 0u);
+}
+
+TEST(PdsReviewImportDst, SelectionSetsOfTheSampleFile) {
+    ZtTestJson json;
+    const ProgramRun run =
+        RunJson({"import-dst", kFixtures + "sample.dst", "import-dst",
+                 kFixtures + "no-definitions.dst", "import-dst", kFixtures + "sample.dst"},
+                &json);
+    ASSERT_EQ(run.exitStatus, 0) << run.err;
+    const ZtTestJson& sets = json["document"]["selectionSets"];
+    if (sets.items.empty())
+        GTEST_SKIP() << "pdsreview's report does not list selection sets in this build";
+    ASSERT_EQ(sets.items.size(), 4u);
+    const ZtTestJson& main = sets[0];
+    EXPECT_EQ(main["kind"].text, "selectionSet");
+    EXPECT_EQ(main["name"].text, "Main pipes");
+    EXPECT_EQ(main["guid"].text.size(), 36u);
+    EXPECT_NE(main["guid"].text, sets[2]["guid"].text);
+    EXPECT_EQ(sets[3]["name"].text, "Other pipes");
+    ASSERT_EQ(main["comments"].items.size(), 1u);
+    EXPECT_EQ(main["comments"][0]["id"].number, 0);
+    EXPECT_EQ(main["comments"][0]["body"].text, "North rack\n\rSecond bay");
+    EXPECT_TRUE(sets[1]["comments"].items.empty());
+    EXPECT_TRUE(main["findSpec"]["selectAll"].boolean);
+    const ZtTestJson& conditions = main["findSpec"]["conditions"];
+    ASSERT_EQ(conditions.items.size(), 4u);
+    const char* values[] = {"Level 7", "Colour 2", "Level 3", "Colour 2"};
+    const double flags[] = {5, 5, 69, 5};
+    for (std::size_t i = 0; i < 4; ++i) {
+        EXPECT_TRUE(conditions[i]["category"].IsNull());
+        EXPECT_EQ(conditions[i]["op"].number, 6);
+        EXPECT_EQ(conditions[i]["flags"].number, flags[i]);
+        EXPECT_EQ(conditions[i]["value"].text, values[i]);
+    }
+    EXPECT_EQ(conditions[0]["property"]["internal"].text, "ZtStdLevel");
+    EXPECT_EQ(conditions[0]["property"]["display"].text, "Level");
+    EXPECT_EQ(conditions[1]["property"]["internal"].text, "ZtStdColour");
+    EXPECT_EQ(sets[1]["findSpec"]["conditions"].items.size(), 8u);
+
+    // The same file in CR LF lines, with a data criterion.
+    ZtTestJson crlf;
+    ASSERT_EQ(RunJson({"import-dst", kFixtures + "crlf.dst"}, &crlf).exitStatus, 0);
+    const ZtTestJson& data = crlf["document"]["selectionSets"][0]["findSpec"]["conditions"][1];
+    EXPECT_EQ(data["category"]["internal"].text, "ZtDgnPDSAttributes");
+    EXPECT_EQ(data["property"]["display"].text, "line_id");
+    EXPECT_EQ(data["op"].number, 13);
+    EXPECT_EQ(data["flags"].number, 41);
+}
+
+TEST(PdsReviewImportDst, OutputIsDeterministicAndReadable) {
+    const std::vector<std::string> args = {"import-dst", kFixtures + "sample.dst"};
+    EXPECT_EQ(RunJson(args, nullptr).out, RunJson(args, nullptr).out);
+    const ProgramRun text =
+        RunProgram(kProgram, {"--quiet", "import-dst", kFixtures + "sample.dst"});
+    ASSERT_EQ(text.exitStatus, 0) << text.err;
+    if (text.out.find("Selection sets:") == std::string::npos)
+        GTEST_SKIP() << "pdsreview's summary does not list selection sets in this build";
+    EXPECT_NE(text.out.find("selectionSet \"Main pipes\""), std::string::npos) << text.out;
+    EXPECT_NE(text.out.find("rule: Level = \"Level 7\" and Colour = \"Colour 2\""),
+              std::string::npos)
+        << text.out;
+}
+
+TEST(PdsReviewSelect, CountsAndListsTheElementsOfEachSet) {
+    ZtTestTempDir dir;
+    ZtTestDgnWriter writer(3, ZtTestDgnUnits{});
+    ZtTestDgnSymbology on10;
+    on10.level = 10;
+    ZtTestDgnSymbology on11;
+    on11.level = 11;
+    const std::uint32_t first = writer.Line(on10, {0, 0, 0}, {10, 0, 0});
+    writer.Line(on11, {0, 0, 0}, {10, 0, 0});
+    const std::uint32_t third = writer.Line(on10, {0, 0, 0}, {10, 0, 0});
+    writer.EndOfDesign();
+    ASSERT_TRUE(writer.Save(dir.File("m.dgn")));
+    ASSERT_TRUE(ZtTestWriteBytes(dir.File("s.dst"), "[DEFINITION SECTION]\n<Display Set>\n"
+                                                    "1 Ten\n<Definition>\nFIND Level 10\n"
+                                                    "<Display Set>\n2 None\n<Definition>\n"
+                                                    "FIND Level 99\n"));
+    ZtTestJson json;
+    const ProgramRun run =
+        RunJson({"model", dir.File("m.dgn"), "import-dst", dir.File("s.dst"), "select"}, &json);
+    if (StepMissing(run))
+        GTEST_SKIP() << "pdsreview does not run the model and select steps in this build";
+    ASSERT_EQ(run.exitStatus, 0) << run.err;
+    const ZtTestJson& selections = json["selections"];
+    ASSERT_EQ(selections.items.size(), 2u);
+    EXPECT_EQ(selections[0]["name"].text, "Ten");
+    EXPECT_EQ(selections[0]["count"].number, 2);
+    ASSERT_EQ(selections[0]["elements"].items.size(), 2u);
+    EXPECT_EQ(selections[0]["elements"][0]["model"].text, "m.dgn");
+    EXPECT_EQ(selections[0]["elements"][0]["index"].number, first);
+    EXPECT_EQ(selections[0]["elements"][1]["index"].number, third);
+    EXPECT_EQ(selections[1]["count"].number, 0);
+
+    const ProgramRun table = RunProgram(kProgram, {"--quiet", "model", dir.File("m.dgn"),
+                                                   "import-dst", dir.File("s.dst"), "select"});
+    ASSERT_EQ(table.exitStatus, 0) << table.err;
+    EXPECT_NE(table.out.find("Ten: 2 elements\n    m.dgn: " + std::to_string(first) + " " +
+                             std::to_string(third) + "\n"),
+              std::string::npos)
+        << table.out;
+}
+
+} // namespace
