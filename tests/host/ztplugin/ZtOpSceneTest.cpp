@@ -3,7 +3,6 @@
 #include "ztnav/ZtNvViewPoint.h"
 #include "ztobject/ZtOaPartition.h"
 #include "ztobject/ZtOaShape.h"
-#include "ztplugin/ZtOpSceneProps.h"
 #include "ztplugin/ZtOpSceneSet.h"
 
 #include <gtest/gtest.h>
@@ -126,14 +125,6 @@ TEST(ZtOpSceneSet, OwnsItsReferences) {
     set.SetLinearUnits(ZtOaUnit::kFeet);
     EXPECT_EQ(set.GetSceneRefs()[0]->GetSourceName(), L"a.dgn");
     EXPECT_EQ(set.GetLinearUnits(), ZtOaUnit::kFeet);
-}
-
-TEST(ZtOpSceneProps, CurrentViewAndElementsBelongToTheScene) {
-    ZtOpSceneProps props;
-    props.EditCurrentView()->EditViewPoint()->SetParts(4);
-    EXPECT_EQ(props.GetCurrentView()->GetViewPoint().GetParts(), 4u);
-    ZtOpElementList& elements = props;
-    EXPECT_FALSE(elements.IsLocked(nullptr));
 }
 
 } // namespace

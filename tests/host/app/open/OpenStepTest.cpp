@@ -26,11 +26,6 @@ protected:
     }
     const ZtOpSceneRef& Ref(std::size_t i) const { return *opened_->set.GetSceneRefs()[i]; }
     int ModelsInScene() const { return state_.GetRootNode()->GetNumChildren(); }
-    static bool DgnOption10() {
-        auto* dgn = dynamic_cast<ZtDgnLoaderPlugin*>(
-            ZtOpDB::GetPluginByName(ZtDgnLoaderPlugin::kRegisteredName));
-        return !dgn || dgn->GetOption10();
-    }
 
     OpenTestReview review_;
     ZtOpState state_;
@@ -42,70 +37,6 @@ void ExpectNear(const ZtLVec3f& actual, const ZtLVec3f& expected) {
     EXPECT_NEAR(actual.x, expected.x, 1e-12);
     EXPECT_NEAR(actual.y, expected.y, 1e-12);
     EXPECT_NEAR(actual.z, expected.z, 1e-12);
-}
-
-TEST_F(OpenStep, AControlFileThatCannotBeReadLeavesTheDocumentAlone) {
-    review_.Model("a.dgn", OpenTestReview::Metres());
-    review_.Text("empty.dri", "");
-    review_.Text("other.dri", "Other{dgn{name{a.dgn}}}");
-    struct Case {
-        const char* file;
-        int status;
-    };
-    for (const Case& c : {Case{"missing.dri", 64}, Case{"empty.dri", 64}, Case{"other.dri", 128}}) {
-        EXPECT_EQ(Open(c.file), c.status) << c.file;
-        EXPECT_EQ(opened_, nullptr);
-        EXPECT_EQ(ModelsInScene(), 0);
-        EXPECT_TRUE(DgnOption10());
-        EXPECT_EQ(state_.GetCurrentViewPoint().GetParts(), 0u);
-    }
-}
-
-TEST_F(OpenStep, ModelsInDifferentUnitsArePlacedInTheScenesUnits) {
-    review_.Model("models/pipes.dgn", OpenTestReview::Metres(), 2);
-    review_.Model("models/tank.dgn", OpenTestReview::Feet(), 3);
-    review_.Text("plant.dri", "DesignReview_Control{\n"
-                              "transform{0 -1 0 1 0 0 0 0 1}\n"
-                              "old_origin{1000 0 0}\n"
-                              "new_origin{13000 2400 0}\n"
-                              "master_unit{m}\n"
-                              "dgn{name{models/pipes.dgn}}\n"
-                              "master_unit{ft}\n"
-                              "dgn{name{models/tank.dgn}}\n"
-                              "master_unit{m}\n"
-                              "}\n");
-    ASSERT_EQ(Open("plant.dri"), 0);
-    ASSERT_NE(opened_, nullptr);
-    ASSERT_EQ(opened_->refs.size(), 2u);
-    EXPECT_EQ(ModelsInScene(), 2);
-
-    // The shift of 12000 by 2400 UORs: 1000 UORs a metre in pipes, 1200 a foot in the
-    // tank, and the tank's feet counted in the scene's metres.
-    ExpectNear(Ref(0).GetTransform().GetTranslation(), ZtLVec3f(12, 2.4, 0));
-    ExpectNear(Ref(1).GetTransform().GetTranslation(), ZtLVec3f(3.048, 0.6096, 0));
-    ZtLMatrix3f turn;
-    turn.SetValue(0, -1, 0, 1, 0, 0, 0, 0, 1);
-    EXPECT_EQ(Ref(0).GetTransform().GetMatrix(), turn);
-    EXPECT_EQ(Ref(1).GetLinearUnits(), ZtOaUnit::kFeet);
-    EXPECT_EQ(opened_->set.GetLinearUnits(), ZtOaUnit::kMetres);
-
-    const ZtDgnModel* pipes = opened_->refs[0].model;
-    const ZtDgnModel* tank = opened_->refs[1].model;
-    ASSERT_NE(pipes, nullptr);
-    ASSERT_NE(tank, nullptr);
-    EXPECT_EQ(pipes->GetNumElements(), 2u);
-    EXPECT_EQ(tank->GetNumElements(), 3u);
-    EXPECT_EQ(tank->GetUorsPerMaster(), 1200);
-    // The DGN loader's option was off while the models loaded, and is back on.
-    EXPECT_FALSE(pipes->GetOption10AtLoad());
-    EXPECT_FALSE(tank->GetOption10AtLoad());
-    EXPECT_TRUE(DgnOption10());
-
-    // The loader's view of the scene is the document's now.
-    const ZtNvViewPoint& view = state_.GetCurrentViewPoint();
-    EXPECT_EQ(view.GetWorldUp(), ZtLVec3f(0, 0, 1));
-    EXPECT_EQ(view.GetParts() & 4u, 4u);
-    EXPECT_LT(view.GetCamera().ViewDir().z, 0);
 }
 
 TEST_F(OpenStep, MissingAndUnreadableModelsAreReportedAndNotPlaced) {
@@ -123,36 +54,6 @@ TEST_F(OpenStep, MissingAndUnreadableModelsAreReportedAndNotPlaced) {
     ASSERT_NE(opened_->refs[2].model, nullptr);
     ExpectNear(Ref(2).GetTransform().GetTranslation(), ZtLVec3f(5, 0, 0));
     EXPECT_EQ(ModelsInScene(), 1);
-}
-
-TEST_F(OpenStep, InputFilesChooseTheFileAndCacheFilesAreNotRead) {
-    review_.Model("a.dgn", OpenTestReview::Metres());
-    review_.Text("a.kvc", "a cache file");
-    review_.Model("b.dgn", OpenTestReview::Metres());
-    review_.Text("review.dri", "DesignReview_Control{dgn{name{a.dgn}} dgn{name{b.dgn}}}");
-    struct Case {
-        int inputFiles;
-        bool aLoaded, bLoaded;
-        std::wstring aLoadFile, bLoadFile;
-    };
-    const std::wstring cache = review_.WideFile("a.kvc");
-    const Case cases[] = {
-        {0, true, true, L"a.dgn", L"b.dgn"},
-        {1, false, false, cache, L""},
-        {2, false, true, cache, L"b.dgn"},
-    };
-    for (const Case& c : cases) {
-        OpenParameters parameters;
-        parameters.inputFiles = c.inputFiles;
-        ASSERT_EQ(Open("review.dri", parameters), 0);
-        EXPECT_EQ(opened_->refs[0].model != nullptr, c.aLoaded) << c.inputFiles;
-        EXPECT_EQ(opened_->refs[1].model != nullptr, c.bLoaded) << c.inputFiles;
-        EXPECT_EQ(Ref(0).GetLoadFile().Str(), c.aLoadFile);
-        EXPECT_EQ(Ref(1).GetLoadFile().Str(), c.bLoadFile);
-        if (!c.aLoaded) {
-            EXPECT_EQ(opened_->refs[0].notLoaded, "cache files are not read by this host");
-        }
-    }
 }
 
 TEST_F(OpenStep, LoadFilesAreFoundFromTheControlFilesFolder) {
