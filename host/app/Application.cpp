@@ -4,6 +4,8 @@
 #include "app/Report.h"
 #include "app/Session.h"
 #include "app/Steps.h"
+#include "ztlddgn/ZtDgnLoaderPlugin.h"
+#include "ztlddgn/ZtDgnModel.h"
 #include "ztplugin/ZtOpDB.h"
 
 #include <cstdio>
@@ -42,6 +44,8 @@ int RunPdsReview(int argc, char** argv) {
         return 0;
     }
     Session session(commandLine);
+    // The host's own model loader is there before any plug-in library.
+    ZtDgnRegisterLoaderPlugin();
     ZtOpDB::SetControlMode(static_cast<ZtOpDB::EMode>(commandLine.controlMode));
     const std::string pluginPath =
         commandLine.pluginPath.empty() ? DefaultPluginPath() : commandLine.pluginPath;
@@ -58,6 +62,11 @@ int RunPdsReview(int argc, char** argv) {
     if (commandLine.nextIds) {
         session.state.SetNextTagId(commandLine.nextIds->first);
         session.state.SetNextCommentId(commandLine.nextIds->second);
+    }
+    if (commandLine.uorsPerMaster) {
+        auto* model = new ZtDgnModel(L"", session.state.EditNameDict());
+        model->SetUorsPerMaster(*commandLine.uorsPerMaster);
+        session.state.GetRootNode()->AddChild(model);
     }
 
     int status = 0;

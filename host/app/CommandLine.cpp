@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <climits>
+#include <cmath>
 #include <cstring>
 
 namespace {
@@ -105,8 +106,17 @@ bool ParseCommandLine(const std::vector<std::string>& args, CommandLine* out, st
                 return false;
             }
             line.nextIds.emplace(tag, comment);
-        } else if (arg == "--uors-per-master" || arg == "--input-files" ||
-                   arg == "--redline-color" || arg == "--redline-thickness" || arg == "--no-tags" ||
+        } else if (arg == "--uors-per-master") {
+            if (!needValue(i))
+                return false;
+            double factor = 0;
+            if (!ParseWhole(args[++i], &factor) || !std::isfinite(factor)) {
+                *error = "--uors-per-master takes a number, not '" + args[i] + "'";
+                return false;
+            }
+            line.uorsPerMaster = factor;
+        } else if (arg == "--input-files" || arg == "--redline-color" ||
+                   arg == "--redline-thickness" || arg == "--no-tags" ||
                    arg == "--no-display-sets") {
             *error = "option " + arg + " is not available in this build yet";
             return false;

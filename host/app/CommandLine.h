@@ -18,6 +18,7 @@ struct CommandLine {
     std::string pluginPath; // empty: the library beside pdsreview
     int controlMode = 0;
     std::optional<std::pair<unsigned long long, unsigned long long>> nextIds; // tag, comment
+    std::optional<double> uorsPerMaster; // a model with no elements and this factor
     std::vector<Step> steps;
 };
 

@@ -1,6 +1,7 @@
 #include "app/Report.h"
 
 #include "app/JsonWriter.h"
+#include "app/ModelStep.h"
 #include "app/PluginReport.h"
 #include "app/Session.h"
 #include "ztnav/ZtNvViewPoint.h"
@@ -127,8 +128,7 @@ std::string JsonReport(Session& session) {
     json.Key("sceneSet");
     json.Null();
     json.Key("models");
-    json.BeginArray();
-    json.EndArray();
+    WriteModelsJson(json, session.state, session.options.elements);
     json.Key("document");
     WriteDocumentJson(json, session.state);
     json.EndObject();
@@ -158,6 +158,7 @@ std::string SummaryReport(Session& session) {
         }
     }
     const ZtOpState& state = session.state;
+    AppendModelsSummary(out, state);
     std::snprintf(line, sizeof line, "Document: next tag id %llu, next comment id %llu\n",
                   static_cast<unsigned long long>(state.GetNextTagId()),
                   static_cast<unsigned long long>(state.GetNextCommentId()));

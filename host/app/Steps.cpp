@@ -1,6 +1,7 @@
 #include "app/Steps.h"
 
 #include "app/CommandLine.h"
+#include "app/ModelStep.h"
 #include "app/Session.h"
 #include "ztplugin/ZtOpExportPlugin.h"
 #include "ztutil/ZtUSysString.h"
@@ -32,6 +33,15 @@ StepOutcome ImportDisplaySets(Session& session, const Step& step) {
     return RunExport(session, step, "ZtOdPdsDstImportPlugin");
 }
 
+StepOutcome LoadModel(Session& session, const Step& step) {
+    std::string reason;
+    const int status = RunModelStep(session.state, ZtUSysString::Utf8ToWide(step.argument), &reason,
+                                    &session.progress);
+    if (status != 0)
+        return {status, reason};
+    return {};
+}
+
 struct StepEntry {
     const char* name;
     StepHandler handler;
@@ -44,6 +54,7 @@ constexpr StepEntry kHandlers[] = {
     {"import-tags", ImportTags, "ZtOdPdsTagImportPlugin"},
     {"export-tags", ExportTags, "ZtOdPdsTagExportPlugin"},
     {"import-dst", ImportDisplaySets, "ZtOdPdsDstImportPlugin"},
+    {"model", LoadModel, nullptr},
 };
 
 } // namespace

@@ -46,6 +46,9 @@ TEST(CommandLine, RefusesWhatItCannotUse) {
         {{"plugins", "--next-ids", "5,-1"},
          "--next-ids takes two unsigned integers T,C, not '5,-1'"},
         {{"plugins", "--next-ids", ",1"}, "--next-ids takes two unsigned integers T,C, not ',1'"},
+        {{"plugins", "--uors-per-master", "1e999"},
+         "--uors-per-master takes a number, not '1e999'"},
+        {{"plugins", "--uors-per-master", "nan"}, "--uors-per-master takes a number, not 'nan'"},
     };
     for (const Case& c : cases) {
         CommandLine line;

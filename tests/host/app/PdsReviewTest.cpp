@@ -67,6 +67,26 @@ TEST(PdsReview, HostFailuresExitWithTwoAndSayWhy) {
     }
 }
 
+TEST(PdsReview, ModelStepLoadsIntoTheDocument) {
+    const ProgramRun run = RunProgram(kProgram, {"--json", "--uors-per-master", "2.5", "model",
+                                                 ZT_SOURCE_DIR "/examples/plant/pipes.dgn"});
+    ASSERT_EQ(run.exitStatus, 0) << run.err;
+    // The empty model of the option comes first, then the loaded one.
+    const std::size_t empty = run.out.find("\"uorsPerMaster\": 2.5");
+    const std::size_t pipes = run.out.find("\"file\": \"pipes.dgn\"");
+    ASSERT_NE(empty, std::string::npos) << run.out;
+    ASSERT_NE(pipes, std::string::npos) << run.out;
+    EXPECT_LT(empty, pipes);
+}
+
+TEST(PdsReview, AFileThatIsNoModelIsAHostFailure) {
+    const ProgramRun run = RunProgram(kProgram, {"model", ZT_SOURCE_DIR "/README.md"});
+    EXPECT_EQ(run.exitStatus, 2);
+    EXPECT_NE(run.err.find("pdsreview: "), std::string::npos);
+    EXPECT_NE(run.err.find("not a DGN V7 design file"), std::string::npos) << run.err;
+    EXPECT_EQ(run.out, "");
+}
+
 TEST(PdsReview, HelpGoesToStandardOutput) {
     const ProgramRun run = RunProgram(kProgram, {"--help"});
     EXPECT_EQ(run.exitStatus, 0);
