@@ -13,7 +13,7 @@ struct ZtOdPdsDstContext;
 // constructor, conditions and alternatives, SetComment, AddSelectionSet, destructor.
 class ZtOdPdsFindSpecBuilder {
 public:
-    // `name` is the name of the selection set to make; the spec takes at most
+    // `name` is the name of the selection set to make; the find spec takes at most
     // `maxConditions` conditions.
     explicit ZtOdPdsFindSpecBuilder(const wchar_t* name,
                                     std::uint64_t maxConditions = kZtOdPdsMaxConditions);
@@ -31,7 +31,7 @@ public:
     int HasOverflowed() const { return overflowed_; }
 
     void SetComment(const wchar_t* comment) { comment_.SetString(comment); }
-    // Makes the selection set, with the spec in its select-all mode and the comment (if it
+    // Makes the selection set, with the find spec in its select-all mode and the comment (if it
     // isn't empty) as comment 0, and adds it to the context's folder.
     void AddSelectionSet(ZtOdPdsDstContext* context);
 
