@@ -3,6 +3,8 @@
 #include "app/JsonWriter.h"
 #include "app/ModelStep.h"
 #include "app/PluginReport.h"
+#include "app/SavedItemReport.h"
+#include "app/SelectStep.h"
 #include "app/Session.h"
 #include "ztnav/ZtNvViewPoint.h"
 #include "ztutil/ZtUSysString.h"
@@ -58,8 +60,7 @@ void WriteDocumentJson(JsonWriter& json, const ZtOpState& state) {
     json.BeginArray();
     json.EndArray();
     json.Key("selectionSets");
-    json.BeginArray();
-    json.EndArray();
+    WriteSelectionSetsJson(json, state);
     json.Key("nextIds");
     json.BeginObject(true);
     json.Key("tag");
@@ -131,6 +132,10 @@ std::string JsonReport(Session& session) {
     WriteModelsJson(json, session.state, session.options.elements);
     json.Key("document");
     WriteDocumentJson(json, session.state);
+    if (session.selections) {
+        json.Key("selections");
+        WriteSelectionsJson(json, *session.selections);
+    }
     json.EndObject();
     return out;
 }
@@ -159,6 +164,9 @@ std::string SummaryReport(Session& session) {
     }
     const ZtOpState& state = session.state;
     AppendModelsSummary(out, state);
+    AppendSelectionSetsSummary(out, state);
+    if (session.selections)
+        AppendSelectionsTable(out, *session.selections);
     std::snprintf(line, sizeof line, "Document: next tag id %llu, next comment id %llu\n",
                   static_cast<unsigned long long>(state.GetNextTagId()),
                   static_cast<unsigned long long>(state.GetNextCommentId()));

@@ -1,9 +1,11 @@
 #pragma once
 #include "app/CommandLine.h"
 #include "app/ProgressBar.h"
+#include "app/SelectStep.h"
 #include "ztplugin/ZtOpPluginLibrary.h"
 #include "ztplugin/ZtOpState.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -27,6 +29,8 @@ struct Session {
     ProgressBar progress;
     std::vector<StepResult> steps;
     bool listedPlugins = false;
+    // What the last select step found.
+    std::optional<std::vector<SelectionResult>> selections;
 
     // The plug-in of the loaded library with this registered name, or null.
     ZtOpPlugin* FindPlugin(const char* registeredName) const;

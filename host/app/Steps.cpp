@@ -42,6 +42,11 @@ StepOutcome LoadModel(Session& session, const Step& step) {
     return {};
 }
 
+StepOutcome Select(Session& session, const Step&) {
+    session.selections = ComputeSelections(session.state);
+    return {};
+}
+
 struct StepEntry {
     const char* name;
     StepHandler handler;
@@ -55,6 +60,7 @@ constexpr StepEntry kHandlers[] = {
     {"export-tags", ExportTags, "ZtOdPdsTagExportPlugin"},
     {"import-dst", ImportDisplaySets, "ZtOdPdsDstImportPlugin"},
     {"model", LoadModel, nullptr},
+    {"select", Select, nullptr},
 };
 
 } // namespace
