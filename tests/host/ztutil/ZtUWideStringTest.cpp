@@ -22,12 +22,8 @@ TEST(ZtUWideStringTokeniser, HandsOutNonEmptyPiecesOnly) {
         std::vector<std::wstring> tokens;
     };
     const Case cases[] = {
-        {L"a,b,c", {L"a", L"b", L"c"}},
-        {L",a,,b,", {L"a", L"b"}},
-        {L"", {}},
-        {L",,,", {}},
-        {L" , x", {L" ", L" x"}},
-        {L"3, 7,9", {L"3", L" 7", L"9"}},
+        {L"a,b,c", {L"a", L"b", L"c"}}, {L",a,,b,", {L"a", L"b"}},        {L"", {}}, {L",,,", {}},
+        {L" , x", {L" ", L" x"}},       {L"3, 7,9", {L"3", L" 7", L"9"}},
     };
     for (const Case& c : cases)
         EXPECT_EQ(Tokens(c.text, L","), c.tokens) << c.text;
