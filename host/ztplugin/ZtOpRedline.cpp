@@ -1,8 +1,20 @@
 #include "ztplugin/ZtOpRedline.h"
 
 #include "ztnav/ZtNvCamera.h"
+#include "ztutil/ZtUMemory.h"
 
 #include <cmath>
+#include <new>
+
+void* ZtOpRedline::operator new(std::size_t size) {
+    if (void* block = ZtUMemory::Alloc(size))
+        return block;
+    throw std::bad_alloc();
+}
+
+void ZtOpRedline::operator delete(void* block) {
+    ZtUMemory::Dealloc(block);
+}
 
 ZtLPos2f ZtOpRedline::WindowToCameraSpace(const ZtNvCamera& camera, bool yDown,
                                           const ZtLPos2f& window) {

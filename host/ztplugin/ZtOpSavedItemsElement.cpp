@@ -65,3 +65,28 @@ ZtOpSelectionSetsElement* ZtOpSelectionSetsElement::Edit(ZtOpState* state, ZtOpL
         return nullptr;
     return static_cast<ZtOpSelectionSetsElement*>(state->EditElementList().Find(GetClass()));
 }
+
+const ZtOpElementClass* ZtOpSavedViewsElement::GetClass() {
+    static const ZtOpElementClass elementClass{"ZtOpSavedViewsElement"};
+    return &elementClass;
+}
+
+ZtOpSavedViewsElement* ZtOpSavedViewsElement::Require(ZtOpElementList& list) {
+    if (ZtOpElement* element = list.Find(GetClass()))
+        return static_cast<ZtOpSavedViewsElement*>(element);
+    auto* element = new ZtOpSavedViewsElement;
+    list.Add(element);
+    return element;
+}
+
+const ZtOpSavedViewsElement* ZtOpSavedViewsElement::Get(const ZtOpState* state) {
+    if (!state)
+        return nullptr;
+    return static_cast<const ZtOpSavedViewsElement*>(state->GetElementList().Find(GetClass()));
+}
+
+ZtOpSavedViewsElement* ZtOpSavedViewsElement::Edit(ZtOpState* state, ZtOpLock* lock) {
+    if (!state || !lock || !lock->Covers(GetClass(), state))
+        return nullptr;
+    return static_cast<ZtOpSavedViewsElement*>(state->EditElementList().Find(GetClass()));
+}

@@ -37,3 +37,21 @@ public:
     // cover it.
     static ZtOpSelectionSetsElement* Edit(ZtOpState* state, ZtOpLock* lock);
 };
+
+// The document's saved views.
+class ZtOpSavedViewsElement : public ZtOpSavedItemsElement {
+public:
+    using ZtOpSavedItemsElement::Edit;
+    using ZtOpSavedItemsElement::Get;
+
+    static const ZtOpElementClass* GetClass();
+    const ZtOpElementClass* GetElementClass() const override { return GetClass(); }
+
+    // The element in `list`, made there if it is missing.
+    static ZtOpSavedViewsElement* Require(ZtOpElementList& list);
+    // The document's element for reading, or null.
+    static const ZtOpSavedViewsElement* Get(const ZtOpState* state);
+    // The document's element for writing, or null if there is none or `lock` does not
+    // cover it.
+    static ZtOpSavedViewsElement* Edit(ZtOpState* state, ZtOpLock* lock);
+};

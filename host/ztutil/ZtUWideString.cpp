@@ -4,6 +4,7 @@
 
 #include <cstdarg>
 #include <cwchar>
+#include <utility>
 
 void ZtUWideStringBuffer::ExtractSubString(std::size_t first, std::size_t count,
                                            ZtUWideStringBuffer* out) const {
@@ -27,16 +28,26 @@ int ZtUWideStringBuffer::Replace(const wchar_t* from, const wchar_t* to, int all
     if (!from || !*from)
         return 0;
     const std::size_t fromLength = std::wcslen(from);
-    const std::wstring replacement = to ? to : L"";
+    const wchar_t* replacement = to ? to : L"";
+    // Built anew in one pass, so that replacing many occurrences stays linear.
+    std::wstring result;
     int replaced = 0;
+    std::size_t copied = 0;
     std::size_t at = 0;
-    while ((at = text_.find(from, at, fromLength)) != std::wstring::npos) {
-        text_.replace(at, fromLength, replacement);
-        at += replacement.size();
+    while ((at = text_.find(from, copied, fromLength)) != std::wstring::npos) {
+        if (replaced == 0)
+            result.reserve(text_.size());
+        result.append(text_, copied, at - copied);
+        result += replacement;
+        copied = at + fromLength;
         ++replaced;
         if (!all)
             break;
     }
+    if (replaced == 0)
+        return 0;
+    result.append(text_, copied, std::wstring::npos);
+    text_ = std::move(result);
     return replaced;
 }
 
