@@ -2,6 +2,7 @@
 
 #include "displaysets/ZtOdPdsDstImportPlugin.h"
 #include "loader/ZtOdPdsDriLoaderPlugin.h"
+#include "tags/ZtOdPdsTagImportPlugin.h"
 #include "ztplugin/ZtOpDB.h"
 #include "ztplugin/ZtOpPluginList.h"
 
@@ -12,6 +13,7 @@ ZtOpPluginList* ZtOpPluginEntryztodpds() {
         return list;
     // The plug-ins join here in their fixed order: tag import, tag export, display-set
     // import, control-file loader.
+    list->PushBack(new ZtOdPdsTagImportPlugin);
     list->PushBack(new ZtOdPdsDstImportPlugin);
     list->PushBack(new ZtOdPdsDriLoaderPlugin);
     return list;

@@ -1,0 +1,325 @@
+#include "tags/ZtOdPdsTagImportAction.h"
+
+#include "plugin/ZtOdPdsStatus.h"
+#include "readers/ZtOdPdsBlock.h"
+#include "readers/ZtOdPdsBlockFileSource.h"
+#include "readers/ZtOdPdsTextFile.h"
+#include "rules/ZtOdPdsComponents.h"
+#include "tags/ZtOdPdsCameraMaps.h"
+#include "tags/ZtOdPdsFindUORsPerMaster.h"
+#include "tags/ZtOdPdsNumberScanner.h"
+#include "tags/ZtOdPdsTagCounter.h"
+#include "tags/ZtOdPdsUnits.h"
+#include "tags/ZtOdPdsUorVector.h"
+#include "ztnav/ZtNvViewPoint.h"
+#include "ztplugin/ZtOpNextCommentIdElement.h"
+#include "ztplugin/ZtOpProgress.h"
+#include "ztplugin/ZtOpRedlineTag.h"
+#include "ztplugin/ZtOpSavedItemsElement.h"
+#include "ztplugin/ZtOpState.h"
+#include "ztplugin/ZtOpView.h"
+#include "ztutil/ZtUAutoCLocaleOverride.h"
+#include "ztutil/ZtUResource.h"
+
+#include <memory>
+
+namespace {
+
+// The numeric category, in the host's numbering.
+constexpr int kNumericCategory = 4;
+
+bool ScanUorVector(ZtOdPdsNumberScanner& scan, ZtOdPdsUorVector* vector) {
+    ZtOdPdsUorVector read;
+    if (!scan.Int64(&read.x) || !scan.Int64(&read.y) || !scan.Int64(&read.z))
+        return false;
+    *vector = read;
+    return true;
+}
+
+bool ScanUorVector(const ZtOdPdsBlock& block, ZtOdPdsUorVector* vector) {
+    ZtOdPdsNumberScanner scan(block.GetValue().GetString());
+    return ScanUorVector(scan, vector);
+}
+
+// The body of a `text` value: all behind its first line end, which ends the count. False
+// for a value without a line end.
+bool ExtractBody(const ZtUWideStringBuffer& value, ZtUWideStringBuffer* body) {
+    const wchar_t* text = value.GetString();
+    const std::size_t length = value.GetLength();
+    for (std::size_t i = 0; i < length; ++i)
+        if (text[i] == L'\n' || text[i] == L'\r') {
+            body->SetString(text + i + 1, length - i - 1);
+            return true;
+        }
+    return false;
+}
+
+// Gives `flag` back 0 on every way out of a tag: a `p` holds for its own tag only.
+class PointReset {
+public:
+    explicit PointReset(int& flag) : flag_(flag) {}
+    ~PointReset() { flag_ = 0; }
+    PointReset(const PointReset&) = delete;
+    PointReset& operator=(const PointReset&) = delete;
+
+private:
+    int& flag_;
+};
+
+} // namespace
+
+ZtOdPdsTagImportAction::ZtOdPdsTagImportAction(ZtOpState* state, ZtOaNode* partition)
+    : state_(state), partition_(partition) {}
+
+// The current view is null between files; it is not only if a read was cut short.
+ZtOdPdsTagImportAction::~ZtOdPdsTagImportAction() {
+    delete currentView_;
+}
+
+int ZtOdPdsTagImportAction::Perform(const wchar_t* path, ZtOpProgress* progress) {
+    if (!path)
+        return kZtOdPdsNoFile;
+    uorsPerMaster_ = ZtOdPdsFindUORsPerMaster(partition_);
+    if (uorsPerMaster_ == 0.0)
+        return kZtOdPdsNoUnits;
+    const int tagCount = CountTags(path);
+    return ImportFile(state_, path, tagCount, progress);
+}
+
+int ZtOdPdsTagImportAction::CountTags(const wchar_t* path) {
+    ZtOdPdsTextFile file;
+    if (!file.Open(path))
+        return 0;
+    ZtOdPdsTagCounter counter;
+    const int read = file.ReadLines(counter);
+    file.Close();
+    return read ? counter.GetCount() : 0;
+}
+
+int ZtOdPdsTagImportAction::ImportFile(ZtOpState* state, const wchar_t* path, int tagCount,
+                                       ZtOpProgress* progress) {
+    ZtUAutoCLocaleOverride numbers(kNumericCategory);
+    ZtOdPdsBlockFileSource source(ZtOdPdsCountedText);
+    if (!path || !source.Open(path))
+        return kZtOdPdsNoFile;
+    if (state) {
+        const ZtOpRedlineTool* tool = state->GetRedlineTool();
+        lineColor_ = tool->GetCurLineColor();
+        lineThickness_ = tool->GetCurLineThickness();
+    }
+    int done = 0;
+    ZtOdPdsBlock block;
+    while (source.NextBlock(&block)) {
+        if (ReadStickyKey(block))
+            continue;
+        if (block.GetName() == L"tag") {
+            ImportTag(block);
+            ++done;
+            if (progress)
+                progress->SetProgress(static_cast<double>(done) / static_cast<double>(tagCount));
+        }
+    }
+    CloseView();
+    source.Close();
+    return kZtOdPdsOk;
+}
+
+bool ZtOdPdsTagImportAction::ReadStickyKey(const ZtOdPdsBlock& block) {
+    const ZtUWideStringBuffer& name = block.GetName();
+    ZtOdPdsNumberScanner scan(block.GetValue().GetString());
+    ZtOdPdsUorVector vector;
+    std::int64_t distance = 0;
+    std::int32_t degrees = 0;
+    if (name == L"target") {
+        if (ScanUorVector(scan, &vector)) {
+            target_ = vector.ToMaster(uorsPerMaster_);
+            viewChanged_ = 1;
+        }
+    } else if (name == L"eye") {
+        if (ScanUorVector(scan, &vector)) {
+            eye_ = vector.ToMaster(uorsPerMaster_);
+            viewChanged_ = 1;
+        }
+    } else if (name == L"up") {
+        // The value is never read: views are always upright in +Z.
+        up_.SetValue(0.0, 0.0, 1.0);
+    } else if (name == L"persp_ang") {
+        if (scan.Int32(&degrees)) {
+            perspAngle_ = ZtOdPdsDegreesToRadians(degrees);
+            viewChanged_ = 1;
+        }
+    } else if (name == L"clip_near") {
+        if (scan.Int64(&distance)) {
+            clipNear_ = ZtOdPdsUorsToMaster(distance, uorsPerMaster_);
+            viewChanged_ = 1;
+        }
+    } else if (name == L"clip_far") {
+        if (scan.Int64(&distance)) {
+            clipFar_ = ZtOdPdsUorsToMaster(distance, uorsPerMaster_);
+            viewChanged_ = 1;
+        }
+    } else {
+        return false;
+    }
+    return true;
+}
+
+void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
+    PointReset pointReset(havePoint_);
+
+    // The head: identifier, 1, 0, 0.0 and the tag's point. Values 2 and 4 must scan and
+    // mean nothing; value 3 must be 0.
+    ZtOdPdsNumberScanner scan(block.GetValue().GetString());
+    std::int64_t identifier = 0;
+    std::int32_t second = 0;
+    std::int32_t third = 0;
+    double fourth = 0.0;
+    ZtOdPdsUorVector head;
+    if (!scan.Int64(&identifier) || !scan.Int32(&second) || !scan.Int32(&third) ||
+        !scan.Double(&fourth) || !ScanUorVector(scan, &head) || third != 0)
+        return;
+    const auto id = static_cast<std::uint64_t>(identifier);
+    const ZtLPos3f position = head.ToMaster(uorsPerMaster_);
+
+    // The nested blocks; the line of the head is gathered as a name and dropped at its
+    // line end.
+    ZtLPos3f point;
+    ZtUWideStringBuffer body;
+    ZtOdPdsBlock child;
+    while (block.NextChild(&child)) {
+        const ZtUWideStringBuffer& name = child.GetName();
+        if (name == L"p") {
+            ZtOdPdsUorVector second3d;
+            if (!ScanUorVector(child, &second3d))
+                return;
+            point = second3d.ToMaster(uorsPerMaster_);
+            havePoint_ = 1;
+        } else if (name == L"text") {
+            ExtractBody(child.GetValue(), &body);
+            // Comments hold CR LF line ends, the file LF.
+            body.Replace(L"\n", L"\r\n", 1);
+        }
+    }
+    // Before anything is made, so that a tag without text leaves no empty view behind.
+    if (body.IsEmpty())
+        return;
+
+    if (viewChanged_ != 0 || !currentView_) {
+        CloseView();
+        currentView_ = MakeView();
+        if (!currentView_)
+            return;
+    }
+
+    // The file's identifiers stand as they are: nothing is drawn from the document's next
+    // identifiers here.
+    std::unique_ptr<ZtOpComment> comment(new ZtOpComment(id));
+    comment->SetBody(body.GetString());
+    if (id > highestId_)
+        highestId_ = id;
+
+    const ZtNvCamera& camera = currentView_->AnonView().GetViewPoint().GetCamera();
+    const ZtLPos2f first2d = ZtOdPdsModelToCameraSpace(position, camera);
+    const ZtLPos2f second2d = havePoint_ ? ZtOdPdsModelToCameraSpace(point, camera) : first2d;
+    ZtLBox3f box;
+    box.MakeEmpty();
+    std::unique_ptr<ZtOpRedlineTag> tag(new ZtOpRedlineTag(comment->GetId(), comment->GetId(),
+                                                           first2d, second2d, 1, position, 0, box));
+    tag->SetLineColor(lineColor_);
+    tag->SetLineThickness(lineThickness_);
+
+    // A view is named after the first tag that goes into it.
+    if (currentView_->GetName().IsEmpty()) {
+        if (const wchar_t* format =
+                ZtUResource::FindString("IDS_WIN32_REDLINE_TAG_VIEW_FMT", nullptr)) {
+            ZtUWideStringBuffer name;
+            name.Format(format, static_cast<unsigned long long>(tag->GetTagId()));
+            currentView_->SetName(name.GetString());
+        }
+    }
+
+    currentView_->EditComments().PushBack(comment.release());
+    currentView_->EditRedlines().PushBack(tag.release());
+}
+
+ZtOpView* ZtOdPdsTagImportAction::MakeView() {
+    ZtNvViewPoint viewPoint;
+    ZtNvCamera camera;
+    camera.SetPosition(eye_);
+    camera.PointAt(target_);
+    camera.SetHeightField(perspAngle_);
+    camera.AlignUp(up_);
+    if (!camera.HasValidFrustum(0.0))
+        return nullptr;
+    viewPoint.SetCamera(camera);
+
+    // Only the camera: no focal distance and no world up, so the distance to the target
+    // is not kept.
+    auto* view = new ZtOpView;
+    *view->AnonView().EditViewPoint() = viewPoint;
+    if (clipNear_ > 0.0)
+        AddClipPlane(1.0, clipNear_, view);
+    if (clipFar_ > 0.0)
+        AddClipPlane(-1.0, clipFar_, view);
+    viewChanged_ = 0;
+    return view;
+}
+
+void ZtOdPdsTagImportAction::CloseView() {
+    if (currentView_) {
+        folder_.AddChild(currentView_);
+        currentView_ = nullptr;
+    }
+    viewChanged_ = 1;
+}
+
+void ZtOdPdsTagImportAction::AddClipPlane(double direction, double distance, ZtOpView* view) {
+    if (!view)
+        return;
+    const ZtNvCamera& camera = view->AnonView().GetViewPoint().GetCamera();
+    const ZtLVec3f& viewDir = camera.ViewDir();
+    const ZtLUnitVec3f normal(viewDir * direction);
+    const ZtLPos3f point = camera.GetPosition() + viewDir * distance;
+    ZtOaClipPlaneSet* planes = view->AnonView().EditClipPlaneSet();
+    ZtOaClipPlane* plane = nullptr;
+    for (int index = 0; index <= 5; ++index) {
+        plane = planes->Edit(index);
+        if (plane && !plane->IsEnabled())
+            break;
+    }
+    if (plane) {
+        plane->AlignToPick(ZtOaClipPlane::kAlignToNormal, point, normal, nullptr);
+        plane->SetEnabled(true);
+    }
+}
+
+int ZtOdPdsTagImportAction::AppendTo(ZtOpSavedViewsElement* element) {
+    ZtOpFolderItem* root = element ? element->Edit() : nullptr;
+    if (!root)
+        return 0;
+    root->Append(&folder_);
+    const int count = static_cast<int>(folder_.GetNumChildren());
+    folder_.RemoveAllChildren();
+    return count;
+}
+
+bool ZtOdPdsTagImportAction::UpdateNextIds(ZtOpNextCommentIdElement* element) {
+    if (element) {
+        element->EditTagId() = highestId_ + 1;
+        element->EditCommentId() = highestId_ + 1;
+    }
+    return true;
+}
+
+ZtUComponent& ZtOdPdsTagImportAction::GetComponent() {
+    static ZtUComponent component;
+    return component;
+}
+
+int ZtOdPdsTagImportAction::StartComponent() {
+    return ZtOdPdsStartComponents({{&GetComponent(), "ZtOdPdsTagImportAction"}});
+}
+
+int ZtOdPdsTagImportAction::EndComponent() {
+    return ZtOdPdsEndComponents({&GetComponent()});
+}

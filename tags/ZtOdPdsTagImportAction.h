@@ -1,0 +1,88 @@
+#pragma once
+#include "plugin/ZtOdPdsFileAction.h"
+#include "ztlinear/ZtLColor3f.h"
+#include "ztlinear/ZtLVec3f.h"
+#include "ztplugin/ZtOpSavedItem.h"
+#include "ztutil/ZtUComponent.h"
+
+#include <cstdint>
+
+class ZtOaNode;
+class ZtOdPdsBlock;
+class ZtOpNextCommentIdElement;
+class ZtOpSavedViewsElement;
+class ZtOpState;
+class ZtOpView;
+
+// Reads tag files into saved views: each `tag` block becomes a comment and a redline tag
+// in a view made from the viewpoint keys read before it. Tags with no viewpoint key
+// between them share a view. The views gather in the action's own folder; the document is
+// left alone until the caller hands them over with AppendTo and UpdateNextIds.
+//
+// The viewpoint state, the highest identifier and the folder carry over from one file to
+// the next on the same action, so that the loader's tag files read as one.
+class ZtOdPdsTagImportAction : public ZtOdPdsFileAction {
+public:
+    // Neither is owned. `state` gives the redline tool's look; `partition` is the root of
+    // the model tree in which the units factor is looked up.
+    ZtOdPdsTagImportAction(ZtOpState* state, ZtOaNode* partition);
+    ~ZtOdPdsTagImportAction() override;
+    ZtOdPdsTagImportAction(const ZtOdPdsTagImportAction&) = delete;
+    ZtOdPdsTagImportAction& operator=(const ZtOdPdsTagImportAction&) = delete;
+
+    // Counts the file's tags, then imports it. 0 when the file was read, however little
+    // of it was usable; 1 for a null path or a file that can't be opened; 6 when the
+    // models give no units factor, in which case the file is not touched.
+    int Perform(const wchar_t* path, ZtOpProgress* progress) override;
+    // The number of lines that begin with "tag{"; 0 if the file can't be read.
+    int CountTags(const wchar_t* path);
+    // The second pass: the file's blocks in order, the progress reported as the tags done
+    // over `tagCount`, unclamped. 0, or 1 if the file can't be opened.
+    int ImportFile(ZtOpState* state, const wchar_t* path, int tagCount, ZtOpProgress* progress);
+
+    // One `tag` block: a comment and a redline tag in the current view, or nothing for a
+    // tag with a bad head, a bad `p` or no text.
+    void ImportTag(ZtOdPdsBlock& block);
+    // A new view from the viewpoint state, or null when its camera spans no frustum.
+    ZtOpView* MakeView();
+    // Puts the current view, if any, into the folder; the next tag gets a new view.
+    void CloseView();
+    // Switches on the first free clip plane of `view` (the last if none is free), at
+    // right angles to the view at `distance` from the eye, its normal along the view for
+    // `direction` 1 and against it for -1.
+    void AddClipPlane(double direction, double distance, ZtOpView* view);
+
+    // Moves the gathered views to the end of the element's root folder; gives how many.
+    int AppendTo(ZtOpSavedViewsElement* element);
+    // Sets both next identifiers of `element` to one past the highest one imported.
+    bool UpdateNextIds(ZtOpNextCommentIdElement* element);
+    std::uint64_t GetHighestId() const { return highestId_; }
+
+    const ZtOpFolderItem& GetFolder() const { return folder_; }
+
+    static ZtUComponent& GetComponent();
+    static int StartComponent();
+    static int EndComponent();
+
+private:
+    // One sticky key, by the table of keys; false for a block that is no sticky key.
+    bool ReadStickyKey(const ZtOdPdsBlock& block);
+
+    ZtOpState* state_;
+    ZtOaNode* partition_;
+    int havePoint_ = 0;
+    int viewChanged_ = 1;
+    double uorsPerMaster_ = 0.0;
+    ZtLColor3f lineColor_{1.0, 0.0, 0.0};
+    int lineThickness_ = 3;
+    // The viewpoint state, in master units and radians.
+    ZtLPos3f target_{0.0, 0.0, 0.0};
+    ZtLPos3f eye_{1.0, 0.0, 0.0};
+    double perspAngle_ = 45 * 0.017453292519943295;
+    double clipNear_ = -1.0;
+    double clipFar_ = -1.0;
+    ZtLUnitVec3f up_{0.0, 0.0, 1.0};
+    std::uint64_t highestId_ = 0;
+    ZtOpFolderItem folder_;
+    ZtOpView* currentView_ = nullptr;
+};
