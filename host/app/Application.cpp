@@ -79,6 +79,9 @@ int RunPdsReview(int argc, char** argv) {
             return Fail(outcome.hostError);
         session.steps.push_back({step.name, step.argument, outcome.status});
         status = outcome.status;
+        if (status != 0)
+            std::fprintf(stderr, "pdsreview: %s %s: status %d, %s\n", step.name.c_str(),
+                         step.argument.c_str(), status, StatusMeaning(status));
     }
 
     const std::string report = commandLine.json ? JsonReport(session) : SummaryReport(session);

@@ -115,9 +115,20 @@ bool ParseCommandLine(const std::vector<std::string>& args, CommandLine* out, st
                 return false;
             }
             line.uorsPerMaster = factor;
-        } else if (arg == "--input-files" || arg == "--redline-color" ||
-                   arg == "--redline-thickness" || arg == "--no-tags" ||
-                   arg == "--no-display-sets") {
+        } else if (arg == "--input-files") {
+            if (!needValue(i))
+                return false;
+            const std::optional<int> value = InputFilesValue(args[++i]);
+            if (!value) {
+                *error = "--input-files takes model, cache or either, not '" + args[i] + "'";
+                return false;
+            }
+            line.open.inputFiles = *value;
+        } else if (arg == "--no-tags") {
+            line.open.importTags = false;
+        } else if (arg == "--no-display-sets") {
+            line.open.importDisplaySets = false;
+        } else if (arg == "--redline-color" || arg == "--redline-thickness") {
             *error = "option " + arg + " is not available in this build yet";
             return false;
         } else if (arg.rfind("--", 0) == 0) {

@@ -1,4 +1,6 @@
 #pragma once
+#include "app/OpenStep.h"
+
 #include <optional>
 #include <string>
 #include <vector>
@@ -19,6 +21,7 @@ struct CommandLine {
     int controlMode = 0;
     std::optional<std::pair<unsigned long long, unsigned long long>> nextIds; // tag, comment
     std::optional<double> uorsPerMaster; // a model with no elements and this factor
+    OpenParameters open;                 // the loader's parameters for open steps
     std::vector<Step> steps;
 };
 

@@ -2,10 +2,12 @@
 
 #include "app/JsonWriter.h"
 #include "app/ModelStep.h"
+#include "app/OpenStep.h"
 #include "app/PluginReport.h"
 #include "app/SavedItemReport.h"
 #include "app/SelectStep.h"
 #include "app/Session.h"
+#include "app/Steps.h"
 #include "ztnav/ZtNvViewPoint.h"
 #include "ztutil/ZtUSysString.h"
 
@@ -127,7 +129,7 @@ std::string JsonReport(Session& session) {
         WritePluginsJson(json, session);
     }
     json.Key("sceneSet");
-    json.Null();
+    WriteSceneSetJson(json, session.sceneSet.get());
     json.Key("models");
     WriteModelsJson(json, session.state, session.options.elements);
     json.Key("document");
@@ -163,6 +165,8 @@ std::string SummaryReport(Session& session) {
         }
     }
     const ZtOpState& state = session.state;
+    if (session.sceneSet)
+        AppendSceneSetSummary(out, *session.sceneSet);
     AppendModelsSummary(out, state);
     AppendSelectionSetsSummary(out, state);
     if (session.selections)
@@ -176,7 +180,11 @@ std::string SummaryReport(Session& session) {
         out += "  " + step.step;
         if (!step.file.empty())
             out += " " + step.file;
-        out += step.status == 0 ? ": done\n" : ": status " + std::to_string(step.status) + "\n";
+        out += ": ";
+        if (step.status != 0)
+            out += "status " + std::to_string(step.status) + ", ";
+        out += StatusMeaning(step.status);
+        out += "\n";
     }
     return out;
 }

@@ -1,10 +1,12 @@
 #pragma once
 #include "app/CommandLine.h"
+#include "app/OpenStep.h"
 #include "app/ProgressBar.h"
 #include "app/SelectStep.h"
 #include "ztplugin/ZtOpPluginLibrary.h"
 #include "ztplugin/ZtOpState.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -29,6 +31,8 @@ struct Session {
     ProgressBar progress;
     std::vector<StepResult> steps;
     bool listedPlugins = false;
+    // The scene set of the last open step that read its control file.
+    std::unique_ptr<OpenedSceneSet> sceneSet;
     // What the last select step found.
     std::optional<std::vector<SelectionResult>> selections;
 

@@ -4,6 +4,7 @@
 #include "app/ModelStep.h"
 #include "app/Session.h"
 #include "ztplugin/ZtOpExportPlugin.h"
+#include "ztplugin/ZtOpFilePlugin.h"
 #include "ztutil/ZtUSysString.h"
 
 namespace {
@@ -17,6 +18,8 @@ StepOutcome ListPlugins(Session& session, const Step&) {
 // progress bar and the chosen file.
 StepOutcome RunExport(Session& session, const Step& step, const char* registeredName) {
     auto* plugin = dynamic_cast<ZtOpExportPlugin*>(session.FindPlugin(registeredName));
+    if (!plugin)
+        return {0, std::string("the plug-in ") + registeredName + " is no menu plug-in"};
     const ZtUWideString path(ZtUSysString::Utf8ToWide(step.argument));
     return {plugin->IExport(0, &session.state, &session.progress, &path), {}};
 }
@@ -31,6 +34,15 @@ StepOutcome ExportTags(Session& session, const Step& step) {
 
 StepOutcome ImportDisplaySets(Session& session, const Step& step) {
     return RunExport(session, step, "ZtOdPdsDstImportPlugin");
+}
+
+StepOutcome Open(Session& session, const Step& step) {
+    auto* loader = dynamic_cast<ZtOpSceneSetPlugin*>(session.FindPlugin("ZtOdPdsDriLoaderPlugin"));
+    if (!loader)
+        return {0, "the plug-in ZtOdPdsDriLoaderPlugin is no scene-set plug-in"};
+    return {RunOpenStep(session.state, *loader, ZtUSysString::Utf8ToWide(step.argument),
+                        session.options.open, &session.sceneSet, &session.progress),
+            {}};
 }
 
 StepOutcome LoadModel(Session& session, const Step& step) {
@@ -50,12 +62,13 @@ StepOutcome Select(Session& session, const Step&) {
 struct StepEntry {
     const char* name;
     StepHandler handler;
-    // The export-family plug-in the step needs, if any.
+    // The plug-in the step needs, if any.
     const char* plugin;
 };
 
 constexpr StepEntry kHandlers[] = {
     {"plugins", ListPlugins, nullptr},
+    {"open", Open, "ZtOdPdsDriLoaderPlugin"},
     {"import-tags", ImportTags, "ZtOdPdsTagImportPlugin"},
     {"export-tags", ExportTags, "ZtOdPdsTagExportPlugin"},
     {"import-dst", ImportDisplaySets, "ZtOdPdsDstImportPlugin"},
@@ -65,11 +78,30 @@ constexpr StepEntry kHandlers[] = {
 
 } // namespace
 
+const char* StatusMeaning(int status) {
+    switch (status) {
+    case 0:
+        return "done";
+    case 1:
+        return "no file name, or the file can't be opened or created";
+    case 3:
+        return "no document, or a pass over the file failed";
+    case 6:
+        return "the models give no units-of-resolution factor, or the document has no saved views";
+    case 64:
+        return "the control file can't be opened, or no block begins in it";
+    case 128:
+        return "the control file's first block is not DesignReview_Control";
+    default:
+        return "failed";
+    }
+}
+
 StepHandler FindStepHandler(const Session& session, const std::string& name, std::string* why) {
     for (const StepEntry& entry : kHandlers) {
         if (name != entry.name)
             continue;
-        if (entry.plugin && !dynamic_cast<ZtOpExportPlugin*>(session.FindPlugin(entry.plugin))) {
+        if (entry.plugin && !session.FindPlugin(entry.plugin)) {
             *why = "step " + name + " needs the plug-in " + entry.plugin +
                    ", which the plug-in library does not offer";
             return nullptr;

@@ -9,13 +9,17 @@ TEST(CommandLine, ParsesStepsAndOptionsAnywhere) {
     std::string error;
     ASSERT_TRUE(
         ParseCommandLine({"--json", "plugins", "--quiet", "model", "a.dgn", "select", "--next-ids",
-                          "5,9", "--control-mode", "-3", "--plugin", "/x/ztodpds.so", "--elements"},
+                          "5,9", "--control-mode", "-3", "--plugin", "/x/ztodpds.so", "--elements",
+                          "--no-tags", "--input-files", "either"},
                          &line, &error))
         << error;
     EXPECT_TRUE(line.json);
     EXPECT_TRUE(line.quiet);
     EXPECT_TRUE(line.elements);
     EXPECT_EQ(line.controlMode, -3);
+    EXPECT_FALSE(line.open.importTags);
+    EXPECT_TRUE(line.open.importDisplaySets);
+    EXPECT_EQ(line.open.inputFiles, 2);
     EXPECT_EQ(line.pluginPath, "/x/ztodpds.so");
     ASSERT_TRUE(line.nextIds);
     EXPECT_EQ(line.nextIds->first, 5u);
@@ -48,6 +52,8 @@ TEST(CommandLine, RefusesWhatItCannotUse) {
         {{"plugins", "--next-ids", ",1"}, "--next-ids takes two unsigned integers T,C, not ',1'"},
         {{"plugins", "--uors-per-master", "1e999"},
          "--uors-per-master takes a number, not '1e999'"},
+        {{"plugins", "--input-files", "kvc"},
+         "--input-files takes model, cache or either, not 'kvc'"},
         {{"plugins", "--uors-per-master", "nan"}, "--uors-per-master takes a number, not 'nan'"},
     };
     for (const Case& c : cases) {
