@@ -4,7 +4,6 @@
 #include "readers/ZtOdPdsBlock.h"
 #include "readers/ZtOdPdsBlockFileSource.h"
 #include "readers/ZtOdPdsTextFile.h"
-#include "rules/ZtOdPdsComponents.h"
 #include "tags/ZtOdPdsCameraMaps.h"
 #include "tags/ZtOdPdsFindUORsPerMaster.h"
 #include "tags/ZtOdPdsNumberScanner.h"
@@ -317,9 +316,9 @@ ZtUComponent& ZtOdPdsTagImportAction::GetComponent() {
 }
 
 int ZtOdPdsTagImportAction::StartComponent() {
-    return ZtOdPdsStartComponents({{&GetComponent(), "ZtOdPdsTagImportAction"}});
+    return GetComponent().Initialise("ZtOdPdsTagImportAction");
 }
 
 int ZtOdPdsTagImportAction::EndComponent() {
-    return ZtOdPdsEndComponents({&GetComponent()});
+    return GetComponent().Terminate();
 }

@@ -1,7 +1,6 @@
 #include "tags/ZtOdPdsTagImportPlugin.h"
 
 #include "plugin/ZtOdPdsStatus.h"
-#include "rules/ZtOdPdsComponents.h"
 #include "tags/ZtOdPdsTagImportAction.h"
 #include "ztplugin/ZtOpLock.h"
 #include "ztplugin/ZtOpNextCommentIdElement.h"
@@ -74,12 +73,14 @@ ZtUComponent& ZtOdPdsTagImportPlugin::GetComponent() {
     return component;
 }
 
+// Own component first, then the action's, in the same order both ways; a 0 stops the chain.
 int ZtOdPdsTagImportPlugin::StartComponent() {
-    return ZtOdPdsStartComponents(
-        {{&GetComponent(), "ZtOdPdsTagImportPlugin"},
-         {&ZtOdPdsTagImportAction::GetComponent(), "ZtOdPdsTagImportAction"}});
+    const int own = GetComponent().Initialise("ZtOdPdsTagImportPlugin");
+    return own == 0 ? own
+                    : ZtOdPdsTagImportAction::GetComponent().Initialise("ZtOdPdsTagImportAction");
 }
 
 int ZtOdPdsTagImportPlugin::EndComponent() {
-    return ZtOdPdsEndComponents({&GetComponent(), &ZtOdPdsTagImportAction::GetComponent()});
+    const int own = GetComponent().Terminate();
+    return own == 0 ? own : ZtOdPdsTagImportAction::GetComponent().Terminate();
 }

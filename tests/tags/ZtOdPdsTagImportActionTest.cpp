@@ -1,0 +1,445 @@
+#include "tags/ZtOdPdsTagImportAction.h"
+#include "TagImportTestSupport.h"
+#include "readers/ZtOdPdsBlock.h"
+#include "ztplugin/ZtOpNextCommentIdElement.h"
+#include "ztplugin/ZtOpProgress.h"
+#include "ztplugin/ZtOpSavedItemsElement.h"
+#include "ztutil/ZtUSysString.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdint>
+#include <limits>
+
+namespace {
+
+using Ids = std::vector<std::vector<unsigned long long>>;
+
+constexpr double kTolerance = 1e-12;
+
+// Camera space worked out by hand: the point seen from `eye` along `dir` with `up`,
+// on the image plane at distance 1.
+ZtLPos2f CameraSpace(const ZtLPos3f& p, const ZtLPos3f& eye, const ZtLVec3f& dir,
+                     const ZtLVec3f& up) {
+    const ZtLVec3f r = p - eye;
+    const double depth = r.Dot(dir);
+    return {r.Dot(dir.Cross(up)) / depth, r.Dot(up) / depth};
+}
+
+void ExpectNear(const ZtLVec3f& actual, const ZtLVec3f& expected) {
+    EXPECT_NEAR(actual.x, expected.x, kTolerance);
+    EXPECT_NEAR(actual.y, expected.y, kTolerance);
+    EXPECT_NEAR(actual.z, expected.z, kTolerance);
+}
+
+void ExpectNear(const ZtLPos2f& actual, const ZtLPos2f& expected) {
+    EXPECT_NEAR(actual.x, expected.x, kTolerance);
+    EXPECT_NEAR(actual.y, expected.y, kTolerance);
+}
+
+void ExpectPlane(const ZtOpView& view, int index, const ZtLVec3f& normal, double distance) {
+    const ZtOaClipPlane* plane = view.AnonView().GetClipPlaneSet().Get(index);
+    ASSERT_TRUE(plane->IsEnabled()) << index;
+    ExpectNear(plane->GetNormal(), normal);
+    EXPECT_NEAR(plane->GetPlane3f().GetDistance(), distance, kTolerance);
+}
+
+// Runs one action over the text at a factor of 1; the action for inspection.
+struct Imported {
+    explicit Imported(const std::string& text, double factor = 1.0)
+        : document(factor), action(&document.state, document.state.GetRootNode()) {
+        status = action.Perform(document.Write(text).c_str(), nullptr);
+    }
+    TagDocument document;
+    ZtOdPdsTagImportAction action;
+    int status = -1;
+};
+
+TEST(ZtOdPdsTagImportAction, TheFormatsExampleFieldByField) {
+    TagDocument document(10.0);
+    document.state.GetRedlineTool()->SetCurLineColor(ZtLColor3f(0, 0.5, 1));
+    document.state.GetRedlineTool()->SetCurLineThickness(4);
+    ZtOdPdsTagImportAction action(&document.state, document.state.GetRootNode());
+    ASSERT_EQ(action.Perform(TagFixture("example.tag").c_str(), nullptr), 0);
+    EXPECT_EQ(CommentIds(action), (Ids{{7, 8}, {9}}));
+    EXPECT_EQ(action.GetHighestId(), 9u);
+
+    const ZtLVec3f dir(-1, 0, 0);
+    const ZtLVec3f up(0, 0, 1);
+    const ZtLPos3f eyes[] = {{50, 20, 30}, {60, 20, 30}};
+    const char* names[] = {"Tag View 7", "Tag View 9"};
+    for (int v = 0; v < 2; ++v) {
+        SCOPED_TRACE(v);
+        const ZtOpView& view = ViewAt(action, v);
+        EXPECT_EQ(view.GetType(), ZtOpSavedItem::kTypeView);
+        EXPECT_EQ(ZtUSysString::WideToUtf8(view.GetName().Str()), names[v]);
+        const ZtNvViewPoint& viewPoint = view.AnonView().GetViewPoint();
+        const ZtNvCamera& camera = viewPoint.GetCamera();
+        ExpectNear(camera.GetPosition(), eyes[v]);
+        ExpectNear(camera.ViewDir(), dir);
+        ExpectNear(camera.GetUp(), up);
+        EXPECT_DOUBLE_EQ(camera.GetHeightField(), 45 * 0.017453292519943295);
+        EXPECT_FALSE(viewPoint.GetFocalDistance().has_value());
+        EXPECT_FALSE(viewPoint.GetWorldUp().has_value());
+        // Near at 10 UORs = 1 master unit, normal along the view; far at 90, against it.
+        EXPECT_EQ(EnabledPlanes(view), (std::vector<int>{0, 1}));
+        ExpectPlane(view, 0, dir, dir.Dot(eyes[v] + dir * 1.0));
+        ExpectPlane(view, 1, -dir, (-dir).Dot(eyes[v] + dir * 90.0));
+    }
+
+    struct Expected {
+        int view, index;
+        unsigned long long id;
+        const wchar_t* body;
+        ZtLPos3f position, point;
+    };
+    const Expected expected[] = {
+        {0, 0, 7, L"Check this valve.", {12, 21, 30.5}, {12.5, 21.5, 30.5}},
+        {0, 1, 8, L"Second remark.", {13, 22, 31}, {13, 22, 31}},
+        {1, 0, 9, L"Done", {14, 23, 32}, {14, 23, 32}},
+    };
+    for (const Expected& e : expected) {
+        SCOPED_TRACE(e.id);
+        const ZtOpView& view = ViewAt(action, e.view);
+        ASSERT_EQ(view.GetComments().Size(), view.GetRedlines().Size());
+        const ZtOpComment& comment = *view.GetComments()[e.index];
+        EXPECT_EQ(comment.GetId(), e.id);
+        EXPECT_EQ(comment.GetBody().Str(), e.body);
+        const ZtOpRedlineTag& tag = TagAt(view, e.index);
+        EXPECT_EQ(tag.GetRedlineType(), ZtOpRedline::kTypeTag);
+        EXPECT_EQ(tag.GetTagId(), e.id);
+        EXPECT_EQ(tag.GetCommentId(), e.id);
+        EXPECT_EQ(tag.GetPos3dValid(), 1);
+        ExpectNear(tag.GetPos3d(), e.position);
+        const ZtLPos3f& eye = eyes[e.view];
+        ExpectNear(tag.GetPos2dA(), CameraSpace(e.position, eye, dir, up));
+        ExpectNear(tag.GetPos2dB(), CameraSpace(e.point, eye, dir, up));
+        EXPECT_EQ(tag.GetFlags(), 0);
+        EXPECT_TRUE(tag.GetBox().IsEmpty());
+        EXPECT_EQ(tag.GetLineColor(), ZtLColor3f(0, 0.5, 1));
+        EXPECT_EQ(tag.GetLineThickness(), 4);
+    }
+}
+
+TEST(ZtOdPdsTagImportAction, WithoutStickyKeysTheDefaultsMakeOneView) {
+    Imported run(Tag(1) + Tag(2) + Tag(3));
+    ASSERT_EQ(run.status, 0);
+    ASSERT_EQ(CommentIds(run.action), (Ids{{1, 2, 3}}));
+    const ZtOpView& view = ViewAt(run.action, 0);
+    const ZtNvCamera& camera = view.AnonView().GetViewPoint().GetCamera();
+    ExpectNear(camera.GetPosition(), {1, 0, 0});
+    ExpectNear(camera.ViewDir(), {-1, 0, 0});
+    ExpectNear(camera.GetUp(), {0, 0, 1});
+    EXPECT_DOUBLE_EQ(camera.GetHeightField(), 0.7853981633974483);
+    EXPECT_TRUE(EnabledPlanes(view).empty());
+    // The redline tool of a new document: red, one unit thick.
+    EXPECT_EQ(TagAt(view, 2).GetLineColor(), ZtLColor3f(1, 0, 0));
+    EXPECT_EQ(TagAt(view, 2).GetLineThickness(), 1);
+    // A tag without `p` points from its position to itself; the origin lies on the line
+    // of sight.
+    ExpectNear(TagAt(view, 0).GetPos2dA(), {0, 0});
+    EXPECT_EQ(TagAt(view, 0).GetPos2dA(), TagAt(view, 0).GetPos2dB());
+}
+
+TEST(ZtOdPdsTagImportAction, WhatStandsBetweenTwoTagsDecidesTheirViews) {
+    struct Case {
+        const char* between;
+        Ids views;
+    };
+    const Case cases[] = {
+        {"", {{1, 2}}},
+        {"target{0 0 0}\n", {{1}, {2}}}, // the same value still asks for a new view
+        {"eye{5 0 0}\n", {{1}, {2}}},
+        {"persp_ang{45}\n", {{1}, {2}}},
+        {"clip_near{0}\n", {{1}, {2}}},
+        {"clip_far{-3}\n", {{1}, {2}}},
+        {"up{1 0 0}\n", {{1, 2}}},
+        {"up{}\n", {{1, 2}}},
+        {"target{1 2}\n", {{1, 2}}}, // too few numbers: ignored
+        {"eye{a b c}\n", {{1, 2}}},
+        {"persp_ang{}\n", {{1, 2}}},
+        {"clip_near{x}\n", {{1, 2}}},
+        {"Target{1 2 3}\n", {{1, 2}}}, // keys are exact
+        {"file{1n{other.dgn}}\n", {{1, 2}}},
+        {"p{1 2 3}\ntext{3\nabc}\nl{1 2 3 4}\n", {{1, 2}}}, // nested keys at top level
+        {"tag{5 1 7 0.0 0 0 0\ntext{2\nxy}}\n", {{1, 2}}},  // a dropped tag
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.between);
+        Imported run(Tag(1) + c.between + Tag(2));
+        EXPECT_EQ(run.status, 0);
+        EXPECT_EQ(CommentIds(run.action), c.views);
+    }
+}
+
+TEST(ZtOdPdsTagImportAction, StickyValuesTakeEffectAtTheNextTag) {
+    // The order of keys between two tags makes no difference; keys behind the last tag
+    // change nothing.
+    Imported a("eye{10 0 0}\ntarget{0 10 0}\n" + Tag(1) + "target{0 0 0}\neye{0 10 0}\n");
+    Imported b("target{0 10 0}\neye{10 0 0}\n" + Tag(1) + "persp_ang{10}\n");
+    for (Imported* run : {&a, &b}) {
+        const ZtNvCamera& camera = ViewAt(run->action, 0).AnonView().GetViewPoint().GetCamera();
+        ExpectNear(camera.GetPosition(), {10, 0, 0});
+        ExpectNear(camera.ViewDir(), ZtLVec3f(-1, 1, 0).Normalized());
+        EXPECT_EQ(run->action.GetFolder().GetNumChildren(), 1u);
+    }
+    // A clip plane read after a tag belongs to the next view only; a later clip_near{0}
+    // takes the near plane away again, and the far plane then takes the first place.
+    Imported run(Tag(1) + "clip_far{50}\n" + Tag(2) + "clip_near{20}\n" + Tag(3) +
+                 "clip_near{0}\n" + Tag(4));
+    ASSERT_EQ(CommentIds(run.action), (Ids{{1}, {2}, {3}, {4}}));
+    EXPECT_TRUE(EnabledPlanes(ViewAt(run.action, 0)).empty());
+    EXPECT_EQ(EnabledPlanes(ViewAt(run.action, 1)), (std::vector<int>{0}));
+    ExpectPlane(ViewAt(run.action, 1), 0, {1, 0, 0}, 1 - 50.0);
+    EXPECT_EQ(EnabledPlanes(ViewAt(run.action, 2)), (std::vector<int>{0, 1}));
+    ExpectPlane(ViewAt(run.action, 2), 0, {-1, 0, 0}, -(1 - 20.0));
+    ExpectPlane(ViewAt(run.action, 2), 1, {1, 0, 0}, 1 - 50.0);
+    EXPECT_EQ(EnabledPlanes(ViewAt(run.action, 3)), (std::vector<int>{0}));
+}
+
+TEST(ZtOdPdsTagImportAction, BadTagsAreDroppedWithoutATrace) {
+    const std::string good = "text{4\nnote}}\n";
+    const std::string bad[] = {
+        "tag{5 1 1 0.0 0 0 0\n" + good,           // third value not 0
+        "tag{5 1 0 0.0 0 0\n" + good,             // six values
+        "tag{5 1 0 x 0 0 0\n" + good,             // fourth value no number
+        "tag{x 1 0 0.0 0 0 0\n" + good,           // no identifier
+        "tag{5 1 99999999999 0.0 0 0 0\n" + good, // saturates, and is not 0
+        Head(5) + "p{1 2}\n" + good,              // `p` too short
+        Head(5) + "text{4\nnote}p{1 2 x}}\n",     // ... also behind the text
+        Head(5) + "}\n",                          // no text
+        Head(5) + "text{4 note}}\n",              // no line end in the text
+        Head(5) + "text{1\n}}\n",                 // an empty body
+        "persp_ang{0}\n" + Head(5) + good,        // no valid frustum
+        "persp_ang{180}\n" + Head(5) + good,
+    };
+    for (const std::string& tag : bad) {
+        SCOPED_TRACE(tag);
+        Imported run(tag);
+        EXPECT_EQ(run.status, 0);
+        EXPECT_EQ(run.action.GetFolder().GetNumChildren(), 0u);
+        EXPECT_EQ(run.action.GetHighestId(), 0u);
+    }
+    // A viewpoint without a frustum drops tags until a key gives a valid camera again.
+    Imported run("persp_ang{0}\n" + Tag(1) + Tag(2) + "persp_ang{30}\n" + Tag(3));
+    EXPECT_EQ(CommentIds(run.action), (Ids{{3}}));
+    // The sticky keys in front of a dropped tag stay in force.
+    Imported sticky("eye{7 0 0}\ntag{5 1 1 0.0 0 0 0\n" + good + Tag(6));
+    EXPECT_EQ(CommentIds(sticky.action), (Ids{{6}}));
+    ExpectNear(ViewAt(sticky.action, 0).AnonView().GetViewPoint().GetCamera().GetPosition(),
+               {7, 0, 0});
+}
+
+TEST(ZtOdPdsTagImportAction, HeadValuesMayTakeAnyFormOfTheirField) {
+    // Blanks and signs before a number, the fourth value as any floating-point number,
+    // line ends between the values: only the line end before the nested blocks matters.
+    Imported run("tag{  +12\t1 -0 -1.5e3 -10 +20 30\ntext{2\nok}}\n"
+                 "tag{13 2147483648 0 nan 1 2 3\ntext{2\nok}}\n"
+                 "tag{14\n1\n0\n0\n1 2 3\ntext{2\nok}}\n");
+    ASSERT_EQ(CommentIds(run.action), (Ids{{12, 13, 14}}));
+    ExpectNear(TagAt(ViewAt(run.action, 0), 0).GetPos3d(), {-10, 20, 30});
+}
+
+TEST(ZtOdPdsTagImportAction, IdentifiersAreTakenAsTheyStand) {
+    // 0 is imported and leaves the highest at 0; repeated identifiers are both imported;
+    // a negative identifier is a large unsigned one; an overlong one saturates.
+    Imported zero(Tag(0) + Tag(0));
+    EXPECT_EQ(CommentIds(zero.action), (Ids{{0, 0}}));
+    EXPECT_EQ(zero.action.GetHighestId(), 0u);
+
+    Imported negative(Head(-1) + "text{2\nok}}\n" + Tag(4));
+    EXPECT_EQ(negative.action.GetHighestId(), std::numeric_limits<std::uint64_t>::max());
+
+    Imported huge("tag{123456789012345678901234567890 1 0 0 0 0 0\ntext{2\nok}}\n");
+    EXPECT_EQ(huge.action.GetHighestId(),
+              static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()));
+}
+
+TEST(ZtOdPdsTagImportAction, NestedBlocksOfATag) {
+    // The last `p` holds; a later text with a line end replaces the body; unknown blocks
+    // are skipped; `p` and text may come in any order.
+    Imported run(Head(1, 10, 0, 0) + "p{1 1 1}\nx{y}\ntext{5\nfirst}p{0 2 3}\ntext{6\nsecond}}\n" +
+                 Head(2, 5, 0, 0) + "text{3\nabc}\np{-4 0 7}}\n");
+    ASSERT_EQ(CommentIds(run.action), (Ids{{1, 2}}));
+    const ZtOpView& view = ViewAt(run.action, 0);
+    EXPECT_EQ(view.GetComments()[0]->GetBody().Str(), L"second");
+    const ZtLPos3f eye(1, 0, 0);
+    const ZtLVec3f dir(-1, 0, 0), up(0, 0, 1);
+    ExpectNear(TagAt(view, 0).GetPos2dB(), CameraSpace({0, 2, 3}, eye, dir, up));
+    ExpectNear(TagAt(view, 1).GetPos2dB(), CameraSpace({-4, 0, 7}, eye, dir, up));
+    // A text without a line end keeps the body before it, whose line ends are then
+    // widened once more, as every text's are.
+    Imported again(Head(3) + "text{6\nab\ncd}text{12}}\n");
+    ASSERT_EQ(CommentIds(again.action), (Ids{{3}}));
+    EXPECT_EQ(ViewAt(again.action, 0).GetComments()[0]->GetBody().Str(), L"ab\r\r\ncd");
+}
+
+TEST(ZtOdPdsTagImportAction, CountedBodiesKeepBracesLineEndsAndWideCharacters) {
+    struct Case {
+        std::string body;     // UTF-8, LF line ends
+        std::wstring comment; // as the document holds it
+    };
+    const Case cases[] = {
+        {"one line", L"one line"},
+        {"two\nlines", L"two\r\nlines"},
+        {"\n\nblank lines\n", L"\r\n\r\nblank lines\r\n"},
+        {"braces { and } and {{ in it", L"braces { and } and {{ in it"},
+        {"}{ first", L"}{ first"},
+        {"tag{1 1 0 0 0 0 0 inside", L"tag{1 1 0 0 0 0 0 inside"},
+        {"Ventil \xC3\xBC\xC3\xA4 \xE2\x82\xAC", L"Ventil \u00FC\u00E4 \u20AC"},
+        // A character beyond the Basic Multilingual Plane counts as two units.
+        {"pipe \xF0\x9F\x94\xA7 {x} ok",
+         std::wstring{L"pipe "} + wchar_t(0xD83D) + wchar_t(0xDD27) + L" {x} ok"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.body);
+        const std::wstring wide = ZtUSysString::Utf8ToWide(c.body);
+        Imported run(Head(1) + "text{" + std::to_string(wide.size()) + "\n" + c.body + "}}\n" +
+                     Tag(2));
+        ASSERT_EQ(CommentIds(run.action), (Ids{{1, 2}}));
+        EXPECT_EQ(ViewAt(run.action, 0).GetComments()[0]->GetBody().Str(), c.comment);
+    }
+}
+
+TEST(ZtOdPdsTagImportAction, BracesInTheLastTwoCharactersOfABody) {
+    // A `}` there ends the text early, and the brace left over ends the read.
+    Imported close(Head(1) + "text{5\nabc}d}}\n" + Tag(2));
+    EXPECT_EQ(close.status, 0);
+    ASSERT_EQ(CommentIds(close.action), (Ids{{1}}));
+    EXPECT_EQ(ViewAt(close.action, 0).GetComments()[0]->GetBody().Str(), L"abc");
+    // A `{` there leaves the tag open to the end of the file.
+    Imported open(Tag(1) + Head(2) + "text{5\nabc{d}}\n" + Tag(3));
+    EXPECT_EQ(CommentIds(open.action), (Ids{{1}}));
+}
+
+TEST(ZtOdPdsTagImportAction, CrLfFilesReadLikeLfFiles) {
+    const std::string text = "target{0 0 0}\neye{10 0 0}\nclip_near{2}\n" + Head(1) +
+                             "p{0 1 0}\ntext{9\nline\nline}}\n" + Tag(2);
+    std::string crlf;
+    for (char c : text)
+        crlf += c == '\n' ? std::string("\r\n") : std::string(1, c);
+    Imported lf(text);
+    Imported dos(crlf);
+    ASSERT_EQ(CommentIds(dos.action), (Ids{{1, 2}}));
+    EXPECT_EQ(CommentIds(dos.action), CommentIds(lf.action));
+    const ZtOpView& a = ViewAt(lf.action, 0);
+    const ZtOpView& b = ViewAt(dos.action, 0);
+    EXPECT_EQ(b.GetComments()[0]->GetBody().Str(), L"line\r\nline");
+    EXPECT_EQ(TagAt(a, 0).GetPos2dB(), TagAt(b, 0).GetPos2dB());
+    EXPECT_EQ(EnabledPlanes(b), (std::vector<int>{0}));
+}
+
+TEST(ZtOdPdsTagImportAction, UnitsComeFromTheModelsFactor) {
+    Imported run("eye{3000 0 0}\nclip_near{1500}\npersp_ang{30}\n" + Head(1, 1001, -1500, 7) +
+                     "text{2\nok}}\n",
+                 1000.0);
+    const ZtOpView& view = ViewAt(run.action, 0);
+    ExpectNear(TagAt(view, 0).GetPos3d(), {1.001, -1.5, 0.007});
+    const ZtNvCamera& camera = view.AnonView().GetViewPoint().GetCamera();
+    ExpectNear(camera.GetPosition(), {3, 0, 0});
+    EXPECT_DOUBLE_EQ(camera.GetHeightField(), 30 * 0.017453292519943295);
+    ExpectPlane(view, 0, {-1, 0, 0}, -1.5);
+}
+
+TEST(ZtOdPdsTagImportAction, Statuses) {
+    TagDocument document(1.0);
+    ZtOdPdsTagImportAction action(&document.state, document.state.GetRootNode());
+    EXPECT_EQ(action.Perform(nullptr, nullptr), 1);
+    EXPECT_EQ(action.Perform(L"/nonexistent/t.tag", nullptr), 1);
+    EXPECT_EQ(action.Perform(document.Write("").c_str(), nullptr), 0);
+    EXPECT_EQ(action.Perform(document.Write("file{0n{}}\nfile{1n{a.dgn}}\n").c_str(), nullptr), 0);
+    EXPECT_EQ(action.GetFolder().GetNumChildren(), 0u);
+    // A file that is gone between the passes.
+    EXPECT_EQ(action.ImportFile(&document.state, L"/nonexistent/t.tag", 3, nullptr), 1);
+
+    // Without a factor the file is not read at all.
+    ZtOpState bare;
+    ZtOdPdsTagImportAction unitless(&bare, bare.GetRootNode());
+    EXPECT_EQ(unitless.Perform(document.Write(Tag(1)).c_str(), nullptr), 6);
+    EXPECT_EQ(unitless.Perform(nullptr, nullptr), 1);
+    ZtOdPdsTagImportAction nothing(nullptr, nullptr);
+    EXPECT_EQ(nothing.Perform(document.Write(Tag(1)).c_str(), nullptr), 6);
+    EXPECT_EQ(unitless.GetFolder().GetNumChildren(), 0u);
+}
+
+TEST(ZtOdPdsTagImportAction, TheFirstPassCountsLinesThatBeginATag) {
+    TagDocument document(1.0);
+    ZtOdPdsTagImportAction action(&document.state, document.state.GetRootNode());
+    EXPECT_EQ(action.CountTags(L"/nonexistent/t.tag"), 0);
+    EXPECT_EQ(action.CountTags(document.Write(Tag(1) + Tag(2)).c_str()), 2);
+    // Indented: imported, not counted. A body line beginning "tag{": counted.
+    EXPECT_EQ(action.CountTags(document.Write("  " + Tag(1)).c_str()), 0);
+    EXPECT_EQ(action.CountTags(document.Write(Head(1) + "text{9\nx\ntag{yy}}\n").c_str()), 2);
+}
+
+TEST(ZtOdPdsTagImportAction, TwoFilesThroughOneAction) {
+    TagDocument document(1.0);
+    ZtOdPdsTagImportAction action(&document.state, document.state.GetRootNode());
+    const std::wstring first =
+        document.Write("eye{4 0 0}\n" + Tag(5) + Tag(1) + "eye{9 0 0}\n", "a.tag");
+    const std::wstring second = document.Write(Tag(3), "b.tag");
+    ASSERT_EQ(action.Perform(first.c_str(), nullptr), 0);
+    ASSERT_EQ(action.Perform(second.c_str(), nullptr), 0);
+    EXPECT_EQ(action.GetHighestId(), 5u);
+    // A view never spans two files; the second file starts from where the first ended.
+    ASSERT_EQ(CommentIds(action), (Ids{{5, 1}, {3}}));
+    ExpectNear(ViewAt(action, 1).AnonView().GetViewPoint().GetCamera().GetPosition(), {9, 0, 0});
+}
+
+TEST(ZtOdPdsTagImportAction, HandOverToTheDocument) {
+    TagDocument document(1.0);
+    ZtOdPdsTagImportAction action(&document.state, document.state.GetRootNode());
+    EXPECT_EQ(action.AppendTo(nullptr), 0);
+    ASSERT_EQ(action.Perform(document.Write(Tag(4) + "eye{2 0 0}\n" + Tag(40)).c_str(), nullptr),
+              0);
+    ZtOpSavedViewsElement views;
+    views.Edit()->AddChild(new ZtOpFolderItem);
+    EXPECT_EQ(action.AppendTo(&views), 2);
+    EXPECT_EQ(action.GetFolder().GetNumChildren(), 0u);
+    ASSERT_EQ(views.Get()->GetNumChildren(), 3u);
+    EXPECT_EQ(views.Get()->GetChild(2)->GetName().Str(), L"Tag View 40");
+    EXPECT_EQ(action.AppendTo(&views), 0);
+
+    ZtOpNextCommentIdElement ids;
+    EXPECT_TRUE(action.UpdateNextIds(&ids));
+    EXPECT_EQ(ids.GetTagId(), 41u);
+    EXPECT_EQ(ids.GetCommentId(), 41u);
+    EXPECT_TRUE(action.UpdateNextIds(nullptr));
+    ZtOdPdsTagImportAction empty(&document.state, document.state.GetRootNode());
+    empty.UpdateNextIds(&ids);
+    EXPECT_EQ(ids.GetTagId(), 1u);
+    EXPECT_EQ(ids.GetCommentId(), 1u);
+}
+
+TEST(ZtOdPdsTagImportAction, ClipPlanesTakeTheFirstFreePlaces) {
+    TagDocument document(1.0);
+    ZtOdPdsTagImportAction action(&document.state, document.state.GetRootNode());
+    ZtOpView* view = action.MakeView();
+    ASSERT_NE(view, nullptr);
+    view->AnonView().EditClipPlaneSet()->Edit(1)->SetEnabled(true);
+    for (int i = 0; i < 7; ++i)
+        action.AddClipPlane(i % 2 ? -1.0 : 1.0, i + 1.0, view);
+    // Places 0 and 2 to 5 filled in turn, and the last two go to place 5 again.
+    EXPECT_EQ(EnabledPlanes(*view), (std::vector<int>{0, 1, 2, 3, 4, 5}));
+    ExpectPlane(*view, 0, {-1, 0, 0}, 0);
+    ExpectPlane(*view, 2, {1, 0, 0}, -1);
+    ExpectPlane(*view, 5, {-1, 0, 0}, 6);
+    action.AddClipPlane(1.0, 1.0, nullptr);
+    delete view;
+}
+
+TEST(ZtOdPdsTagImportAction, ProgressIsTheShareOfCountedTags) {
+    TagDocument document(1.0);
+    ZtOdPdsTagImportAction action(&document.state, document.state.GetRootNode());
+    struct Recording : ZtOpProgress {
+        std::vector<double> fractions;
+        void OnProgress(double overall) override { fractions.push_back(overall); }
+    } progress;
+    ASSERT_EQ(action.Perform(document.Write(Tag(1) + Tag(2) + "bad{}\n" + Tag(3) + Tag(4)).c_str(),
+                             &progress),
+              0);
+    EXPECT_EQ(progress.fractions, (std::vector<double>{0.25, 0.5, 0.75, 1.0}));
+}
+
+} // namespace
