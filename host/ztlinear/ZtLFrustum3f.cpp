@@ -27,6 +27,23 @@ void ZtLFrustum3f::SetPerspective(const ZtLPos3f& eye, const ZtLVec3f& viewDir, 
     far_ = farDistance;
 }
 
+void ZtLFrustum3f::Narrow(double x0, double x1, double y0, double y1) {
+    const double width = right_ - left_;
+    const double height = top_ - bottom_;
+    const double left = left_;
+    const double bottom = bottom_;
+    left_ = left + x0 * width;
+    right_ = left + x1 * width;
+    bottom_ = bottom + y0 * height;
+    top_ = bottom + y1 * height;
+}
+
+ZtLLine3f ZtLFrustum3f::ProjectPointToLine(const ZtLPos2f& window) const {
+    const double across = left_ + window.x * (right_ - left_);
+    const double upward = bottom_ + window.y * (top_ - bottom_);
+    return ZtLLine3f(eye_, viewDir_ + GetRight() * across + up_ * upward);
+}
+
 ZtLMatrix4f ZtLFrustum3f::GetMatrix() const {
     // In eye coordinates (xe, ye along right and up, d the depth along the view), the
     // point maps to x = (2 xe / d - (r + l)) / (r - l), likewise y, and

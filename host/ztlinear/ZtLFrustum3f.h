@@ -1,4 +1,5 @@
 #pragma once
+#include "ztlinear/ZtLLine3f.h"
 #include "ztlinear/ZtLMatrix4f.h"
 #include "ztlinear/ZtLVec3f.h"
 
@@ -24,6 +25,18 @@ public:
     ZtLVec3f GetRight() const { return viewDir_.Cross(up_); }
     double GetNear() const { return near_; }
     double GetFar() const { return far_; }
+    // The window's extent on the plane at distance 1: along right, then along up.
+    double GetWindowLeft() const { return left_; }
+    double GetWindowRight() const { return right_; }
+    double GetWindowBottom() const { return bottom_; }
+    double GetWindowTop() const { return top_; }
+
+    // Cuts the window down to the window-space rectangle x0..x1, y0..y1 (0..1 across the
+    // present window), so that the frustum holds only what is seen through it.
+    void Narrow(double x0, double x1, double y0, double y1);
+    // The line of sight through the window-space point: from the eye, in the direction
+    // of that point on the plane at distance 1.
+    ZtLLine3f ProjectPointToLine(const ZtLPos2f& window) const;
 
     // The map from model points to frustum space: x and y run from -1 to 1 across the
     // window, z from -1 at the near distance to 1 at the far one.

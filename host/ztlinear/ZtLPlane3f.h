@@ -9,6 +9,9 @@ public:
     // The plane through `point` with the normal of `normal`.
     ZtLPlane3f(const ZtLUnitVec3f& normal, const ZtLPos3f& point)
         : normal_(normal), distance_(normal.Dot(point)) {}
+    // The plane n·x = `distance`.
+    ZtLPlane3f(const ZtLUnitVec3f& normal, double distance)
+        : normal_(normal), distance_(distance) {}
 
     const ZtLUnitVec3f& GetNormal() const { return normal_; }
     double GetDistance() const { return distance_; }

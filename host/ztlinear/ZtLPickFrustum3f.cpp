@@ -1,0 +1,108 @@
+#include "ztlinear/ZtLPickFrustum3f.h"
+
+#include <algorithm>
+
+namespace {
+
+// The least and the greatest of direction·p over the box, each summed term by term from
+// the corner coordinates that make it least or greatest.
+double LowOnAxis(const ZtLVec3f& d, const ZtLBox3f& box) {
+    const ZtLPos3f& lo = box.GetMin();
+    const ZtLPos3f& hi = box.GetMax();
+    return (d.x >= 0 ? d.x * lo.x : d.x * hi.x) + (d.y >= 0 ? d.y * lo.y : d.y * hi.y) +
+           (d.z >= 0 ? d.z * lo.z : d.z * hi.z);
+}
+
+double HighOnAxis(const ZtLVec3f& d, const ZtLBox3f& box) {
+    const ZtLPos3f& lo = box.GetMin();
+    const ZtLPos3f& hi = box.GetMax();
+    return (d.x >= 0 ? d.x * hi.x : d.x * lo.x) + (d.y >= 0 ? d.y * hi.y : d.y * lo.y) +
+           (d.z >= 0 ? d.z * hi.z : d.z * lo.z);
+}
+
+// Both sides of every comparison use the same sum, so that a corner of the frustum
+// lying on a box face is seen on the face.
+double Project(const ZtLVec3f& d, const ZtLPos3f& p) {
+    return (d.x * p.x + d.y * p.y) + d.z * p.z;
+}
+
+} // namespace
+
+ZtLPickFrustum3f::ZtLPickFrustum3f(const ZtLFrustum3f& frustum) : frustum_(frustum) {
+    const ZtLPos3f& eye = frustum.GetEye();
+    const ZtLVec3f& view = frustum.GetViewDir();
+    const ZtLVec3f& up = frustum.GetUp();
+    const ZtLVec3f right = frustum.GetRight();
+    const double xs[4] = {frustum.GetWindowLeft(), frustum.GetWindowRight(),
+                          frustum.GetWindowRight(), frustum.GetWindowLeft()};
+    const double ys[4] = {frustum.GetWindowBottom(), frustum.GetWindowBottom(),
+                          frustum.GetWindowTop(), frustum.GetWindowTop()};
+    ZtLVec3f rays[4];
+    for (int i = 0; i < 4; ++i) {
+        rays[i] = view + right * xs[i] + up * ys[i];
+        corners_[i] = eye + rays[i] * frustum.GetNear();
+        corners_[4 + i] = eye + rays[i] * frustum.GetFar();
+    }
+    eyeDepth_ = Project(view, eye);
+
+    // Faces: near, far, and the four sides through the eye, each normal turned inwards.
+    const ZtLPos3f centre = eye + view * ((frustum.GetNear() + frustum.GetFar()) * 0.5);
+    const int faces[6][3] = {{0, 1, 2}, {4, 6, 5}, {0, 4, 1}, {1, 5, 2}, {2, 6, 3}, {3, 7, 0}};
+    for (int f = 0; f < 6; ++f) {
+        const ZtLPos3f& a = corners_[faces[f][0]];
+        ZtLVec3f n = (corners_[faces[f][1]] - a).Cross(corners_[faces[f][2]] - a).Normalized();
+        if (n.Dot(centre - a) < 0)
+            n = -n;
+        faceNormals_[f] = n;
+        faceDistances_[f] = Project(n, a);
+        AddAxis(n);
+    }
+    const ZtLVec3f boxAxes[3] = {ZtLUnitVec3f::X(), ZtLUnitVec3f::Y(), ZtLUnitVec3f::Z()};
+    for (const ZtLVec3f& axis : boxAxes)
+        AddAxis(axis);
+    const ZtLVec3f edges[6] = {right, up, rays[0], rays[1], rays[2], rays[3]};
+    for (const ZtLVec3f& axis : boxAxes)
+        for (const ZtLVec3f& edge : edges)
+            AddAxis(axis.Cross(edge));
+}
+
+void ZtLPickFrustum3f::AddAxis(const ZtLVec3f& direction) {
+    // Parallel edges give no axis; a direction that is all but zero separates nothing
+    // that another axis would not.
+    const ZtLVec3f d = direction.Normalized();
+    if (d.Length() < 0.5 || axisCount_ == kMaxAxes)
+        return;
+    Axis& axis = axes_[axisCount_++];
+    axis.direction = d;
+    axis.low = axis.high = Project(d, corners_[0]);
+    for (int i = 1; i < 8; ++i) {
+        const double p = Project(d, corners_[i]);
+        axis.low = std::min(axis.low, p);
+        axis.high = std::max(axis.high, p);
+    }
+}
+
+bool ZtLPickFrustum3f::Intersects(const ZtLBox3f& box) const {
+    if (box.IsEmpty())
+        return false;
+    for (int i = 0; i < axisCount_; ++i) {
+        const Axis& axis = axes_[i];
+        if (HighOnAxis(axis.direction, box) < axis.low ||
+            LowOnAxis(axis.direction, box) > axis.high)
+            return false;
+    }
+    return true;
+}
+
+bool ZtLPickFrustum3f::Contains(const ZtLBox3f& box) const {
+    if (box.IsEmpty())
+        return false;
+    for (int f = 0; f < 6; ++f)
+        if (LowOnAxis(faceNormals_[f], box) < faceDistances_[f])
+            return false;
+    return true;
+}
+
+double ZtLPickFrustum3f::Depth(const ZtLBox3f& box) const {
+    return LowOnAxis(frustum_.GetViewDir(), box) - eyeDepth_;
+}
