@@ -30,6 +30,8 @@ public:
     double GetAspectRatio() const { return aspect_; }
     double GetNear() const { return near_; }
     double GetFar() const { return far_; }
+    void SetNear(double distance) { near_ = distance; }
+    void SetFar(double distance) { far_ = distance; }
     void SetNearFar(double nearDistance, double farDistance) {
         near_ = nearDistance;
         far_ = farDistance;
