@@ -1,5 +1,21 @@
 #include "ztobject/ZtOaGroup.h"
 
+#include <atomic>
+
+namespace {
+
+std::atomic<std::uint64_t> editCount{0};
+
+} // namespace
+
+std::uint64_t ZtOaGroup::GetEditCount() {
+    return editCount.load(std::memory_order_relaxed);
+}
+
+void ZtOaGroup::NoteEdit() {
+    editCount.fetch_add(1, std::memory_order_relaxed);
+}
+
 ZtOaGroup::ZtOaGroup(std::uint32_t flags, Ownership ownership)
     : ZtOaNode(flags | kGroupFlag), ownsChildren_(ownership == Ownership::kOwnsChildren) {}
 

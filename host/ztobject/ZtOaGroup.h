@@ -18,8 +18,10 @@ public:
     ZtOaNode* GetChild(int index) const;
     // Appends `child`; a group that owns its children takes ownership.
     void AddChild(ZtOaNode* child) {
-        if (child)
+        if (child) {
             children_.push_back(child);
+            NoteEdit();
+        }
     }
     void ReserveChildren(std::size_t count) { children_.reserve(count); }
 
@@ -30,12 +32,19 @@ public:
     const ZtOaAttribute* FindAttribute(const char* name) const override;
     void VisitProperties(ZtOaPropertyVisitor& visitor) const override;
 
+    // A count that moves on whenever a child is added to any group, so that what was
+    // derived from a tree (ZtOaNodeCache) can tell that it may have changed since.
+    static std::uint64_t GetEditCount();
+
 protected:
     enum class Ownership { kOwnsChildren, kBorrowsChildren };
     // `flags` are further flags beside the group flag.
     ZtOaGroup(std::uint32_t flags, Ownership ownership);
 
 private:
+    // Out of line, so that every tree in the process shares the one count.
+    static void NoteEdit();
+
     std::vector<ZtOaNode*> children_;
     ZtOaAttributeList attributes_;
     bool ownsChildren_;

@@ -1,6 +1,9 @@
 #pragma once
 #include "ztobject/ZtOaGroup.h"
+#include "ztobject/ZtOaNodeCache.h"
 #include "ztutil/ZtUWideString.h"
+
+#include <memory>
 
 // A group that stands for a whole file or document: the root of a loaded model, or the
 // root of the scene. It has a name and the path of the file it came from.
@@ -15,6 +18,11 @@ public:
     const ZtUWideString& GetSourceFilename() const { return sourceFilename_; }
     void SetSourceFilename(const wchar_t* path) { sourceFilename_.SetString(path); }
 
+    // What host code keeps for the tree below the partition (one cache per partition),
+    // or null. Reading code may set it: a cache changes nothing the tree says.
+    ZtOaNodeCache* GetCache() const { return cache_.get(); }
+    void SetCache(std::unique_ptr<ZtOaNodeCache> cache) const { cache_ = std::move(cache); }
+
 protected:
     ZtOaPartition(const wchar_t* name, const wchar_t* sourceFilename, Ownership ownership)
         : ZtOaGroup(kPartitionFlag, ownership), name_(name), sourceFilename_(sourceFilename) {}
@@ -22,4 +30,5 @@ protected:
 private:
     ZtUWideString name_;
     ZtUWideString sourceFilename_;
+    mutable std::unique_ptr<ZtOaNodeCache> cache_;
 };
