@@ -1,0 +1,81 @@
+#pragma once
+#include "ztlinear/ZtLBox3f.h"
+#include "ztobject/ZtOaNodeCache.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+class ZtOaNode;
+class ZtOaPartition;
+class ZtOaPathLink;
+class ZtOcContext;
+class ZtOcPickFrustumTraversal;
+
+// The boxes of a partition's subtree in a bounding-volume hierarchy, kept with the
+// partition (ZtOaPartition::GetCache) until the tree is edited. Partitions inside the
+// subtree are entries of their own with an index of their own, so that each model is
+// indexed once, whatever is added beside it.
+//
+// Every node below the partition is listed in depth-first order, its position in that
+// order being its ordinal; the nodes with a box are the hierarchy's items. A search
+// reports to the pick exactly what a walk of the subtree would: the nearest candidate,
+// of equally near ones the one first in depth-first order.
+class ZtOcGeometryIndex : public ZtOaNodeCache {
+public:
+    // The partition's index, made now if it has none or a stale one.
+    static const ZtOcGeometryIndex& Of(const ZtOaPartition& partition);
+
+    explicit ZtOcGeometryIndex(const ZtOaPartition& partition);
+
+    // The union of every box below the partition, nested partitions' included.
+    const ZtLBox3f& GetBounds() const { return bounds_; }
+    // Nodes with a box, nested partitions' not counted.
+    std::size_t GetNumItems() const { return items_.size(); }
+
+    // Offers the candidates of the subtree to `pick`, as a walk from `link` (the
+    // partition's own link) would, skipping what cannot beat the pick's present best.
+    void Search(ZtOcPickFrustumTraversal& pick, const ZtOaPathLink& link,
+                ZtOcContext* context) const;
+
+private:
+    static constexpr std::uint32_t kNone = 0xFFFFFFFFu;
+    static constexpr std::uint32_t kLeafSize = 4;
+
+    struct Item {
+        ZtLBox3f box;
+        std::uint32_t ordinal;
+        std::uint32_t propertyBits;
+    };
+    // An inner node's first child follows it; `second` is the other one. A leaf holds
+    // `count` items from `first` on.
+    struct Node {
+        ZtLBox3f box;
+        std::uint32_t first;
+        std::uint32_t count;
+        std::uint32_t second;
+        std::uint32_t minOrdinal;
+    };
+    struct Nested {
+        std::uint32_t ordinal;
+        const ZtOcGeometryIndex* index;
+    };
+
+    void Collect(const ZtOaPartition& partition);
+    std::uint32_t Build(std::uint32_t first, std::uint32_t count);
+    // The ordinal of the own item nearest to the eye, of equally near ones the first, of
+    // those that the pick's present best leaves possible; kNone if there is none.
+    std::uint32_t FindBest(const ZtOcPickFrustumTraversal& pick, ZtOcContext* context,
+                           double* depth) const;
+    // Builds the links from the node of `ordinal` up to `top` into `links` (reserved by
+    // the caller) and returns the node's own link.
+    const ZtOaPathLink& LinkPath(std::uint32_t ordinal, const ZtOaPathLink& top,
+                                 std::vector<ZtOaPathLink>& links) const;
+
+    std::vector<const ZtOaNode*> nodes_;
+    std::vector<std::uint32_t> parents_; // by ordinal; kNone below the partition itself
+    std::vector<Item> items_;
+    std::vector<Node> hierarchy_;
+    std::vector<Nested> nested_;
+    ZtLBox3f bounds_;
+};
