@@ -1,0 +1,291 @@
+#include "tags/ZtOdPdsTagExportPlugin.h"
+
+#include "plugin/ZtOdPdsStatus.h"
+#include "tags/ZtOdPdsCameraMaps.h"
+#include "tags/ZtOdPdsFindUORsPerMaster.h"
+#include "tags/ZtOdPdsTagRecord.h"
+#include "ztcore/ZtOcContext.h"
+#include "ztcore/ZtOcPickFrustumTraversal.h"
+#include "ztlinear/ZtLFrustum3f.h"
+#include "ztlinear/ZtLPickFrustum3f.h"
+#include "ztobject/ZtOaNode.h"
+#include "ztobject/ZtOaPartition.h"
+#include "ztobject/ZtOaTraversal.h"
+#include "ztplugin/ZtOpProgress.h"
+#include "ztplugin/ZtOpRedlineTag.h"
+#include "ztplugin/ZtOpSavedItemsElement.h"
+#include "ztplugin/ZtOpState.h"
+#include "ztplugin/ZtOpView.h"
+#include "ztutil/ZtUAutoCLocaleOverride.h"
+#include "ztutil/ZtUMemory.h"
+#include "ztutil/ZtUResource.h"
+#include "ztutil/ZtUSysFile.h"
+#include "ztutil/ZtUVector.h"
+#include "ztutil/ZtUWideStrVoidPtrDict.h"
+#include "ztutil/ZtUWideString.h"
+
+#include <new>
+
+namespace {
+
+constexpr unsigned int kTypeNumber = 131;
+constexpr int kHelpId = 61464;
+// The platform's number of the numeric locale category.
+constexpr int kNumericCategory = 4;
+// Half the side of the window-space square that a tag is picked through.
+constexpr double kPickHalfWidth = 0.0001;
+// The property bit of geometry leaves, which alone can be picked.
+constexpr std::uint32_t kGeometryBits = 16;
+constexpr const char* kDmrsAttribute = "ZtDgnDMRSAttribute";
+
+// Record lists live in the host's memory, as the host's containers do.
+ZtUVoidPtrVector* NewRecordList() {
+    void* block = ZtUMemory::Alloc(sizeof(ZtUVoidPtrVector));
+    return block ? new (block) ZtUVoidPtrVector : nullptr;
+}
+
+void DeleteRecords(ZtUVoidPtrVector* records) {
+    for (std::size_t i = 0; i < records->Size(); ++i)
+        delete static_cast<ZtOdPdsTagRecord*>(records->Get(i));
+    while (!records->IsEmpty())
+        records->Erase(records->Size() - 1);
+}
+
+void FreeRecordList(ZtUVoidPtrVector* records) {
+    DeleteRecords(records);
+    records->~ZtUVoidPtrVector();
+    ZtUMemory::Dealloc(records);
+}
+
+} // namespace
+
+ZtOdPdsTagExportPlugin::ZtOdPdsTagExportPlugin()
+    : ZtOpExportPlugin(kTypeNumber, "ZtOdPdsTagExportPlugin", 1), unfiledRecords_(NewRecordList()) {
+}
+
+ZtOdPdsTagExportPlugin::~ZtOdPdsTagExportPlugin() {
+    if (unfiledRecords_)
+        FreeRecordList(unfiledRecords_);
+}
+
+void ZtOdPdsTagExportPlugin::IGetResourceName(ZtUStringBuffer* name) {
+    name->SetString("ztodpds");
+}
+
+void ZtOdPdsTagExportPlugin::IGetMenuName(ZtUWideStringBuffer* name) {
+    name->SetString(ZtUResource::FindString("ztodpds_tag_menu", L"PDS Tags..."));
+}
+
+void ZtOdPdsTagExportPlugin::IGetFileTypeName(ZtUWideStringBuffer* name) {
+    name->SetString(ZtUResource::FindString("ztodpds_tag_file", L"PDS Tag File"));
+}
+
+void ZtOdPdsTagExportPlugin::IGetFileExtension(ZtUWideStringBuffer* extension) {
+    extension->SetString(L".tag");
+}
+
+int ZtOdPdsTagExportPlugin::IExport(unsigned int, ZtOpState* state, ZtOpProgress* progress,
+                                    const ZtUWideString* fileName) {
+    if (!fileName)
+        return kZtOdPdsNoFile;
+    if (!state)
+        return kZtOdPdsNoState;
+    uorsPerMaster_ = ZtOdPdsFindUORsPerMaster(state->GetRootNode());
+    if (uorsPerMaster_ == 0.0)
+        return kZtOdPdsNoUnits;
+    return Export(state, fileName, progress);
+}
+
+int ZtOdPdsTagExportPlugin::IHelp() {
+    InvokeHelp(nullptr, kHelpId);
+    return 1;
+}
+
+int ZtOdPdsTagExportPlugin::Export(ZtOpState* state, const ZtUWideString* fileName,
+                                   ZtOpProgress* progress) {
+    tagCount_ = 0;
+    writtenCount_ = 0;
+    const ZtUAutoCLocaleOverride numbers(kNumericCategory);
+    const ZtOpSavedViewsElement* element = ZtOpSavedViewsElement::Get(state);
+    if (!element)
+        return kZtOdPdsNoUnits;
+    const ZtOpFolderItem* root = element->Get();
+    ZtUFile* file = ZtUSysFile::fopenW(fileName->GetString(), ZtUSysFile::kAccessWrite,
+                                       ZtUSysFile::kCreateAlways, ZtUSysFile::kTranslateText,
+                                       ZtUSysFile::kShareReadWrite, 0, 384);
+    if (!file)
+        return kZtOdPdsNoFile;
+    if (!unfiledRecords_)
+        unfiledRecords_ = NewRecordList();
+    if (unfiledRecords_)
+        DeleteRecords(unfiledRecords_);
+
+    ZtUWideStrVoidPtrDict files;
+    if (progress)
+        progress->BeginSubOperation(0.25);
+    GatherItem(state, &files, root, progress);
+    if (progress) {
+        progress->EndSubOperation();
+        progress->BeginSubOperation(1.0);
+    }
+
+    // Tags on no file first; then the files in the dictionary's order, which is
+    // ascending by name, so that the same document always gives the same file.
+    int index = 0;
+    ZtOdPdsTagRecord* previous = WriteRecords(file, L"", unfiledRecords_, nullptr, index, progress);
+    for (ZtUWideStrVoidPtrDictIt it = files.Begin(); it.IsValid(); it.Next())
+        previous = WriteRecords(file, it.GetKey(), static_cast<ZtUVoidPtrVector*>(it.GetValue()),
+                                previous, index, progress);
+    if (progress)
+        progress->EndSubOperation();
+
+    for (ZtUWideStrVoidPtrDictIt it = files.Begin(); it.IsValid(); it.Next())
+        FreeRecordList(static_cast<ZtUVoidPtrVector*>(it.GetValue()));
+    ZtUSysFile::fclose(file);
+    return kZtOdPdsOk;
+}
+
+int ZtOdPdsTagExportPlugin::GatherItem(ZtOpState* state, ZtUWideStrVoidPtrDict* files,
+                                       const ZtOpSavedItem* item, ZtOpProgress* progress) {
+    if (!files || !item)
+        return 0;
+    if (item->IsGroup()) {
+        const auto* group = static_cast<const ZtOpGroupItem*>(item);
+        const std::size_t count = group->GetNumChildren();
+        for (std::size_t i = 0; i < count; ++i) {
+            GatherItem(state, files, group->GetChild(i), nullptr);
+            if (progress)
+                progress->SetProgress(static_cast<double>(i + 1) / static_cast<double>(count));
+        }
+    } else if (item->GetType() == ZtOpSavedItem::kTypeView) {
+        const auto* view = static_cast<const ZtOpView*>(item);
+        const ZtUOwnPtrVector<ZtOpRedline>& redlines = view->GetRedlines();
+        for (std::size_t i = 0; i < redlines.Size(); ++i) {
+            const ZtOpRedline* redline = redlines.Get(i);
+            if (!redline || redline->GetRedlineType() != ZtOpRedline::kTypeTag)
+                continue;
+            GatherTag(state, files, static_cast<const ZtOpRedlineTag*>(redline), view);
+            ++tagCount_;
+        }
+    }
+    return 1;
+}
+
+void ZtOdPdsTagExportPlugin::GatherTag(ZtOpState* state, ZtUWideStrVoidPtrDict* files,
+                                       const ZtOpRedlineTag* tag, const ZtOpView* view) {
+    if (!tag->GetPos3dValid())
+        return;
+    const ZtOpComment* comment = nullptr;
+    const ZtUOwnPtrVector<ZtOpComment>& comments = view->GetComments();
+    for (std::size_t i = 0; i < comments.Size() && !comment; ++i) {
+        const ZtOpComment* candidate = comments.Get(i);
+        if (candidate && candidate->GetId() == tag->GetCommentId())
+            comment = candidate;
+    }
+    if (!comment)
+        return;
+
+    ZtUWideString fileName;
+    const ZtOaNode* node = PickTagNode(state, tag->GetPos3d(), view, &fileName);
+    ZtUVoidPtrVector* records = nullptr;
+    if (fileName.IsEmpty()) {
+        records = unfiledRecords_;
+    } else {
+        ZtUWideStringBuffer name;
+        ZtUSysFile::RemovePathnameW(fileName.GetString(), &name);
+        records = static_cast<ZtUVoidPtrVector*>(files->Find(name.GetString()));
+        if (!records) {
+            records = NewRecordList();
+            if (records)
+                files->Enter(name.GetString(), records);
+        }
+    }
+    if (!records)
+        return;
+    auto* record = new ZtOdPdsTagRecord;
+    record->Fill(node, tag, comment, view, uorsPerMaster_);
+    records->PushBack(record);
+}
+
+const ZtOaNode* ZtOdPdsTagExportPlugin::PickTagNode(ZtOpState* state, const ZtLPos3f& position,
+                                                    const ZtOpView* view, ZtUWideString* fileName) {
+    ZtNvCamera camera = view->AnonView().GetViewPoint().GetRenderCamera();
+    const ZtLUnitVec3f u(camera.ViewDir());
+    const double depth = u.Dot(position) - u.Dot(camera.GetPosition());
+    // From just before the tag's point to a fifth of its depth behind it.
+    camera.SetNear(depth - ZtLVec::GetResabs());
+    camera.SetFar(depth + depth * 0.2);
+    const ZtLPos2f window = ZtOdPdsModelToWindow(position, camera);
+    ZtLFrustum3f frustum;
+    if (!camera.Frustum(&frustum, 0.0))
+        return nullptr;
+    frustum.Narrow(window.x - kPickHalfWidth, window.x + kPickHalfWidth, window.y - kPickHalfWidth,
+                   window.y + kPickHalfWidth);
+
+    ZtOcContext context;
+    ZtOcPickFrustumTraversal pick(&context);
+    pick.SetRenderTraversal(nullptr);
+    pick.SetFrustum(ZtLPickFrustum3f(frustum));
+    pick.SetContainedOnly(0);
+    pick.SetRequiredPropertyBits(kGeometryBits);
+    pick.SetPickBits(0);
+    pick.SetPickLastRendered(0);
+    const ZtOaNode* root = state->GetRootNode();
+    if (!root)
+        return nullptr;
+    root->ApplyTraversal(&pick);
+
+    const ZtOaFragment* shape = pick.GetPickedShape();
+    if (!shape)
+        return nullptr;
+    // The element is the lowest node with a DMRS value, the file the lowest partition;
+    // nothing above that partition counts.
+    const ZtOaNode* found = nullptr;
+    for (const ZtOaPathLink* link = shape->GetFragPath(); link; link = link->GetParent()) {
+        const ZtOaNode* node = link->GetNode();
+        if (!node)
+            continue;
+        if (!found && node->FindAttribute(kDmrsAttribute))
+            found = node;
+        if (node->IsPartition()) {
+            if (fileName)
+                fileName->SetString(
+                    static_cast<const ZtOaPartition*>(node)->GetSourceFilename().GetString());
+            break;
+        }
+    }
+    return found;
+}
+
+ZtOdPdsTagRecord* ZtOdPdsTagExportPlugin::WriteRecords(ZtUFile* file, const wchar_t* groupName,
+                                                       ZtUVoidPtrVector* records,
+                                                       ZtOdPdsTagRecord* previous, int& index,
+                                                       ZtOpProgress* progress) {
+    if (!records || records->IsEmpty())
+        return previous;
+    ZtUSysFile::fwprintf(file, L"file{%dn{%s}}\n", index, groupName);
+    ++index;
+    for (std::size_t i = 0; i < records->Size(); ++i) {
+        auto* record = static_cast<ZtOdPdsTagRecord*>(records->Get(i));
+        record->Write(file, previous);
+        previous = record;
+        ++writtenCount_;
+        if (progress)
+            progress->SetProgress(static_cast<double>(writtenCount_) /
+                                  static_cast<double>(tagCount_));
+    }
+    return previous;
+}
+
+ZtUComponent& ZtOdPdsTagExportPlugin::GetComponent() {
+    static ZtUComponent component;
+    return component;
+}
+
+int ZtOdPdsTagExportPlugin::StartComponent() {
+    return GetComponent().Initialise("ZtOdPdsTagExportPlugin");
+}
+
+int ZtOdPdsTagExportPlugin::EndComponent() {
+    return GetComponent().Terminate();
+}
