@@ -2,6 +2,7 @@
 
 #include "displaysets/ZtOdPdsDstImportPlugin.h"
 #include "loader/ZtOdPdsDriLoaderPlugin.h"
+#include "tags/ZtOdPdsTagExportPlugin.h"
 #include "tags/ZtOdPdsTagImportPlugin.h"
 #include "ztplugin/ZtOpDB.h"
 #include "ztplugin/ZtOpPluginList.h"
@@ -14,6 +15,7 @@ ZtOpPluginList* ZtOpPluginEntryztodpds() {
     // The plug-ins join here in their fixed order: tag import, tag export, display-set
     // import, control-file loader.
     list->PushBack(new ZtOdPdsTagImportPlugin);
+    list->PushBack(new ZtOdPdsTagExportPlugin);
     list->PushBack(new ZtOdPdsDstImportPlugin);
     list->PushBack(new ZtOdPdsDriLoaderPlugin);
     return list;

@@ -69,9 +69,9 @@ TEST(PluginEntry, OtherControlModesGiveAnEmptyListNotNull) {
 TEST(PluginEntry, ListHoldsThePluginsInTheirFixedOrder) {
     ZtOpPluginList* list = ZtOpPluginEntryztodpds();
     ASSERT_NE(list, nullptr);
-    // The plug-ins built so far, in the order of the host contract.
-    const std::vector<std::string> expected = {"ZtOdPdsTagImportPlugin", "ZtOdPdsDstImportPlugin",
-                                               "ZtOdPdsDriLoaderPlugin"};
+    // All four plug-ins, in the order of the host contract.
+    const std::vector<std::string> expected = {"ZtOdPdsTagImportPlugin", "ZtOdPdsTagExportPlugin",
+                                               "ZtOdPdsDstImportPlugin", "ZtOdPdsDriLoaderPlugin"};
     std::vector<std::string> names;
     for (std::size_t i = 0; i < list->Size(); ++i) {
         auto* plugin = static_cast<ZtOpPlugin*>(list->Get(i));
