@@ -1,10 +1,15 @@
 #include "app/SavedItemReport.h"
 
 #include "app/JsonWriter.h"
+#include "app/Report.h"
+#include "ztplugin/ZtOpRedlineTag.h"
 #include "ztplugin/ZtOpSavedItemsElement.h"
 #include "ztplugin/ZtOpSelectionSet.h"
 #include "ztplugin/ZtOpState.h"
+#include "ztplugin/ZtOpView.h"
 #include "ztutil/ZtUSysString.h"
+
+#include <cstdio>
 
 namespace {
 
@@ -100,6 +105,72 @@ void WriteFindSpecJson(JsonWriter& json, const ZtOpFindSpec* spec) {
     json.EndObject();
 }
 
+void WriteClipPlanesJson(JsonWriter& json, const ZtOaClipPlaneSet& planes) {
+    json.Key("clipPlanes");
+    json.BeginArray();
+    for (int i = 0; i < planes.Size(); ++i) {
+        const ZtOaClipPlane& plane = *planes.Get(i);
+        if (!plane.IsEnabled())
+            continue;
+        const ZtLPlane3f& plane3f = plane.GetPlane3f();
+        json.BeginObject(true);
+        json.Key("index");
+        json.Int(i);
+        json.Key("normal");
+        json.Doubles({plane3f.GetNormal().x, plane3f.GetNormal().y, plane3f.GetNormal().z});
+        json.Key("distance");
+        json.Double(plane3f.GetDistance());
+        json.EndObject();
+    }
+    json.EndArray();
+}
+
+void WriteRedlineJson(JsonWriter& json, const ZtOpRedline& redline) {
+    json.BeginObject(true);
+    json.Key("type");
+    if (redline.GetRedlineType() != ZtOpRedline::kTypeTag) {
+        json.String(std::to_string(redline.GetRedlineType()));
+        json.EndObject();
+        return;
+    }
+    const auto& tag = static_cast<const ZtOpRedlineTag&>(redline);
+    json.String("tag");
+    json.Key("tagId");
+    json.UInt(tag.GetTagId());
+    json.Key("commentId");
+    json.UInt(tag.GetCommentId());
+    json.Key("pos2dA");
+    json.Doubles({tag.GetPos2dA().x, tag.GetPos2dA().y});
+    json.Key("pos2dB");
+    json.Doubles({tag.GetPos2dB().x, tag.GetPos2dB().y});
+    json.Key("pos3dValid");
+    json.Bool(tag.GetPos3dValid() != 0);
+    json.Key("pos3d");
+    json.Doubles({tag.GetPos3d().x, tag.GetPos3d().y, tag.GetPos3d().z});
+    json.Key("lineColor");
+    json.Doubles({tag.GetLineColor().r, tag.GetLineColor().g, tag.GetLineColor().b});
+    json.Key("lineThickness");
+    json.Int(tag.GetLineThickness());
+    json.EndObject();
+}
+
+void WriteViewJson(JsonWriter& json, const ZtOpView& view) {
+    json.Key("viewpoint");
+    WriteViewPointJson(json, view.AnonView().GetViewPoint());
+    WriteClipPlanesJson(json, view.AnonView().GetClipPlaneSet());
+    json.Key("redlines");
+    json.BeginArray();
+    const auto& redlines = view.GetRedlines();
+    for (std::size_t i = 0; i < redlines.Size(); ++i)
+        WriteRedlineJson(json, *redlines[i]);
+    json.EndArray();
+}
+
+const ZtOpFolderItem* SavedViewsRoot(const ZtOpState& state) {
+    const ZtOpSavedViewsElement* element = ZtOpSavedViewsElement::Get(&state);
+    return element ? element->Get() : nullptr;
+}
+
 const ZtOpFolderItem* SelectionSetsRoot(const ZtOpState& state) {
     const ZtOpSelectionSetsElement* element = ZtOpSelectionSetsElement::Get(&state);
     return element ? element->Get() : nullptr;
@@ -145,6 +216,64 @@ std::string ConditionText(const ZtOpFindCondition& condition) {
     return text;
 }
 
+// The text in UTF-8 with each of its lines after the first on a line of its own behind
+// `indent`. A line break is LF, CR, or a pair of them either way round: display sets
+// join their comment lines by LF CR, tag import by CR LF.
+std::string IndentedLines(const std::wstring& text, const std::string& indent) {
+    std::string out;
+    std::size_t start = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const wchar_t c = text[i];
+        if (c != L'\n' && c != L'\r')
+            continue;
+        out += Utf8(text.substr(start, i - start)) + "\n" + indent;
+        if (i + 1 < text.size() && (text[i + 1] == L'\n' || text[i + 1] == L'\r') &&
+            text[i + 1] != c)
+            ++i;
+        start = i + 1;
+    }
+    return out + Utf8(text.substr(start));
+}
+
+std::string Number(double value) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%g", value);
+    return text;
+}
+
+std::string Point(const ZtLVec3f& p) {
+    return "(" + Number(p.x) + ", " + Number(p.y) + ", " + Number(p.z) + ")";
+}
+
+// The view's camera and clip planes on one line, then each tag with the text of its
+// comment.
+void AppendViewSummary(std::string& out, const ZtOpView& view, const std::string& indent) {
+    const ZtNvCamera& camera = view.AnonView().GetViewPoint().GetCamera();
+    int planes = 0;
+    const ZtOaClipPlaneSet& set = view.AnonView().GetClipPlaneSet();
+    for (int i = 0; i < set.Size(); ++i)
+        planes += set.Get(i)->IsEnabled();
+    out += indent + "  eye " + Point(camera.GetPosition()) + ", looking along " +
+           Point(camera.ViewDir()) + ", " + std::to_string(planes) + " clip planes\n";
+    const auto& redlines = view.GetRedlines();
+    for (std::size_t i = 0; i < redlines.Size(); ++i) {
+        if (redlines[i]->GetRedlineType() != ZtOpRedline::kTypeTag)
+            continue;
+        const auto& tag = static_cast<const ZtOpRedlineTag&>(*redlines[i]);
+        std::string line = indent + "  tag " + std::to_string(tag.GetTagId());
+        if (tag.GetPos3dValid())
+            line += " at " + Point(tag.GetPos3d());
+        line += ": ";
+        const auto& comments = view.GetComments();
+        for (std::size_t c = 0; c < comments.Size(); ++c)
+            if (comments[c]->GetId() == tag.GetCommentId()) {
+                line += IndentedLines(comments[c]->GetBody().Str(), std::string(line.size(), ' '));
+                break;
+            }
+        out += line + "\n";
+    }
+}
+
 void AppendItemSummary(std::string& out, const ZtOpSavedItem& item, const std::string& indent) {
     out += indent + KindName(item) + " \"" + Utf8(item.GetName().Str()) + "\"";
     if (item.IsGroup()) {
@@ -155,15 +284,16 @@ void AppendItemSummary(std::string& out, const ZtOpSavedItem& item, const std::s
         return;
     }
     out += "\n";
-    // A comment's lines are joined by LF CR; each goes on a line of its own here.
-    const auto& comments = item.GetComments();
-    for (std::size_t i = 0; i < comments.Size(); ++i) {
-        std::string body = Utf8(comments[i]->GetBody().Str());
-        std::size_t at = 0;
-        while ((at = body.find("\n\r", at)) != std::string::npos)
-            body.replace(at, 2, "\n" + indent + "           ");
-        out += indent + "  comment: " + body + "\n";
+    // A view's comments are the texts of its tags, and stand with them.
+    if (item.GetType() == ZtOpSavedItem::kTypeView) {
+        AppendViewSummary(out, static_cast<const ZtOpView&>(item), indent);
+        return;
     }
+    const auto& comments = item.GetComments();
+    for (std::size_t i = 0; i < comments.Size(); ++i)
+        out += indent +
+               "  comment: " + IndentedLines(comments[i]->GetBody().Str(), indent + "           ") +
+               "\n";
     if (item.GetType() != ZtOpSavedItem::kTypeSelectionSet)
         return;
     const ZtOpFindSpec* spec =
@@ -202,6 +332,8 @@ void WriteSavedItemJson(JsonWriter& json, const ZtOpSavedItem& item) {
     } else {
         WriteCommentsJson(json, item);
     }
+    if (item.GetType() == ZtOpSavedItem::kTypeView)
+        WriteViewJson(json, static_cast<const ZtOpView&>(item));
     if (item.GetType() == ZtOpSavedItem::kTypeSelectionSet) {
         json.Key("findSpec");
         WriteFindSpecJson(json, static_cast<const ZtOpSelectionSet&>(item)
@@ -223,6 +355,22 @@ void AppendSelectionSetsSummary(std::string& out, const ZtOpState& state) {
     const ZtOpFolderItem* root = SelectionSetsRoot(state);
     const std::size_t count = root ? root->GetNumChildren() : 0;
     out += "Selection sets: " + std::to_string(count) + "\n";
+    for (std::size_t i = 0; i < count; ++i)
+        AppendItemSummary(out, *root->GetChild(i), "  ");
+}
+
+void WriteSavedViewsJson(JsonWriter& json, const ZtOpState& state) {
+    json.BeginArray();
+    if (const ZtOpFolderItem* root = SavedViewsRoot(state))
+        for (std::size_t i = 0; i < root->GetNumChildren(); ++i)
+            WriteSavedItemJson(json, *root->GetChild(i));
+    json.EndArray();
+}
+
+void AppendSavedViewsSummary(std::string& out, const ZtOpState& state) {
+    const ZtOpFolderItem* root = SavedViewsRoot(state);
+    const std::size_t count = root ? root->GetNumChildren() : 0;
+    out += "Saved views: " + std::to_string(count) + "\n";
     for (std::size_t i = 0; i < count; ++i)
         AppendItemSummary(out, *root->GetChild(i), "  ");
 }

@@ -6,7 +6,8 @@ class ZtOpSavedItem;
 class ZtOpState;
 
 // ITEM of the report: a saved item with its kind, name and GUID, and what its kind
-// carries: a folder its children, a selection set its comments and find spec.
+// carries: a folder its children, a selection set its comments and find spec, a view its
+// comments, viewpoint, enabled clip planes and redlines.
 void WriteSavedItemJson(JsonWriter& json, const ZtOpSavedItem& item);
 
 // The value of the report's "selectionSets" member: the children of the root folder of
@@ -16,3 +17,11 @@ void WriteSelectionSetsJson(JsonWriter& json, const ZtOpState& state);
 // The document's selection sets, readably: each with its comment and its rule, one
 // alternative a line.
 void AppendSelectionSetsSummary(std::string& out, const ZtOpState& state);
+
+// The value of the report's "savedViews" member: the children of the root folder of the
+// document's saved views, as ITEMs.
+void WriteSavedViewsJson(JsonWriter& json, const ZtOpState& state);
+
+// The document's saved views, readably: each with its camera, and each of its tags with
+// its position and the text of its comment.
+void AppendSavedViewsSummary(std::string& out, const ZtOpState& state);
