@@ -1,0 +1,119 @@
+#include "tags/ZtOdPdsTagImportPlugin.h"
+#include "TagImportTestSupport.h"
+#include "ztplugin/ZtOpLock.h"
+#include "ztplugin/ZtOpNextCommentIdElement.h"
+#include "ztplugin/ZtOpSavedItemsElement.h"
+#include "ztutil/ZtUString.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+const ZtOpFolderItem& SavedViews(const ZtOpState& state) {
+    return *ZtOpSavedViewsElement::Get(&state)->Get();
+}
+
+TEST(ZtOdPdsTagImportPlugin, DescribesItself) {
+    ZtOdPdsTagImportPlugin plugin;
+    EXPECT_EQ(plugin.GetTypeNumber(), 137u);
+    EXPECT_EQ(plugin.GetRegisteredName().Str(), "ZtOdPdsTagImportPlugin");
+    ZtUStringBuffer resource;
+    plugin.IGetResourceName(&resource);
+    EXPECT_EQ(resource.Str(), "ztodpds");
+    ZtUWideStringBuffer text;
+    plugin.IGetMenuName(&text);
+    EXPECT_EQ(text.Str(), L"PDS Tags...");
+    plugin.IGetFileTypeName(&text);
+    EXPECT_EQ(text.Str(), L"PDS Tag File");
+    plugin.IGetFileExtension(&text);
+    EXPECT_EQ(text.Str(), L".tag");
+    EXPECT_EQ(plugin.IHelp(), 1);
+}
+
+TEST(ZtOdPdsTagImportPlugin, StatusesInTheOrderOfTheirTests) {
+    ZtOdPdsTagImportPlugin plugin;
+    TagDocument document(1.0);
+    const ZtUWideString file(document.Write(Tag(1)));
+    const ZtUWideString missing(L"/nonexistent/t.tag");
+    EXPECT_EQ(plugin.IExport(0, nullptr, nullptr, nullptr), 1);
+    EXPECT_EQ(plugin.IExport(0, &document.state, nullptr, nullptr), 1);
+    EXPECT_EQ(plugin.IExport(0, nullptr, nullptr, &file), 3);
+    EXPECT_EQ(plugin.IExport(0, &document.state, nullptr, &missing), 1);
+    ZtOpState bare;
+    EXPECT_EQ(plugin.IExport(0, &bare, nullptr, &file), 6);
+    EXPECT_EQ(bare.GetNextTagId(), 1u);
+    EXPECT_EQ(SavedViews(document.state).GetNumChildren(), 0u);
+    EXPECT_EQ(plugin.IExport(0, &document.state, nullptr, &file), 0);
+    EXPECT_EQ(SavedViews(document.state).GetNumChildren(), 1u);
+}
+
+TEST(ZtOdPdsTagImportPlugin, NextIdsMovePastTheImportedOnes) {
+    struct Case {
+        std::uint64_t tag, comment; // before
+        std::string text;
+        std::uint64_t expectTag, expectComment;
+    };
+    const std::string upTo40 = Tag(3) + Tag(40) + Tag(12);
+    const Case cases[] = {
+        {41, 41, upTo40, 41, 41}, // past them already: untouched
+        {50, 41, upTo40, 50, 41},
+        {10, 100, upTo40, 41, 41}, // one too low: both set, the other goes down
+        {100, 40, upTo40, 41, 41}, // equal to the highest counts as too low
+        {5, 7, "", 5, 7},          // no usable tag: highest 0
+        {0, 9, "bad{}\n", 1, 1},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.text + std::to_string(c.tag) + "," + std::to_string(c.comment));
+        TagDocument document(1.0);
+        document.state.SetNextTagId(c.tag);
+        document.state.SetNextCommentId(c.comment);
+        ZtOdPdsTagImportPlugin plugin;
+        const ZtUWideString file(document.Write(c.text));
+        ASSERT_EQ(plugin.IExport(0, &document.state, nullptr, &file), 0);
+        EXPECT_EQ(document.state.GetNextTagId(0), c.expectTag);
+        EXPECT_EQ(document.state.GetNextCommentId(0), c.expectComment);
+    }
+}
+
+TEST(ZtOdPdsTagImportPlugin, EachImportAppendsBehindTheDocumentsViews) {
+    TagDocument document(1.0);
+    auto* own = new ZtOpView;
+    own->SetName(L"Own view");
+    ZtOpSavedViewsElement::Require(document.state.EditElementList())->Edit()->AddChild(own);
+    ZtOdPdsTagImportPlugin plugin;
+    const ZtUWideString file(document.Write(Tag(2) + "eye{3 0 0}\n" + Tag(1)));
+    ASSERT_EQ(plugin.IExport(0, &document.state, nullptr, &file), 0);
+    ASSERT_EQ(plugin.IExport(0, &document.state, nullptr, &file), 0);
+    const ZtOpFolderItem& views = SavedViews(document.state);
+    ASSERT_EQ(views.GetNumChildren(), 5u);
+    EXPECT_EQ(views.GetChild(0), own);
+    EXPECT_TRUE(own->GetComments().IsEmpty());
+    const wchar_t* names[] = {L"Own view", L"Tag View 2", L"Tag View 1", L"Tag View 2",
+                              L"Tag View 1"};
+    for (std::size_t i = 0; i < 5; ++i)
+        EXPECT_EQ(views.GetChild(i)->GetName().Str(), names[i]);
+    // A second import starts from the default viewpoint again.
+    const auto* again = static_cast<const ZtOpView*>(views.GetChild(3));
+    EXPECT_EQ(again->AnonView().GetViewPoint().GetCamera().GetPosition(), ZtLPos3f(1, 0, 0));
+    EXPECT_EQ(document.state.GetNextTagId(), 3u);
+    // The locks are given back.
+    ZtOpAutoLock viewsLock(ZtOpSavedViewsElement::GetClass(), &document.state, 0);
+    ZtOpAutoLock idsLock(ZtOpNextCommentIdElement::GetClass(), &document.state, 0);
+    EXPECT_NE(static_cast<ZtOpLock*>(viewsLock), nullptr);
+    EXPECT_NE(static_cast<ZtOpLock*>(idsLock), nullptr);
+}
+
+TEST(ZtOdPdsTagImportPlugin, Components) {
+    EXPECT_EQ(ZtOdPdsTagImportPlugin::StartComponent(), 1);
+    EXPECT_TRUE(ZtOdPdsTagImportPlugin::GetComponent().IsLive());
+    EXPECT_TRUE(ZtOdPdsTagImportAction::GetComponent().IsLive());
+    EXPECT_EQ(ZtOdPdsTagImportAction::GetComponent().GetName(), "ZtOdPdsTagImportAction");
+    EXPECT_EQ(ZtOdPdsTagImportPlugin::EndComponent(), 1);
+    EXPECT_FALSE(ZtOdPdsTagImportAction::GetComponent().IsLive());
+    // Ending a component that is not live stops the chain at once.
+    EXPECT_EQ(ZtOdPdsTagImportPlugin::EndComponent(), 0);
+    EXPECT_EQ(ZtOdPdsTagImportAction::StartComponent(), 1);
+    EXPECT_EQ(ZtOdPdsTagImportAction::EndComponent(), 1);
+}
+
+} // namespace
