@@ -1,0 +1,150 @@
+// Importing a tag file of 100,000 tags, against the bare decoding of the same file's
+// stream. Each benchmark reports the process's resident memory at its start
+// ("start_MiB") and its peak during the run ("peak_MiB"; the kernel's high-water mark is
+// reset first).
+#include "readers/ZtOdPdsBlock.h"
+#include "readers/ZtOdPdsBlockFileSource.h"
+#include "tags/ZtOdPdsTagImportAction.h"
+#include "ztlddgn/ZtDgnModel.h"
+#include "ztplugin/ZtOpState.h"
+#include "ztutil/ZtUSysFile.h"
+#include "ztutil/ZtUSysString.h"
+
+#include <benchmark/benchmark.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <unistd.h>
+
+namespace {
+
+constexpr int kTags = 100000;
+// Tags that share a viewpoint: a new eye every so many tags, so that views hold several.
+constexpr int kTagsPerView = 10;
+
+// The tag file as the export writes it, in a private temporary folder removed at exit.
+class TagBenchFile {
+public:
+    TagBenchFile() {
+        const char* base = std::getenv("TMPDIR");
+        std::string pattern = std::string(base && *base ? base : "/tmp") + "/zttagbench-XXXXXX";
+        if (!::mkdtemp(pattern.data()))
+            return;
+        dir_ = pattern;
+        const std::string path = dir_ + "/bench.tag";
+        std::ofstream out(path, std::ios::binary);
+        out << "file{0n{pipes.dgn}}\ntarget{1600000 1200000 240000}\nclip_far{9600000}\n"
+               "persp_ang{40}\n";
+        for (int i = 0; i < kTags; ++i) {
+            if (i % kTagsPerView == 0)
+                out << "eye{" << 4800000 + i << " -2400000 2400000}\n";
+            const std::string body = "Check the support of line " + std::to_string(i) +
+                                     " against the {steel} drawing.\nSecond line of the note.";
+            out << "tag{" << i + 1 << " 1 0 0.000000 " << 640000 + i << " 480000 120000\n"
+                << "p{" << 700000 + i << " 430000 120000}\nl{0 13 " << i % 65536 << " 0}\n"
+                << "text{" << body.size() << "\n"
+                << body << "}}\n";
+        }
+        if (out)
+            path_ = ZtUSysString::Utf8ToWide(path);
+    }
+    ~TagBenchFile() {
+        std::error_code ignored;
+        if (!dir_.empty())
+            std::filesystem::remove_all(dir_, ignored);
+    }
+
+    const wchar_t* Path() const { return path_.c_str(); }
+    bool Ready() const { return !path_.empty(); }
+
+private:
+    std::string dir_;
+    std::wstring path_;
+};
+
+const TagBenchFile& File() {
+    static const TagBenchFile file;
+    return file;
+}
+
+void ResetPeakMemory() {
+    std::ofstream("/proc/self/clear_refs") << "5";
+}
+
+// A figure of /proc/self/status, such as "VmHWM:" (peak) or "VmRSS:" (now), in MiB.
+double StatusMiB(const char* key) {
+    std::ifstream status("/proc/self/status");
+    std::string line;
+    while (std::getline(status, line))
+        if (line.rfind(key, 0) == 0)
+            return std::stod(line.substr(std::string(key).size())) / 1024.0;
+    return 0;
+}
+
+void BM_TagFileStreamDecode(benchmark::State& state) {
+    if (!File().Ready())
+        return state.SkipWithError("cannot write the benchmark file");
+    ResetPeakMemory();
+    state.counters["start_MiB"] = StatusMiB("VmRSS:");
+    for (auto _ : state) {
+        ZtUFile* file =
+            ZtUSysFile::fopenW(File().Path(), ZtUSysFile::kAccessRead, ZtUSysFile::kOpenExisting,
+                               ZtUSysFile::kTranslateText, ZtUSysFile::kShareReadWrite, 0, 384);
+        unsigned sum = 0;
+        for (unsigned c; (c = ZtUSysFile::fgetwc(file)) != ZtUFile::kEnd;)
+            sum += c;
+        benchmark::DoNotOptimize(sum);
+        ZtUSysFile::fclose(file);
+    }
+    state.counters["peak_MiB"] = StatusMiB("VmHWM:");
+}
+BENCHMARK(BM_TagFileStreamDecode)->Unit(benchmark::kMillisecond)->Iterations(5);
+
+// The import's two readings alone: the first pass, and the second pass's top-level blocks
+// with the nested blocks of each tag, without anything made from them.
+void BM_TagImportPasses(benchmark::State& state) {
+    if (!File().Ready())
+        return state.SkipWithError("cannot write the benchmark file");
+    ZtOdPdsTagImportAction action(nullptr, nullptr);
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(action.CountTags(File().Path()));
+        ZtOdPdsBlockFileSource source(ZtOdPdsCountedText);
+        source.Open(File().Path());
+        ZtOdPdsBlock block;
+        ZtOdPdsBlock child;
+        std::size_t blocks = 0;
+        while (source.NextBlock(&block))
+            while (block.NextChild(&child))
+                ++blocks;
+        benchmark::DoNotOptimize(blocks);
+    }
+}
+BENCHMARK(BM_TagImportPasses)->Unit(benchmark::kMillisecond)->Iterations(5);
+
+void BM_TagImport(benchmark::State& state) {
+    if (!File().Ready())
+        return state.SkipWithError("cannot write the benchmark file");
+    ZtOpState document;
+    auto* model = new ZtDgnModel(L"", document.EditNameDict());
+    model->SetUorsPerMaster(80000);
+    document.GetRootNode()->AddChild(model);
+    ResetPeakMemory();
+    state.counters["start_MiB"] = StatusMiB("VmRSS:");
+    for (auto _ : state) {
+        auto* action = new ZtOdPdsTagImportAction(&document, document.GetRootNode());
+        if (action->Perform(File().Path(), nullptr) != 0)
+            state.SkipWithError("the import failed");
+        state.counters["views"] = static_cast<double>(action->GetFolder().GetNumChildren());
+        state.counters["highestId"] = static_cast<double>(action->GetHighestId());
+        // Freeing the views is not part of the import.
+        state.PauseTiming();
+        delete action;
+        state.ResumeTiming();
+    }
+    state.counters["peak_MiB"] = StatusMiB("VmHWM:");
+}
+BENCHMARK(BM_TagImport)->Unit(benchmark::kMillisecond)->Iterations(5);
+
+} // namespace
