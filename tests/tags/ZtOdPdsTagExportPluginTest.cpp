@@ -1,0 +1,217 @@
+#include "TagExportTestSupport.h"
+
+#include "plugin/ZtOdPdsStatus.h"
+#include "tags/ZtOdPdsTagRecord.h"
+#include "ztplugin/ZtOpProgress.h"
+#include "ztplugin/ZtOpSelectionSet.h"
+#include "ztutil/ZtUVector.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace {
+
+constexpr double kFactor = 1000.0;
+
+// Straight down from `height` above (2, 1, 0): the view direction is exactly -Z, so that
+// every value below is exact in UORs.
+ZtOpView* DownView(ExportDocument& doc, double height, ZtOpGroupItem* folder = nullptr) {
+    return doc.AddView({2, 1, height}, {2, 1, 0}, 0.7853981633974483, folder);
+}
+
+// A point half a UOR off the whole numbers, so that the cut is safe from rounding.
+ZtLPos3f Beside(const ZtLPos3f& p) {
+    return p + ZtLVec3f(0.5005, 0.2505, 0);
+}
+
+// Two models (zeta before alpha in the scene), a tag on each kind of element and one on
+// nothing, over two views.
+struct TwoModels {
+    TwoModels() {
+        ZtOaPartition* zeta = doc.AddModel(L"/data/zeta.dgn");
+        ZtOaPartition* alpha = doc.AddModel(L"C:\\plant\\alpha.dgn");
+        ExportDocument::AddElement(zeta, Element(1), 0x0001000200030004ull);
+        ExportDocument::AddElement(alpha, Element(3), 0);
+        ExportDocument::AddElement(alpha, Element(5), 0xFF);
+
+        ZtOpView* first = DownView(doc, 10);
+        ExportDocument::AddPlane(first, 0, {0, 0, 1}, 12); // against the view: far
+        ExportDocument::AddPlane(first, 1, {0, 0, -1}, 2); // along it: near
+        AddTag(first, 1, 1, L"Zeta");
+        AddTag(first, 2, 7, L"Nothing here");
+        AddTag(first, 3, 3, L"Alpha");
+        ZtOpView* second = DownView(doc, 20);
+        AddTag(second, 4, 5, L"Two\r\nlines.");
+    }
+    static ZtLBox3f Element(double x) {
+        return ZtLBox3f({x - 0.125, 0.875, -0.125}, {x + 0.125, 1.125, 0.125});
+    }
+    static void AddTag(ZtOpView* view, std::uint64_t id, double x, const wchar_t* body) {
+        const ZtLPos3f at(x, 1, 0.125);
+        const ZtLPos3f second = Beside(at);
+        ExportDocument::AddTag(view, id, at, body, &second);
+    }
+
+    ExportDocument doc{kFactor};
+};
+
+// Unfiled tags first, then the files by name; each viewpoint key only where it changes,
+// across groups; no clip distance of -1; no `l` for a null value; LF line ends counted.
+const char* const kTwoModelsText = "file{0n{}}\n"
+                                   "target{2000 1000 9000}\n"
+                                   "clip_far{12000}\n"
+                                   "clip_near{2000}\n"
+                                   "persp_ang{45}\n"
+                                   "eye{2000 1000 10000}\n"
+                                   "tag{2 1 0 0.000000 7000 1000 125\n"
+                                   "p{7500 1250 125}\n"
+                                   "text{12\nNothing here}}\n"
+                                   "file{1n{alpha.dgn}}\n"
+                                   "tag{3 1 0 0.000000 3000 1000 125\n"
+                                   "p{3500 1250 125}\n"
+                                   "text{5\nAlpha}}\n"
+                                   "target{2000 1000 19000}\n"
+                                   "eye{2000 1000 20000}\n"
+                                   "tag{4 1 0 0.000000 5000 1000 125\n"
+                                   "p{5500 1250 125}\n"
+                                   "l{0 0 0 255}\n"
+                                   "text{10\nTwo\nlines.}}\n"
+                                   "file{2n{zeta.dgn}}\n"
+                                   "target{2000 1000 9000}\n"
+                                   "clip_far{12000}\n"
+                                   "clip_near{2000}\n"
+                                   "eye{2000 1000 10000}\n"
+                                   "tag{1 1 0 0.000000 1000 1000 125\n"
+                                   "p{1500 1250 125}\n"
+                                   "l{1 2 3 4}\n"
+                                   "text{4\nZeta}}\n";
+
+TEST(ZtOdPdsTagExportPlugin, WritesGroupsAndStickyKeysAsTheFormatSays) {
+    TwoModels scene;
+    ZtOdPdsTagExportPlugin plugin;
+    std::string text;
+    ASSERT_EQ(scene.doc.Export(plugin, &text), kZtOdPdsOk);
+    EXPECT_EQ(text, kTwoModelsText);
+    EXPECT_EQ(plugin.GetTagCount(), 4);
+    EXPECT_EQ(plugin.GetWrittenCount(), 4);
+    EXPECT_DOUBLE_EQ(plugin.GetUorsPerMaster(), kFactor);
+}
+
+TEST(ZtOdPdsTagExportPlugin, SecondExportStartsAfresh) {
+    TwoModels scene;
+    ZtOdPdsTagExportPlugin plugin;
+    std::string first, second;
+    ASSERT_EQ(scene.doc.Export(plugin, &first), kZtOdPdsOk);
+    ASSERT_EQ(scene.doc.Export(plugin, &second, nullptr, "again.tag"), kZtOdPdsOk);
+    EXPECT_EQ(second, first);
+    ASSERT_NE(plugin.GetUnfiledRecords(), nullptr);
+    EXPECT_EQ(plugin.GetUnfiledRecords()->Size(), 1u);
+}
+
+TEST(ZtOdPdsTagExportPlugin, AllFiledStartsWithTheFirstFileAtIndexZero) {
+    ExportDocument doc(kFactor);
+    ExportDocument::AddElement(doc.AddModel(L"/m/pipes.dgn"), TwoModels::Element(1), 7);
+    ZtOpView* view = DownView(doc, 10);
+    TwoModels::AddTag(view, 9, 1, L"x");
+    ZtOdPdsTagExportPlugin plugin;
+    std::string text;
+    ASSERT_EQ(doc.Export(plugin, &text), kZtOdPdsOk);
+    EXPECT_EQ(text.rfind("file{0n{pipes.dgn}}\ntarget{", 0), 0u) << text;
+    EXPECT_EQ(text.find("file{1"), std::string::npos);
+}
+
+// Statuses in the order of the tests: file name, state, factor, saved views, file.
+TEST(ZtOdPdsTagExportPlugin, StatusesOfIExport) {
+    ZtOdPdsTagExportPlugin plugin;
+    ExportDocument doc(kFactor);
+    const ZtUWideString name(doc.dir.WideFile("s.tag").c_str());
+    EXPECT_EQ(plugin.IExport(0, nullptr, nullptr, nullptr), kZtOdPdsNoFile);
+    EXPECT_EQ(plugin.IExport(0, nullptr, nullptr, &name), kZtOdPdsNoState);
+
+    ZtOpState noModel;
+    EXPECT_EQ(plugin.IExport(0, &noModel, nullptr, &name), kZtOdPdsNoUnits);
+    EXPECT_EQ(plugin.GetUorsPerMaster(), 0.0);
+
+    // A document whose element list has no saved views: nothing is written.
+    struct NoViews : ZtOpState {
+        const ZtOpElementList& GetElementList() const override { return empty; }
+        ZtOpElementList empty;
+    } noViews;
+    auto* units = new ZtDgnModel(L"", noViews.EditNameDict());
+    units->SetUorsPerMaster(kFactor);
+    noViews.GetRootNode()->AddChild(units);
+    EXPECT_EQ(plugin.IExport(0, &noViews, nullptr, &name), kZtOdPdsNoUnits);
+    EXPECT_EQ(ZtTestReadBytes(doc.dir.File("s.tag")), "");
+
+    const ZtUWideString folder(doc.dir.WideFile("").c_str());
+    EXPECT_EQ(plugin.IExport(0, &doc.state, nullptr, &folder), kZtOdPdsNoFile);
+
+    // Views without tags: an empty file, and success.
+    DownView(doc, 10);
+    std::string text = "not written";
+    EXPECT_EQ(doc.Export(plugin, &text), kZtOdPdsOk);
+    EXPECT_EQ(text, "");
+}
+
+// Tags without a 3D position or without their comment count, but make no record; nested
+// folders are walked in order; other saved items are passed over. Only the root's
+// children move the gathering's part of the bar, and the writing's part ends short of
+// the end when tags were dropped.
+TEST(ZtOdPdsTagExportPlugin, GatheringWalksFoldersAndCountsDroppedTags) {
+    struct Recorder : ZtOpProgress {
+        void OnProgress(double overall) override { seen.push_back(overall); }
+        std::vector<double> seen;
+    } progress;
+    ExportDocument doc(kFactor);
+    auto* folder = new ZtOpFolderItem;
+    doc.Root()->AddChild(folder);
+    auto* selection = new ZtOpSelectionSet;
+    selection->EditComments().PushBack(new ZtOpComment(50));
+    doc.Root()->AddChild(selection);
+    ZtOpView* inner = DownView(doc, 10, folder);
+    ZtOpView* outer = DownView(doc, 10);
+    ExportDocument::AddTag(inner, 1, {2, 1, 0}, L"one");
+    ExportDocument::AddTag(inner, 2, {2, 1, 0}, L"no comment", nullptr, false);
+    ExportDocument::AddTag(outer, 3, {2, 1, 0}, L"no position", nullptr, true, 0);
+    ExportDocument::AddTag(outer, 4, {2, 1, 0}, L"");
+
+    ZtOdPdsTagExportPlugin plugin;
+    std::string text;
+    ASSERT_EQ(doc.Export(plugin, &text, &progress), kZtOdPdsOk);
+    EXPECT_EQ(plugin.GetTagCount(), 4);
+    EXPECT_EQ(plugin.GetWrittenCount(), 2);
+    EXPECT_NE(text.find("tag{1 "), std::string::npos);
+    EXPECT_NE(text.find("tag{4 1 0 0.000000 2000 1000 0\np{"), std::string::npos);
+    EXPECT_NE(text.find("text{0\n}}\n"), std::string::npos) << "an empty comment is written";
+    EXPECT_EQ(text.find("tag{2 "), std::string::npos);
+    EXPECT_EQ(text.find("tag{3 "), std::string::npos);
+    // Gathering: 1/3, 2/3, 3/3 of 0.25, and its end; writing: 1/4 and 2/4 of the rest;
+    // then its end.
+    const std::vector<double> expected = {0.25 / 3,        0.5 / 3,         0.25, 0.25,
+                                          0.25 + 0.75 / 4, 0.25 + 0.75 / 2, 1.0};
+    ASSERT_EQ(progress.seen.size(), expected.size()) << ::testing::PrintToString(progress.seen);
+    for (std::size_t i = 0; i < expected.size(); ++i)
+        EXPECT_NEAR(progress.seen[i], expected[i], 1e-12) << i;
+}
+
+TEST(ZtOdPdsTagExportPlugin, TextsOfTheMenuEntry) {
+    ZtOdPdsTagExportPlugin plugin;
+    EXPECT_EQ(plugin.GetTypeNumber(), 131u);
+    EXPECT_STREQ(plugin.GetRegisteredName().GetString(), "ZtOdPdsTagExportPlugin");
+    ZtUWideStringBuffer text;
+    plugin.IGetMenuName(&text);
+    EXPECT_STREQ(text.GetString(), L"PDS Tags...");
+    plugin.IGetFileTypeName(&text);
+    EXPECT_STREQ(text.GetString(), L"PDS Tag File");
+    plugin.IGetFileExtension(&text);
+    EXPECT_STREQ(text.GetString(), L".tag");
+    ZtUStringBuffer resource;
+    plugin.IGetResourceName(&resource);
+    EXPECT_STREQ(resource.GetString(), "ztodpds");
+    EXPECT_EQ(plugin.IHelp(), 1);
+    EXPECT_EQ(ZtOdPdsTagExportPlugin::StartComponent(), 1);
+    EXPECT_EQ(ZtOdPdsTagExportPlugin::EndComponent(), 1);
+}
+
+} // namespace
