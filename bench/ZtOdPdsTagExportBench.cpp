@@ -1,0 +1,150 @@
+// Exporting 10,000 tags picked over a model of 1,000,000 elements: with the model's
+// geometry index made in the run, and with it made already. Each benchmark reports the
+// process's resident memory at its start ("start_MiB") and its peak during the run
+// ("peak_MiB"; the kernel's high-water mark is reset first).
+#include "support/ZtTestDgnWriter.h"
+#include "tags/ZtOdPdsCameraMaps.h"
+#include "tags/ZtOdPdsTagExportPlugin.h"
+#include "ztlddgn/ZtDgnReader.h"
+#include "ztplugin/ZtOpRedlineTag.h"
+#include "ztplugin/ZtOpSavedItemsElement.h"
+#include "ztplugin/ZtOpState.h"
+#include "ztplugin/ZtOpView.h"
+#include "ztutil/ZtUWideString.h"
+
+#include <benchmark/benchmark.h>
+
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <string>
+#include <unistd.h>
+
+namespace {
+
+constexpr int kSide = 1000; // elements per row and rows
+constexpr int kViews = 100;
+constexpr int kTagsPerView = 100;
+constexpr std::int32_t kPitch = 8000; // UORs between elements
+constexpr double kFactor = 80000.0;   // 1000 mm a metre, 80 UORs a mm
+
+void ResetPeakMemory() {
+    std::ofstream("/proc/self/clear_refs") << "5";
+}
+
+double StatusMiB(const char* key) {
+    std::ifstream status("/proc/self/status");
+    std::string line;
+    while (std::getline(status, line))
+        if (line.rfind(key, 0) == 0)
+            return std::stod(line.substr(std::string(key).size())) / 1024.0;
+    return 0;
+}
+
+// A design file of 1,000,000 line strings on a grid, each with a DMRS linkage, and a
+// document with the model loaded and 10,000 tags over it in 100 views. Made once.
+struct Scene {
+    Scene() {
+        const std::string file = (std::filesystem::temp_directory_path() /
+                                  ("ztodpds-tags-bench-" + std::to_string(::getpid()) + ".dgn"))
+                                     .string();
+        path = std::wstring(file.begin(), file.end());
+        output = path + L".tag";
+        ZtTestDgnWriter writer(3, {1000, 80, "m", "mm", {0, 0, 0}});
+        for (int i = 0; i < kSide * kSide; ++i) {
+            ZtTestDgnSymbology s;
+            s.level = 1 + i % 63;
+            s.linkages = {ZtTestDmrsLinkage(12, static_cast<std::uint32_t>(i))};
+            const std::int32_t x = (i % kSide) * kPitch, y = (i / kSide) * kPitch;
+            writer.LineString(s, {{x, y, 0}, {x + 6000, y + 2000, 1600}});
+        }
+        writer.EndOfDesign();
+        writer.Save(file);
+        std::string reason;
+        auto loaded = ZtDgnReadModel(path.c_str(), state.EditNameDict(), true, nullptr, &reason);
+        std::filesystem::remove(file);
+        if (!loaded)
+            return;
+        model = loaded.get();
+        state.GetRootNode()->AddChild(loaded.release());
+
+        // Each view looks straight down on a patch of 10 by 10 elements from 20 m above,
+        // with a tag on top of each element of the patch.
+        auto* root = const_cast<ZtOpFolderItem*>(ZtOpSavedViewsElement::Get(&state)->Get());
+        std::uint64_t id = 1;
+        for (int v = 0; v < kViews; ++v) {
+            const int row0 = (v / 10) * 97 + 3, column0 = (v % 10) * 97 + 3;
+            const double cx = (column0 + 5) * kPitch / kFactor, cy = (row0 + 5) * kPitch / kFactor;
+            auto* view = new ZtOpView;
+            ZtNvCamera camera;
+            camera.SetPosition({cx, cy, 20});
+            camera.PointAt({cx, cy, 0});
+            view->AnonView().EditViewPoint()->SetCamera(camera);
+            for (int t = 0; t < kTagsPerView; ++t, ++id) {
+                const int row = row0 + t / 10, column = column0 + t % 10;
+                const ZtLPos3f at((column * kPitch + 3000) / kFactor,
+                                  (row * kPitch + 1000) / kFactor, 1600 / kFactor);
+                const ZtLPos2f a = ZtOdPdsModelToCameraSpace(at, camera);
+                view->EditRedlines().PushBack(
+                    new ZtOpRedlineTag(id, id, a, a, 1, at, 0, ZtLBox3f()));
+                auto* comment = new ZtOpComment(id);
+                comment->SetBody(L"Check the support here.\r\nSee the line list.");
+                view->EditComments().PushBack(comment);
+            }
+            root->AddChild(view);
+        }
+    }
+    ~Scene() { std::filesystem::remove(std::filesystem::path(output)); }
+
+    std::wstring path;
+    std::wstring output;
+    ZtOpState state;
+    const ZtDgnModel* model = nullptr;
+};
+
+Scene& TheScene() {
+    static Scene scene;
+    return scene;
+}
+
+void Export(benchmark::State& state, bool buildIndex) {
+    Scene& scene = TheScene();
+    if (!scene.model) {
+        state.SkipWithError("the model did not load");
+        return;
+    }
+    ZtOdPdsTagExportPlugin plugin;
+    const ZtUWideString output(scene.output.c_str());
+    if (!buildIndex)
+        plugin.IExport(0, &scene.state, nullptr, &output);
+    ResetPeakMemory();
+    state.counters["start_MiB"] = StatusMiB("VmRSS:");
+    for (auto _ : state) {
+        if (buildIndex) {
+            state.PauseTiming();
+            scene.model->SetCache(nullptr);
+            scene.state.GetRootNode()->SetCache(nullptr);
+            state.ResumeTiming();
+        }
+        if (plugin.IExport(0, &scene.state, nullptr, &output) != 0) {
+            state.SkipWithError("the export failed");
+            return;
+        }
+    }
+    state.counters["tags"] = plugin.GetWrittenCount();
+    state.counters["filed"] =
+        plugin.GetWrittenCount() - static_cast<double>(plugin.GetUnfiledRecords()->Size());
+    state.counters["peak_MiB"] = StatusMiB("VmHWM:");
+}
+
+void BM_TagExportWithIndexBuild(benchmark::State& state) {
+    Export(state, true);
+}
+BENCHMARK(BM_TagExportWithIndexBuild)->Unit(benchmark::kMillisecond)->Iterations(3);
+
+void BM_TagExportIndexMade(benchmark::State& state) {
+    Export(state, false);
+}
+BENCHMARK(BM_TagExportIndexMade)->Unit(benchmark::kMillisecond)->Iterations(5);
+
+} // namespace
