@@ -1,14 +1,20 @@
 #include "loader/ZtOdPdsDriLoaderPlugin.h"
 
+#include "displaysets/ZtOdPdsDstImportAction.h"
+#include "displaysets/ZtOdPdsWalkDirectory.h"
 #include "loader/ZtOdPdsDriLoadRecord.h"
 #include "loader/ZtOdPdsDriValues.h"
 #include "plugin/ZtOdPdsStatus.h"
 #include "readers/ZtOdPdsBlock.h"
 #include "readers/ZtOdPdsBlockFileSource.h"
 #include "tags/ZtOdPdsFindUORsPerMaster.h"
+#include "tags/ZtOdPdsTagImportAction.h"
 #include "ztlinear/ZtLAffine3f.h"
+#include "ztobject/ZtOaPartition.h"
 #include "ztnav/ZtNvViewPoint.h"
 #include "ztplugin/ZtOpDB.h"
+#include "ztplugin/ZtOpNextCommentIdElement.h"
+#include "ztplugin/ZtOpSavedItemsElement.h"
 #include "ztplugin/ZtOpScene.h"
 #include "ztplugin/ZtOpSceneProps.h"
 #include "ztplugin/ZtOpSceneSet.h"
@@ -190,16 +196,42 @@ void ZtOdPdsDriLoaderPlugin::AddSceneRef(const ZtUWideStringBuffer& value,
 }
 
 int ZtOdPdsDriLoaderPlugin::IFinishSet(void* record, ZtOpSceneProps* props,
-                                       ZtOaPartition* partition, ZtOpProgress*) {
+                                       ZtOaPartition* partition, ZtOpProgress* progress) {
+    auto* loadRecord = static_cast<ZtOdPdsDriLoadRecord*>(record);
     if (props && partition) {
         SetDgnLoaderOption(savedDgnOption_);
         ZtNvViewPoint* viewPoint = props->EditCurrentView()->EditViewPoint();
         viewPoint->SetWorldUp(ZtLUnitVec3f::Z());
         viewPoint->SetParts(viewPoint->GetParts() | kWorldUpPart);
         ZtOpScene::DefaultInitializeViewPoint(viewPoint, partition);
+        if (loadRecord && state_) {
+            if (importTags_)
+                ImportTags(*loadRecord, *props, partition, progress);
+            if (importDisplaySets_)
+                ImportDisplaySets(*loadRecord, *props, progress);
+        }
     }
-    delete static_cast<ZtOdPdsDriLoadRecord*>(record);
+    delete loadRecord;
     return kZtOdPdsOk;
+}
+
+void ZtOdPdsDriLoaderPlugin::ImportTags(const ZtOdPdsDriLoadRecord& record, ZtOpSceneProps& props,
+                                        ZtOaPartition* partition, ZtOpProgress* progress) {
+    ZtOdPdsTagImportAction action(state_, partition);
+    ZtOdPdsWalkDirectory(record.directory.GetString(), L"tag", &action, progress);
+    if (ZtOpSavedViewsElement* views = ZtOpSavedViewsElement::Require(props))
+        action.AppendTo(views);
+    // Both next ids go past the highest id read, whatever the element held before.
+    if (ZtOpNextCommentIdElement* ids = ZtOpNextCommentIdElement::Require(props))
+        action.UpdateNextIds(ids);
+}
+
+void ZtOdPdsDriLoaderPlugin::ImportDisplaySets(const ZtOdPdsDriLoadRecord& record,
+                                               ZtOpSceneProps& props, ZtOpProgress* progress) {
+    ZtOdPdsDstImportAction action(state_);
+    ZtOdPdsWalkDirectory(record.directory.GetString(), L"dst", &action, progress);
+    if (ZtOpSelectionSetsElement* sets = ZtOpSelectionSetsElement::Require(props))
+        action.AppendTo(sets);
 }
 
 void ZtOdPdsDriLoaderPlugin::IPlaceSceneRef(void*, const ZtOpSceneSet* set, ZtOpSceneRef* ref,

@@ -76,6 +76,12 @@ private:
     void ReadBlock(ZtOdPdsBlock& block, const ZtOdPdsDriLoadRecord& record, ZtOpSceneSet* set);
     void AddSceneRef(const ZtUWideStringBuffer& name, const ZtOdPdsDriLoadRecord& record,
                      ZtOpSceneSet* set) const;
+    // The side files of the control file's folder, each kind read by one action and then
+    // handed to the scene's elements.
+    void ImportTags(const ZtOdPdsDriLoadRecord& record, ZtOpSceneProps& props,
+                    ZtOaPartition* partition, ZtOpProgress* progress);
+    void ImportDisplaySets(const ZtOdPdsDriLoadRecord& record, ZtOpSceneProps& props,
+                           ZtOpProgress* progress);
     // Sets option 10 of the host's DGN loader; returns its former value, or 1 when there
     // is no DGN loader.
     int SetDgnLoaderOption(int value);

@@ -148,11 +148,9 @@ int RunOpenStep(ZtOpState& state, ZtOpSceneSetPlugin& loader, const std::wstring
             progress->EndSubOperation();
     }
 
-    // The scene's properties start from the document's view and become its view.
-    ZtOpSceneProps props;
-    *props.EditCurrentView()->EditViewPoint() = state.GetCurrentViewPoint();
-    loader.IFinishSet(record, &props, state.GetRootNode(), progress);
-    state.EditCurrentViewPoint() = props.GetCurrentView()->GetViewPoint();
+    // The control file opens into the document: its view and side files go straight to
+    // the document's scene properties.
+    loader.IFinishSet(record, &state.EditSceneProps(), state.GetRootNode(), progress);
     *sceneSet = std::move(opened);
     return status;
 }

@@ -59,8 +59,7 @@ void WriteDocumentJson(JsonWriter& json, const ZtOpState& state) {
     WriteViewPointJson(json, state.GetCurrentViewPoint());
     json.EndObject();
     json.Key("savedViews");
-    json.BeginArray();
-    json.EndArray();
+    WriteSavedViewsJson(json, state);
     json.Key("selectionSets");
     WriteSelectionSetsJson(json, state);
     json.Key("nextIds");
@@ -168,6 +167,7 @@ std::string SummaryReport(Session& session) {
     if (session.sceneSet)
         AppendSceneSetSummary(out, *session.sceneSet);
     AppendModelsSummary(out, state);
+    AppendSavedViewsSummary(out, state);
     AppendSelectionSetsSummary(out, state);
     if (session.selections)
         AppendSelectionsTable(out, *session.selections);

@@ -3,6 +3,7 @@
 #include "ztobject/ZtOaPartition.h"
 #include "ztplugin/ZtOpElement.h"
 #include "ztplugin/ZtOpKernel.h"
+#include "ztplugin/ZtOpSceneProps.h"
 #include "ztutil/ZtUName.h"
 
 #include <cstdint>
@@ -26,22 +27,28 @@ public:
     ZtUNameDict* EditNameDict() { return &names_; }
     const ZtUNameDict& GetNameDict() const { return names_; }
 
-    const ZtNvViewPoint& GetCurrentViewPoint() const { return currentView_; }
-    ZtNvViewPoint& EditCurrentViewPoint() { return currentView_; }
+    const ZtNvViewPoint& GetCurrentViewPoint() const {
+        return sceneProps_.GetCurrentView()->GetViewPoint();
+    }
+    ZtNvViewPoint& EditCurrentViewPoint() {
+        return *sceneProps_.EditCurrentView()->EditViewPoint();
+    }
 
     // The next ids live in the next-comment-id element (GetNextTagId and GetNextCommentId
     // of ZtOpKernel read them); these set them, making the element if it is missing.
     void SetNextTagId(std::uint64_t id);
     void SetNextCommentId(std::uint64_t id);
 
-    // The document's elements (its saved selection sets among them) and their locks.
-    ZtOpElementList& EditElementList() { return elements_; }
-    const ZtOpElementList& GetElementList() const override { return elements_; }
+    // The properties of the document's scene: its current view, and its elements (saved
+    // views, selection sets, next ids) with their locks. A scene-set plug-in that opens a
+    // file into the document hands its results to these.
+    ZtOpSceneProps& EditSceneProps() { return sceneProps_; }
+    ZtOpElementList& EditElementList() { return sceneProps_; }
+    const ZtOpElementList& GetElementList() const override { return sceneProps_; }
 
 private:
     ZtUNameDict names_;
     // Declared after the names, which the models' properties use, so that it goes first.
     std::unique_ptr<ZtOaPartition> root_;
-    ZtNvViewPoint currentView_;
-    ZtOpElementList elements_;
+    ZtOpSceneProps sceneProps_;
 };
