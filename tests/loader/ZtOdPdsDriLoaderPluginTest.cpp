@@ -1,6 +1,9 @@
 #include "DriTestSupport.h"
 
+#include "support/ZtTestFiles.h"
+#include "ztlddgn/ZtDgnModel.h"
 #include "ztobject/ZtOaShape.h"
+#include "ztplugin/ZtOpSavedItemsElement.h"
 #include "ztplugin/ZtOpSceneProps.h"
 #include "ztplugin/ZtOpState.h"
 
@@ -193,6 +196,42 @@ TEST_F(LoaderPlugin, FinishSetsUpTheViewpointOverTheScene) {
     EXPECT_LT(camera.ViewDir().z, 0);
     EXPECT_GT(camera.GetUp().z, 0);
     EXPECT_NE(camera.HasValidFrustum(0.0), 0);
+}
+
+TEST_F(LoaderPlugin, SideFilesNeedTheRememberedStateAndARecord) {
+    ASSERT_TRUE(ZtTestWriteBytes(
+        folder_.File("a.tag"), "eye{0 -10 0}\ntarget{0 0 0}\ntag{5 1 0 0.0 0 0 0\ntext{3\nx}}\n"));
+    ASSERT_TRUE(ZtTestWriteBytes(folder_.File("b.dst"), "[DEFINITION SECTION]\n<Display Set>\n"
+                                                        "1 All\n<Definition>\nFIND Level 1\n"
+                                                        "END FIND\n"));
+    ZtOpState state;
+    ZtOaPartition partition(L"scene");
+    // The tags need a model with a units factor.
+    auto* model = new ZtDgnModel(L"a.dgn", state.EditNameDict());
+    model->SetUorsPerMaster(1000);
+    partition.AddChild(model);
+    ZtOpSceneSet set;
+    // Without a state the view is set up and the side files stay out.
+    {
+        ZtOpSceneProps props;
+        ASSERT_EQ(Read("DesignReview_Control{}", &set), 0);
+        loader_.IFinishSet(record_, &props, &partition, nullptr);
+        record_ = nullptr;
+        EXPECT_EQ(props.GetCurrentView()->GetViewPoint().GetParts() & 4, 4u);
+        EXPECT_EQ(props.Find(ZtOpSavedViewsElement::GetClass()), nullptr);
+        EXPECT_EQ(props.Find(ZtOpSelectionSetsElement::GetClass()), nullptr);
+    }
+    // With one, the tags and display sets go to the elements of the props, made on demand.
+    loader_.IStateCreated(&state);
+    ZtOpSceneProps props;
+    ASSERT_EQ(Read("DesignReview_Control{}", &set), 0);
+    loader_.IFinishSet(record_, &props, &partition, nullptr);
+    record_ = nullptr;
+    loader_.IStateDestroyed(&state);
+    ASSERT_NE(props.Find(ZtOpSavedViewsElement::GetClass()), nullptr);
+    ASSERT_NE(props.Find(ZtOpSelectionSetsElement::GetClass()), nullptr);
+    EXPECT_EQ(ZtOpSavedViewsElement::Require(props)->Get()->GetChildren().Size(), 1u);
+    EXPECT_EQ(ZtOpSelectionSetsElement::Require(props)->Get()->GetChildren().Size(), 1u);
 }
 
 TEST_F(LoaderPlugin, ComponentStartsAndEndsUnderItsName) {
