@@ -1,6 +1,7 @@
 #include "app/Application.h"
 
 #include "app/CommandLine.h"
+#include "app/RedlineOptions.h"
 #include "app/Report.h"
 #include "app/Session.h"
 #include "app/Steps.h"
@@ -63,6 +64,7 @@ int RunPdsReview(int argc, char** argv) {
         session.state.SetNextTagId(commandLine.nextIds->first);
         session.state.SetNextCommentId(commandLine.nextIds->second);
     }
+    ApplyRedlineOptions(session.state, commandLine.redlineColor, commandLine.redlineThickness);
     if (commandLine.uorsPerMaster) {
         auto* model = new ZtDgnModel(L"", session.state.EditNameDict());
         model->SetUorsPerMaster(*commandLine.uorsPerMaster);

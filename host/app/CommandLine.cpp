@@ -1,5 +1,7 @@
 #include "app/CommandLine.h"
 
+#include "app/RedlineOptions.h"
+
 #include <charconv>
 #include <climits>
 #include <cmath>
@@ -128,9 +130,20 @@ bool ParseCommandLine(const std::vector<std::string>& args, CommandLine* out, st
             line.open.importTags = false;
         } else if (arg == "--no-display-sets") {
             line.open.importDisplaySets = false;
-        } else if (arg == "--redline-color" || arg == "--redline-thickness") {
-            *error = "option " + arg + " is not available in this build yet";
-            return false;
+        } else if (arg == "--redline-color") {
+            if (!needValue(i))
+                return false;
+            ZtLColor3f color;
+            if (!ParseRedlineColor(args[++i], &color, error))
+                return false;
+            line.redlineColor = color;
+        } else if (arg == "--redline-thickness") {
+            if (!needValue(i))
+                return false;
+            int thickness = 0;
+            if (!ParseRedlineThickness(args[++i], &thickness, error))
+                return false;
+            line.redlineThickness = thickness;
         } else if (arg.rfind("--", 0) == 0) {
             *error = "unknown option " + arg;
             return false;

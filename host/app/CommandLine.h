@@ -1,5 +1,6 @@
 #pragma once
 #include "app/OpenStep.h"
+#include "ztlinear/ZtLColor3f.h"
 
 #include <optional>
 #include <string>
@@ -22,6 +23,8 @@ struct CommandLine {
     std::optional<std::pair<unsigned long long, unsigned long long>> nextIds; // tag, comment
     std::optional<double> uorsPerMaster; // a model with no elements and this factor
     OpenParameters open;                 // the loader's parameters for open steps
+    std::optional<ZtLColor3f> redlineColor;
+    std::optional<int> redlineThickness;
     std::vector<Step> steps;
 };
 
