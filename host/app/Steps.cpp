@@ -108,6 +108,6 @@ StepHandler FindStepHandler(const Session& session, const std::string& name, std
         }
         return entry.handler;
     }
-    *why = "step " + name + " is not available in this build yet";
+    *why = "unknown step '" + name + "'";
     return nullptr;
 }

@@ -16,6 +16,6 @@ using StepHandler = StepOutcome (*)(Session& session, const Step& step);
 // What a plug-in's status code says went wrong, for the user.
 const char* StatusMeaning(int status);
 
-// The handler of a step, or null with the reason in `why` for a step that this build,
-// with the loaded plug-in library, can't run.
+// The handler of a step, or null with the reason in `why` for a step that can't run with
+// the loaded plug-in library (its plug-in is missing, as outside control mode 0).
 StepHandler FindStepHandler(const Session& session, const std::string& name, std::string* why);
