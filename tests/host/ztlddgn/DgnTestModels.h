@@ -1,45 +1,26 @@
 #pragma once
 #include "support/ZtTestDgnWriter.h"
+#include "support/ZtTestFiles.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztlddgn/ZtDgnReader.h"
+#include "ztobject/ZtOaAttribute.h"
 #include "ztutil/ZtUName.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <filesystem>
-#include <fstream>
 #include <memory>
 #include <string>
 #include <vector>
 
-// A folder of its own for each test, with files written from bytes and read as models.
+// A temporary folder whose files are written from bytes and read back as models.
 class DgnTestFolder {
 public:
-    DgnTestFolder() {
-        const auto* info = ::testing::UnitTest::GetInstance()->current_test_info();
-        path_ = std::filesystem::temp_directory_path() /
-                ("ztlddgn-" + std::to_string(::getpid()) + "-" + info->test_suite_name() + "-" +
-                 info->name());
-        std::filesystem::remove_all(path_);
-        std::filesystem::create_directories(path_);
-    }
-    ~DgnTestFolder() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path_, ignored);
-    }
-    DgnTestFolder(const DgnTestFolder&) = delete;
-    DgnTestFolder& operator=(const DgnTestFolder&) = delete;
-
     std::wstring Write(const std::string& name, const std::vector<std::uint8_t>& bytes) const {
-        const std::filesystem::path file = path_ / name;
-        std::ofstream(file, std::ios::binary)
-            .write(reinterpret_cast<const char*>(bytes.data()),
-                   static_cast<std::streamsize>(bytes.size()));
-        return file.wstring();
+        EXPECT_TRUE(ZtTestWriteBytes(dir_.File(name), std::string(bytes.begin(), bytes.end())));
+        return dir_.WideFile(name);
     }
 
-    // Writes and reads back; null with the reason in `reason`.
+    // Null with the reason in `reason`.
     std::unique_ptr<ZtDgnModel> Load(const std::vector<std::uint8_t>& bytes,
                                      std::string* reason = nullptr,
                                      const std::string& name = "model.dgn") {
@@ -51,5 +32,15 @@ public:
     ZtUNameDict names;
 
 private:
-    std::filesystem::path path_;
+    ZtTestTempDir dir_;
 };
+
+// The factor where the library looks for it: the model's scene properties; -1 if absent.
+inline double DgnScenePropsFactor(const ZtDgnModel& model) {
+    const auto* props =
+        static_cast<const ZtOaPropertyAttribute*>(model.FindAttribute("ZtDgnSceneProps"));
+    if (!props || props->GetKind() != ZtOaAttribute::kPropertyAttribute)
+        return -1;
+    const ZtOaProperty* factor = props->GetPropertyVector().Find("ZtDgnUORsPerMaster");
+    return factor ? factor->GetValue().GetDouble() : -1;
+}

@@ -4,7 +4,6 @@
 #include "app/ModelStep.h"
 #include "support/ZtTestJson.h"
 #include "ztlddgn/ZtDgnLoaderPlugin.h"
-#include "ztobject/ZtOaAttribute.h"
 #include "ztplugin/ZtOpDB.h"
 #include "ztplugin/ZtOpState.h"
 
@@ -32,7 +31,6 @@ TEST(ZtDgnLoaderPlugin, IsRegisteredOnceWithOption10On) {
     ASSERT_TRUE(loader);
     EXPECT_EQ(ZtDgnRegisterLoaderPlugin(), loader);
     EXPECT_EQ(ZtOpDB::GetPluginByName("ZtKvcLoaderPlugin:ztlddgn"), loader);
-    EXPECT_TRUE(loader->IsScenePropsPlugin());
     EXPECT_TRUE(loader->IUnderstandsFile(L"/x/PIPES.DGN"));
     EXPECT_FALSE(loader->IUnderstandsFile(L"/x/pipes.kvc"));
     ZtUData value;
@@ -44,11 +42,10 @@ TEST(ZtDgnLoaderPlugin, IsRegisteredOnceWithOption10On) {
 TEST(ModelStep, AddsEachModelToTheSceneInLoadOrder) {
     DgnTestFolder folder;
     ZtTestDgnWriter pipes(3, {1000, 80, "m", "mm", {0, 0, 0}});
-    ZtTestDgnSymbology s;
-    s.level = 3;
-    s.colour = 2;
-    s.linkages = {{0, 0, 0, 0}, ZtTestDmrsLinkage(12, 70000), ZtTestOdbcLinkage(0, 5)};
-    pipes.Line(s, {-80000, 0, 0}, {160000, 80, 8});
+    pipes.Line({.level = 3,
+                .colour = 2,
+                .linkages = {{0, 0, 0, 0}, ZtTestDmrsLinkage(12, 70000), ZtTestOdbcLinkage(0, 5)}},
+               {-80000, 0, 0}, {160000, 80, 8});
     ZtTestDgnWriter steel(2, {12, 8000, "ft", "in", {0, 0, 0}});
     steel.BeginCell({});
     steel.Line({}, {0, 0, 0}, {96000, 0, 0});
@@ -64,32 +61,14 @@ TEST(ModelStep, AddsEachModelToTheSceneInLoadOrder) {
     ASSERT_EQ(RunModelStep(state, steelPath, &error), 0) << error;
     EXPECT_EQ(state.GetRootNode()->GetNumChildren(), 2);
 
+    // The corpus test compares the element fields; these are what it has no file for.
     const ZtTestJson models = ModelsJson(state, true);
     ASSERT_EQ(models.items.size(), 2u);
-    EXPECT_EQ(models[0]["file"].text, "pipes.dgn");
-    EXPECT_EQ(models[0]["uorsPerMaster"].number, 80000);
-    EXPECT_EQ(models[0]["dimension"].number, 3);
     EXPECT_FALSE(models[0]["dgnOption10AtLoad"].boolean);
-    EXPECT_EQ(models[1]["file"].text, "steel.dgn");
-    EXPECT_EQ(models[1]["masterUnit"].text, "ft");
-    EXPECT_EQ(models[1]["subUnit"].text, "in");
-    EXPECT_EQ(models[1]["elements"].number, 2);
     EXPECT_TRUE(models[1]["dgnOption10AtLoad"].boolean);
-
     const ZtTestJson& line = models[0]["elementList"][0];
-    EXPECT_EQ(line["index"].number, 1);
-    EXPECT_EQ(line["offset"].number, 1536);
-    EXPECT_EQ(line["level"].number, 3);
-    EXPECT_EQ(line["colour"].number, 2);
-    EXPECT_EQ(line["range"][0][0].number, -80000);
-    EXPECT_EQ(line["range"][1][2].number, 8);
-    EXPECT_EQ(line["box"][0][0].number, -1);
-    EXPECT_EQ(line["box"][1][0].number, 2);
     EXPECT_EQ(line["box"][1][2].number, 0.0001);
-    ASSERT_EQ(line["dmrs"].items.size(), 4u);
-    EXPECT_EQ(line["dmrs"][1].number, 12);
     EXPECT_EQ(line["dmrs"][2].number, 0x1170);
-    EXPECT_EQ(line["dmrs"][3].number, 1);
     const ZtTestJson& linkages = line["linkages"];
     ASSERT_EQ(linkages.items.size(), 3u);
     EXPECT_EQ(linkages[0]["kind"].text, "dmrs");
@@ -100,7 +79,6 @@ TEST(ModelStep, AddsEachModelToTheSceneInLoadOrder) {
     EXPECT_TRUE(models[1]["elementList"][0]["dmrs"].IsNull());
     EXPECT_FALSE(models[1]["elementList"][0]["complex"].boolean);
     EXPECT_TRUE(models[1]["elementList"][1]["complex"].boolean);
-
     EXPECT_FALSE(ModelsJson(state, false)[0].Has("elementList"));
 
     std::string summary;
@@ -117,10 +95,7 @@ TEST(ModelStep, AModelMadeInMemoryCarriesItsFactor) {
     auto* model = new ZtDgnModel(L"", state.EditNameDict());
     model->SetUorsPerMaster(2.5);
     state.GetRootNode()->AddChild(model);
-    const auto* props =
-        static_cast<const ZtOaPropertyAttribute*>(model->FindAttribute("ZtDgnSceneProps"));
-    ASSERT_TRUE(props);
-    EXPECT_EQ(props->GetPropertyVector().Find("ZtDgnUORsPerMaster")->GetValue().GetDouble(), 2.5);
+    EXPECT_EQ(DgnScenePropsFactor(*model), 2.5);
     const ZtTestJson models = ModelsJson(state, true);
     ASSERT_EQ(models.items.size(), 1u);
     EXPECT_EQ(models[0]["uorsPerMaster"].number, 2.5);

@@ -4,7 +4,7 @@
 #include "app/JsonWriter.h"
 #include "app/ModelStep.h"
 #include "support/ZtTestJson.h"
-#include "ztobject/ZtOaGroup.h"
+#include "ztobject/ZtOaTraversal.h"
 #include "ztplugin/ZtOpState.h"
 #include "ztutil/ZtUSysString.h"
 
@@ -28,34 +28,19 @@ protected:
     }
 };
 
-std::vector<std::uint16_t> HexWords(const std::string& text) {
-    std::vector<std::uint16_t> words;
-    std::istringstream in(text);
-    std::string word;
-    while (in >> word)
-        words.push_back(static_cast<std::uint16_t>(std::strtoul(word.c_str(), nullptr, 16)));
-    return words;
-}
-
 // The independent reading's DMRS words: the first four-word linkage without the user-data
 // bit whose words are not all zero.
-ZtTestJson ExpectedDmrs(const ZtTestJson& ulinks) {
-    ZtTestJson result;
+std::vector<double> ExpectedDmrs(const ZtTestJson& ulinks) {
     for (const ZtTestJson& link : ulinks.items) {
-        const std::vector<std::uint16_t> words = HexWords(link.text);
-        if (words.size() != 4 || (words[0] & 0x1000) ||
-            (words[0] | words[1] | words[2] | words[3]) == 0)
-            continue;
-        result.kind = ZtTestJson::kArray;
-        for (std::uint16_t w : words) {
-            ZtTestJson n;
-            n.kind = ZtTestJson::kNumber;
-            n.number = w;
-            result.items.push_back(n);
-        }
-        break;
+        std::vector<double> words;
+        std::istringstream in(link.text);
+        for (std::string word; in >> word;)
+            words.push_back(static_cast<double>(std::strtoul(word.c_str(), nullptr, 16)));
+        if (words.size() == 4 && !(static_cast<unsigned>(words[0]) & 0x1000) &&
+            (words[0] || words[1] || words[2] || words[3]))
+            return words;
     }
-    return result;
+    return {};
 }
 
 std::vector<double> Numbers(const ZtTestJson& array) {
@@ -143,9 +128,9 @@ TEST_P(ZtDgnCorpus, AgreesWithTheIndependentReadings) {
         EXPECT_EQ(e["weight"].number, feature[column["weight"]].number) << fid;
         EXPECT_EQ(e["style"].number, feature[column["style"]].number) << fid;
         EXPECT_EQ(e["graphicGroup"].number, feature[column["graphic_group"]].number) << fid;
-        const ZtTestJson dmrs = ExpectedDmrs(feature[column["ulink"]]);
-        EXPECT_EQ(e["dmrs"].IsNull(), dmrs.IsNull()) << fid;
-        EXPECT_EQ(Numbers(e["dmrs"]), Numbers(dmrs)) << fid;
+        const std::vector<double> dmrs = ExpectedDmrs(feature[column["ulink"]]);
+        EXPECT_EQ(e["dmrs"].IsNull(), dmrs.empty()) << fid;
+        EXPECT_EQ(Numbers(e["dmrs"]), dmrs) << fid;
     }
 }
 
@@ -156,30 +141,28 @@ TEST_F(ZtDgnCorpus, GroupsOfComplex2dHoldTheirComponents) {
     std::string error;
     ASSERT_EQ(RunModelStep(state, ZtUSysString::Utf8ToWide(kCorpus + "/complex2d.dgn"), &error), 0)
         << error;
-    const auto* model = static_cast<const ZtOaGroup*>(state.GetRootNode()->GetChild(0));
-    std::map<std::int64_t, std::vector<std::int64_t>> groups;
-    std::vector<std::int64_t> top;
-    for (int i = 0; i < model->GetNumChildren(); ++i) {
-        const ZtOaNode* node = model->GetChild(i);
-        top.push_back(node->GetElementIndex());
-        if (!node->IsGroup())
-            continue;
-        const auto* group = static_cast<const ZtOaGroup*>(node);
-        for (int c = 0; c < group->GetNumChildren(); ++c) {
-            const ZtOaNode* child = group->GetChild(c);
-            groups[node->GetElementIndex()].push_back(child->GetElementIndex());
-            if (child->IsGroup())
-                for (int g = 0; g < static_cast<const ZtOaGroup*>(child)->GetNumChildren(); ++g)
-                    groups[child->GetElementIndex()].push_back(
-                        static_cast<const ZtOaGroup*>(child)->GetChild(g)->GetElementIndex());
+    // Each node's index under its parent's; the model's own children are the top.
+    struct Collect : ZtOaTraversal {
+        std::vector<std::int64_t> top;
+        std::map<std::int64_t, std::vector<std::int64_t>> groups;
+        Result VisitNode(const ZtOaPathLink& link) override {
+            const ZtOaPathLink* parent = link.GetParent();
+            const std::int64_t index = link.GetNode()->GetElementIndex();
+            if (parent && !parent->GetParent())
+                top.push_back(index);
+            else if (parent)
+                groups[parent->GetNode()->GetElementIndex()].push_back(index);
+            return kContinue;
         }
-    }
-    EXPECT_EQ(top, (std::vector<std::int64_t>{3, 4, 7, 11, 14, 17, 23, 24, 25, 26, 27, 28, 29}));
+    } walk;
+    state.GetRootNode()->GetChild(0)->ApplyTraversal(&walk);
+    EXPECT_EQ(walk.top,
+              (std::vector<std::int64_t>{3, 4, 7, 11, 14, 17, 23, 24, 25, 26, 27, 28, 29}));
     const std::map<std::int64_t, std::vector<std::int64_t>> expected = {
         {4, {5, 6}},    {7, {8, 9, 10}},    {11, {12, 13}},
         {14, {15, 16}}, {17, {18, 21, 22}}, {18, {19, 20}},
     };
-    EXPECT_EQ(groups, expected);
+    EXPECT_EQ(walk.groups, expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(Files, ZtDgnCorpus,

@@ -63,7 +63,6 @@ TEST(ZtDgnMalformed, FilesThatGiveNoModelSayWhy) {
 }
 
 TEST(ZtDgnMalformed, PathsThatCannotBeRead) {
-    DgnTestFolder folder;
     std::string reason;
     EXPECT_FALSE(ZtDgnReadModel(L"/nonexistent/x.dgn", nullptr, true, nullptr, &reason));
     EXPECT_NE(reason.find("cannot open the file"), std::string::npos) << reason;
@@ -109,15 +108,11 @@ TEST(ZtDgnMalformed, ACutFileLoadsWhatComesBeforeTheCut) {
 
 TEST(ZtDgnMalformed, LinkagesThatOverrunTheirElementAreCutThere) {
     ZtTestDgnWriter writer(3, {});
-    ZtTestDgnSymbology s;
-    s.linkages = {ZtTestDmrsLinkage(5, 6), {0x10FF, 0x5E62, 1, 2}};
-    writer.Line(s, {0, 0, 0}, {1, 1, 1});
-    ZtTestDgnSymbology pointsOutside;
-    pointsOutside.linkages = {ZtTestDmrsLinkage(7, 8)};
-    const std::uint32_t outside = writer.Line(pointsOutside, {0, 0, 0}, {1, 1, 1});
-    ZtTestDgnSymbology padded;
-    padded.linkages = {ZtTestDmrsLinkage(9, 10), {0, 0}};
-    writer.Line(padded, {0, 0, 0}, {1, 1, 1});
+    writer.Line({.linkages = {ZtTestDmrsLinkage(5, 6), {0x10FF, 0x5E62, 1, 2}}}, {0, 0, 0},
+                {1, 1, 1});
+    const std::uint32_t outside =
+        writer.Line({.linkages = {ZtTestDmrsLinkage(7, 8)}}, {0, 0, 0}, {1, 1, 1});
+    writer.Line({.linkages = {ZtTestDmrsLinkage(9, 10), {0, 0}}}, {0, 0, 0}, {1, 1, 1});
     std::vector<std::uint8_t> bytes = writer.Bytes();
     ZtTestPutWord(bytes, writer.Offset(outside) + 30, 500); // attribute index past the end
     DgnTestFolder folder;

@@ -29,9 +29,7 @@ TEST(ZtDgnChunkedArray, ItemsKeepTheirPlaceAndOrderAcrossChunks) {
         EXPECT_EQ(alive.use_count(), 1001);
     }
     EXPECT_EQ(alive.use_count(), 1); // every item destroyed
-}
 
-TEST(ZtDgnChunkedArray, LargeChunksWork) {
     ZtDgnChunkedArray<std::uint64_t, 1 << 16> array; // chunks of 512 KiB, 1 MiB, 2 MiB, ...
     for (std::uint64_t i = 0; i < 600000; ++i)
         array.Emplace(i * 3);
