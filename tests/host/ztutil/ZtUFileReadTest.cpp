@@ -1,5 +1,6 @@
+#include "FileStreams.h"
+
 #include "support/ZtTestFiles.h"
-#include "ztutil/ZtUSysFile.h"
 #include "ztutil/ZtUSysString.h"
 
 #include <gtest/gtest.h>
@@ -13,30 +14,8 @@ namespace {
 using namespace std::string_literals;
 using Units = std::vector<unsigned>;
 
-constexpr unsigned kEnd = 0xFFFF;
 // The stream decodes in chunks of this many bytes; cases around it test the seams.
 constexpr std::size_t kChunk = 64 * 1024;
-
-ZtUFile* OpenForReading(const std::wstring& path) {
-    return ZtUSysFile::fopenW(path.c_str(), ZtUSysFile::kAccessRead, ZtUSysFile::kOpenExisting,
-                              ZtUSysFile::kTranslateText, ZtUSysFile::kShareReadWrite, 0, 384);
-}
-
-// Every character up to the end, and checks that the end stays the end.
-Units ReadUnits(const std::wstring& path) {
-    Units units;
-    ZtUFile* file = OpenForReading(path);
-    if (!file) {
-        ADD_FAILURE() << "cannot open " << ZtUSysString::WideToUtf8(path);
-        return units;
-    }
-    for (unsigned c; (c = ZtUSysFile::fgetwc(file)) != kEnd;)
-        units.push_back(c);
-    EXPECT_EQ(ZtUSysFile::fgetwc(file), kEnd);
-    EXPECT_EQ(ZtUSysFile::ferror(file), 0);
-    EXPECT_EQ(ZtUSysFile::fclose(file), 0);
-    return units;
-}
 
 // The same characters, taken with fgetws into an array of `count`.
 Units ReadUnitsByLines(const std::wstring& path, int count) {
@@ -74,57 +53,51 @@ Units Expected(const std::string& bytes) {
     return units;
 }
 
-TEST(ZtUFileRead, DecodesTheFixtures) {
+TEST(ZtUFileRead, DecodesFixturesAndShortFiles) {
     struct Case {
-        const char* file;
-        Units units;
-    };
-    const Case cases[] = {
-        // Only a leading BOM is skipped; a later U+FEFF is a character.
-        {"utf8_bom.txt", {'a', 0xFEFF, 'b', '\n'}},
-        // Surrogates pass through; the CR before a lone last byte stays, the byte goes.
-        {"utf16le_bom.txt", {'A', '\n', 'B', 0xD83D, 0xDE00, '\r'}},
-        {"utf16be_bom.txt", {'x', 0xE9, '\n', '\n', 'y'}},
-        {"utf16le_uffff.txt", {'a', 'b'}},
-        // Overlong forms, encoded surrogates, code points past U+10FFFF, stray and
-        // truncated sequences: each byte is a Latin-1 character.
-        {"invalid_utf8.txt",
-         {0xE9, 0xC0, 0xAF, 0xE0, 0x80, 0xAF, 0xED, 0xA0, 0x80, 0xF4, 0x90, 0x80, 0x80, 0x80, 0xFF,
-          0xD83D, 0xDE00, 0xE2, 0x82}},
-        {"line_ends.txt", {'a', '\n', 'b', '\r', 'c', '\n', '\n', '\r', '\r', 'd', '\r'}},
-        {"uffff.txt", {'a', 'b'}},
-        {"no_bom_latin1.txt", {'c', 'a', 'f', 0xE9, ' ', 0xA3}},
-        {"empty.txt", {}},
-        {"bom_only.txt", {}},
-        {"utf16_bom_only_odd.txt", {}},
-    };
-    for (const Case& c : cases) {
-        const std::wstring path = ZtTestWide(std::string(ZT_TEST_DIR "/fixtures/") + c.file);
-        EXPECT_EQ(ReadUnits(path), c.units) << c.file;
-        EXPECT_EQ(ReadUnitsByLines(path, 3), c.units) << c.file;
-    }
-}
-
-TEST(ZtUFileRead, ShortFilesAndPartialMarks) {
-    struct Case {
+        const char* fixture; // or null for `bytes`
         std::string bytes;
         Units units;
     };
     const Case cases[] = {
-        {"a", {'a'}},
-        {"\r", {'\r'}},
-        {"\r\n", {'\n'}},
-        {"\xff\xfe"s, {}},
-        {"\xfe\xff\x00"s, {}},
-        {"\xff\xfe\x0d\x00\x0a\x00"s, {'\n'}},
+        // Only a leading BOM is skipped; a later U+FEFF is a character.
+        {"utf8_bom.txt", "", {'a', 0xFEFF, 'b', '\n'}},
+        // Surrogates pass through; the CR before a lone last byte stays, the byte goes.
+        {"utf16le_bom.txt", "", {'A', '\n', 'B', 0xD83D, 0xDE00, '\r'}},
+        {"utf16be_bom.txt", "", {'x', 0xE9, '\n', '\n', 'y'}},
+        {"utf16le_uffff.txt", "", {'a', 'b'}},
+        // Overlong forms, encoded surrogates, code points past U+10FFFF, stray and
+        // truncated sequences: each byte is a Latin-1 character.
+        {"invalid_utf8.txt",
+         "",
+         {0xE9, 0xC0, 0xAF, 0xE0, 0x80, 0xAF, 0xED, 0xA0, 0x80, 0xF4, 0x90, 0x80, 0x80, 0x80, 0xFF,
+          0xD83D, 0xDE00, 0xE2, 0x82}},
+        {"line_ends.txt", "", {'a', '\n', 'b', '\r', 'c', '\n', '\n', '\r', '\r', 'd', '\r'}},
+        {"uffff.txt", "", {'a', 'b'}},
+        {"no_bom_latin1.txt", "", {'c', 'a', 'f', 0xE9, ' ', 0xA3}},
+        {"empty.txt", "", {}},
+        {"bom_only.txt", "", {}},
+        {"utf16_bom_only_odd.txt", "", {}},
+        {nullptr, "a", {'a'}},
+        {nullptr, "\r", {'\r'}},
+        {nullptr, "\r\n", {'\n'}},
+        {nullptr, "\xff\xfe"s, {}},
+        {nullptr, "\xfe\xff\x00"s, {}},
+        {nullptr, "\xff\xfe\x0d\x00\x0a\x00"s, {'\n'}},
         // Two bytes of a UTF-8 BOM are no mark.
-        {"\xef\xbb", {0xEF, 0xBB}},
-        {"\xef\xbb\xbf\xef\xbf\xbf", {}},
+        {nullptr, "\xef\xbb", {0xEF, 0xBB}},
+        {nullptr, "\xef\xbb\xbf\xef\xbf\xbf", {}},
     };
     ZtTestTempDir dir;
     for (const Case& c : cases) {
-        ASSERT_TRUE(ZtTestWriteBytes(dir.File("short.txt"), c.bytes));
-        EXPECT_EQ(ReadUnits(dir.WideFile("short.txt")), c.units) << c.bytes.size() << " bytes";
+        std::wstring path = dir.WideFile("short.txt");
+        if (c.fixture)
+            path = ZtTestWide(std::string(ZT_TEST_DIR "/fixtures/") + c.fixture);
+        else
+            ASSERT_TRUE(ZtTestWriteBytes(dir.File("short.txt"), c.bytes));
+        const std::string what = c.fixture ? c.fixture : std::to_string(c.bytes.size()) + " bytes";
+        EXPECT_EQ(ReadUnits(path), c.units) << what;
+        EXPECT_EQ(ReadUnitsByLines(path, 3), c.units) << what;
     }
 }
 
@@ -236,18 +209,6 @@ TEST(ZtUFileRead, ReadErrorEndsTheInputAndSetsTheFlag) {
     EXPECT_NE(ZtUSysFile::ferror(file), 0);
     EXPECT_EQ(ZtUSysFile::fgetwc(file), kEnd);
     ZtUSysFile::fclose(file);
-}
-
-TEST(ZtUFileRead, ReadingAWriteStreamGivesTheEnd) {
-    ZtTestTempDir dir;
-    ZtUFile* file = ZtUSysFile::fopenW(dir.WideFile("w.txt").c_str(), ZtUSysFile::kAccessWrite,
-                                       ZtUSysFile::kCreateAlways, ZtUSysFile::kTranslateText,
-                                       ZtUSysFile::kShareReadWrite, 0, 384);
-    ASSERT_NE(file, nullptr);
-    wchar_t line[8];
-    EXPECT_EQ(ZtUSysFile::fgetwc(file), kEnd);
-    EXPECT_EQ(ZtUSysFile::fgetws(line, 8, file), nullptr);
-    EXPECT_EQ(ZtUSysFile::fclose(file), 0);
 }
 
 } // namespace

@@ -35,8 +35,10 @@ TEST(ZtUWideStringBuffer, TrimsHostWhiteSpaceOnly) {
     EXPECT_EQ(b.Str(), L"a b \u00a0");
 }
 
-TEST(ZtUWideStringBuffer, ExtractSubStringClampsAtTheEnd) {
+TEST(ZtUWideStringBuffer, ReadsClampAtTheEnd) {
     ZtUWideStringBuffer b(L"FIND Level"), out(L"old");
+    EXPECT_EQ(b.CharAtPos(9), L'l');
+    EXPECT_EQ(b.CharAtPos(10), 0);
     b.ExtractSubString(0, 4, &out);
     EXPECT_EQ(out.Str(), L"FIND");
     b.ExtractSubString(5, 100, &out);
@@ -70,12 +72,6 @@ TEST(ZtUWideStringBuffer, FormatTakesWideStringsAndPortableIntegers) {
     const std::wstring big(5000, L'z');
     b.Format(L"<%s>", big.c_str());
     EXPECT_EQ(b.GetLength(), 5002u);
-}
-
-TEST(ZtUWideStringBuffer, CharAtPosPastTheEndIsZero) {
-    ZtUWideStringBuffer b(L"ab");
-    EXPECT_EQ(b.CharAtPos(1), L'b');
-    EXPECT_EQ(b.CharAtPos(2), 0);
 }
 
 } // namespace
