@@ -50,7 +50,7 @@ int RunPdsReview(int argc, char** argv) {
     ZtOpDB::SetControlMode(static_cast<ZtOpDB::EMode>(commandLine.controlMode));
     const std::string pluginPath =
         commandLine.pluginPath.empty() ? DefaultPluginPath() : commandLine.pluginPath;
-    if (!session.library.Load(pluginPath, "ztodpds", &error))
+    if (!session.LoadLibrary(pluginPath, &error))
         return Fail(error);
     // Refuse a run that can't be done before any step changes anything.
     std::vector<StepHandler> handlers;

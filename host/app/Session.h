@@ -24,6 +24,12 @@ struct StepResult {
 // The document is destroyed before the library, whose code its objects may still call.
 struct Session {
     explicit Session(const CommandLine& commandLine);
+    // Tells the plug-ins that the document goes, before it goes.
+    ~Session();
+
+    // Loads the plug-in library and tells its plug-ins of the document, as the host does
+    // when a document is created. False with the reason in `error`.
+    bool LoadLibrary(const std::string& path, std::string* error);
 
     const CommandLine& options;
     ZtOpPluginLibrary library;
