@@ -2,163 +2,146 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
+#include <utility>
 #include <vector>
 
 namespace {
 
-using Op = ZtOpFindConditionOp;
-using Flags = ZtOpFindConditionFlags;
+ZtUData Text(const wchar_t* text) {
+    ZtUData value;
+    value.SetWideString(text);
+    return value;
+}
 
 // An object with properties as a list, for the evaluator alone.
 class Target : public ZtOpFindTarget {
 public:
-    void Add(const ZtUName* category, const ZtUName* name, const wchar_t* text) {
+    struct Entry {
+        const ZtUName* category;
+        const ZtUName* name;
         ZtUData value;
-        value.SetWideString(text);
-        entries_.push_back({category, name, value});
-    }
-    void AddInt(const ZtUName* category, const ZtUName* name, int number) {
-        ZtUData value;
-        value.SetInt32(number);
-        entries_.push_back({category, name, value});
-    }
+    };
+    explicit Target(std::vector<Entry> entries) : entries_(std::move(entries)) {}
     std::size_t GetNumFindProperties() const override { return entries_.size(); }
     ZtOpFindProperty GetFindProperty(std::size_t index) const override {
         return {entries_[index].category, entries_[index].name, &entries_[index].value};
     }
 
 private:
-    struct Entry {
-        const ZtUName* category;
-        const ZtUName* name;
-        ZtUData value;
-    };
     std::vector<Entry> entries_;
 };
 
 class FindSpecEvaluation : public ::testing::Test {
 protected:
-    FindSpecEvaluation() {
-        element = names.Find(L"Element", "ZtDgnElement");
-        pds = names.Find(L"PDS", "ZtDgnPDSAttributes");
-        level = ZtUName::StandardName(17, &names);
-        colour = ZtUName::StandardName(18, &names);
-        file = ZtUName::StandardName(19, &names);
-        size = names.Find(L"size", "ZtDgnPDSAttribute");
-        target.Add(element, level, L"Level 3");
-        target.Add(element, colour, L"Colour 2");
-        target.Add(element, file, L"pipes.dgn");
-        target.Add(pds, size, L" 12.5 ");
-    }
-
     ZtOpFindCondition Make(const ZtUName* category, const ZtUName* property, unsigned flags, int op,
                            const wchar_t* text) {
-        ZtUData value;
-        value.SetWideString(text);
-        return ZtOpFindCondition(category, property, static_cast<Flags::Enum>(flags),
-                                 static_cast<Op::Enum>(op), value);
+        return ZtOpFindCondition(category, property,
+                                 static_cast<ZtOpFindConditionFlags::Enum>(flags),
+                                 static_cast<ZtOpFindConditionOp::Enum>(op), Text(text));
     }
 
     ZtUNameDict names;
-    const ZtUName* element;
-    const ZtUName* pds;
-    const ZtUName* level;
-    const ZtUName* colour;
-    const ZtUName* file;
-    const ZtUName* size;
-    Target target;
+    ZtUNameDict other;
+    const ZtUName* element = names.Find(L"Element", "ZtDgnElement");
+    const ZtUName* pds = names.Find(L"PDS", "ZtDgnPDSAttributes");
+    const ZtUName* level = ZtUName::StandardName(17, &names);
+    const ZtUName* colour = ZtUName::StandardName(18, &names);
+    const ZtUName* file = ZtUName::StandardName(19, &names);
+    const ZtUName* size = names.Find(L"size", "ZtDgnPDSAttribute");
+    Target plant{{{element, level, Text(L"Level 3")},
+                  {element, colour, Text(L"Colour 2")},
+                  {element, file, Text(L"pipes.dgn")},
+                  {pds, size, Text(L" 12.5 ")}}};
 };
 
 TEST_F(FindSpecEvaluation, ConditionOperatorsAndFlags) {
+    ZtUData forty;
+    forty.SetInt32(40);
+    const Target number({{pds, size, forty}});
+    const Target twoSizes({{pds, size, Text(L"1")}, {element, size, Text(L"2")}});
+    const Target* targets[] = {&plant, &number, &twoSizes};
+    const ZtUName* categories[] = {nullptr, element, pds};
+    const ZtUName* properties[] = {level,
+                                   colour,
+                                   file,
+                                   size,
+                                   ZtUName::StandardName(17, &other),
+                                   other.Find(L"Level", "Other")};
     struct Case {
+        int target;   // 0 plant, 1 the number 40, 2 two sizes
         int category; // 0 none, 1 element, 2 pds
-        int property; // 0 level, 1 colour, 2 file, 3 size
+        int property; // 0 level, 1 colour, 2 file, 3 size, 4 and 5 levels of another dictionary
         unsigned flags;
         int op;
         const wchar_t* value;
         bool matches;
     };
     const Case cases[] = {
-        {0, 0, 5, 6, L"Level 3", true},
-        {0, 0, 5, 6, L"level 3", true},  // flag 1 ignores case
-        {0, 0, 4, 6, L"level 3", false}, // without it case counts
-        {0, 0, 5, 7, L"Level 3", false},
-        {0, 0, 5, 7, L"Level 4", true},
-        {1, 0, 5, 6, L"Level 3", true},
-        {2, 0, 5, 6, L"Level 3", false}, // wrong category
-        {0, 3, 9, 6, L"12.50", true},    // numbers where both sides parse
-        {0, 3, 9, 8, L"100", true},      // 12.5 < 100 as numbers, not as text
-        {0, 3, 9, 11, L"9", true},
-        {0, 3, 9, 9, L"12.5", true},
-        {0, 3, 9, 10, L"13", false},
-        {0, 0, 9, 8, L"Level 30", true}, // text: "Level 3" sorts before "Level 30"
-        {0, 2, 5, 13, L"p*.dgn", true},
-        {0, 2, 5, 13, L"P?PES.DGN", true},
-        {0, 2, 4, 13, L"P?PES.DGN", false},
-        {0, 2, 5, 13, L"*.dg", false}, // the whole value must match
-        {0, 2, 37, 13, L"*.dg", true}, // flag 32: has it, and the match fails
-        {0, 3, 37, 13, L" 1*", false}, // ... the match holds
-        {2, 1, 37, 6, L"x", false},    // ... hasn't the property: fails
-        {0, 0, 37, 3, L"", true},      // flag 32 does nothing to operators 0 to 5
-        {0, 0, 5, 3, L"", true},
-        {0, 0, 5, 4, L"", false},
-        {2, 0, 5, 3, L"", false},
-        {2, 0, 5, 4, L"", true},
-        {1, 0, 5, 1, L"", true},
-        {2, 0, 5, 2, L"", false},
-        {0, 0, 5, 1, L"", false}, // no category to have
-        {0, 0, 5, 0, L"Level 3", false},
-        {0, 0, 5, 5, L"Level 3", false},
-        {0, 0, 5, 12, L"Level 3", false},
+        {0, 0, 0, 5, 6, L"Level 3", true},
+        {0, 0, 0, 5, 6, L"level 3", true},  // flag 1 ignores case
+        {0, 0, 0, 4, 6, L"level 3", false}, // without it case counts
+        {0, 0, 0, 5, 7, L"Level 3", false},
+        {0, 0, 0, 5, 7, L"Level 4", true},
+        {0, 1, 0, 5, 6, L"Level 3", true},
+        {0, 2, 0, 5, 6, L"Level 3", false}, // wrong category
+        {0, 0, 3, 9, 6, L"12.50", true},    // numbers where both sides parse
+        {0, 0, 3, 9, 8, L"100", true},      // 12.5 < 100 as numbers, not as text
+        {0, 0, 3, 9, 11, L"9", true},
+        {0, 0, 3, 9, 9, L"12.5", true},
+        {0, 0, 3, 9, 10, L"13", false},
+        {0, 0, 0, 9, 8, L"Level 30", true}, // text: "Level 3" sorts before "Level 30"
+        {0, 0, 2, 5, 13, L"p*.dgn", true},
+        {0, 0, 2, 5, 13, L"P?PES.DGN", true},
+        {0, 0, 2, 4, 13, L"P?PES.DGN", false},
+        {0, 0, 2, 5, 13, L"*.dg", false}, // the whole value must match
+        {0, 0, 2, 37, 13, L"*.dg", true}, // flag 32: has it, and the match fails
+        {0, 0, 3, 37, 13, L" 1*", false}, // ... the match holds
+        {0, 2, 1, 37, 6, L"x", false},    // ... hasn't the property: fails
+        {0, 0, 0, 37, 3, L"", true},      // flag 32 does nothing to operators 0 to 5
+        {0, 0, 0, 5, 3, L"", true},
+        {0, 0, 0, 5, 4, L"", false},
+        {0, 2, 0, 5, 3, L"", false},
+        {0, 2, 0, 5, 4, L"", true},
+        {0, 1, 0, 5, 1, L"", true},
+        {0, 2, 0, 5, 2, L"", false},
+        {0, 0, 0, 5, 1, L"", false}, // no category to have
+        {0, 0, 0, 5, 0, L"Level 3", false},
+        {0, 0, 0, 5, 5, L"Level 3", false},
+        {0, 0, 0, 5, 12, L"Level 3", false},
+        // Names of another dictionary are the same where both their forms are.
+        {0, 0, 4, 5, 6, L"Level 3", true},
+        {0, 0, 5, 5, 6, L"Level 3", false},
+        // Values that are not text compare by their text.
+        {1, 2, 3, 9, 6, L"40.0", true},
+        {1, 2, 3, 9, 13, L"4?", true},
+        // Any matching property counts; a negated condition needs all of them to fail.
+        {2, 0, 3, 9, 6, L"2", true},
+        {2, 0, 3, 41, 6, L"2", false},
+        {2, 2, 3, 41, 6, L"2", true},
     };
-    const ZtUName* categories[] = {nullptr, element, pds};
-    const ZtUName* properties[] = {level, colour, file, size};
     for (const Case& c : cases) {
         const ZtOpFindCondition condition =
             Make(categories[c.category], properties[c.property], c.flags, c.op, c.value);
-        EXPECT_EQ(ZtOpFindConditionMatches(condition, target), c.matches)
-            << "op " << c.op << " flags " << c.flags << " value "
-            << std::string(c.value, c.value + std::wcslen(c.value));
+        EXPECT_EQ(ZtOpFindConditionMatches(condition, *targets[c.target]), c.matches)
+            << "target " << c.target << " op " << c.op << " flags " << c.flags << " value "
+            << ::testing::PrintToString(c.value);
     }
-}
-
-TEST_F(FindSpecEvaluation, NamesFromAnotherDictionaryAreTheSameByTheirForms) {
-    ZtUNameDict other;
-    EXPECT_TRUE(ZtOpFindConditionMatches(
-        Make(nullptr, ZtUName::StandardName(17, &other), 5, 6, L"Level 3"), target));
-    EXPECT_FALSE(ZtOpFindConditionMatches(
-        Make(nullptr, other.Find(L"Level", "Other"), 5, 6, L"Level 3"), target));
-}
-
-TEST_F(FindSpecEvaluation, ValuesThatAreNotTextCompareByTheirText) {
-    Target numbers;
-    numbers.AddInt(pds, size, 40);
-    EXPECT_TRUE(ZtOpFindConditionMatches(Make(pds, size, 9, 6, L"40.0"), numbers));
-    EXPECT_TRUE(ZtOpFindConditionMatches(Make(pds, size, 9, 13, L"4?"), numbers));
-}
-
-TEST_F(FindSpecEvaluation, AnyMatchingPropertyCountsAndNegationNeedsAllToFail) {
-    Target two;
-    two.Add(pds, size, L"1");
-    two.Add(element, size, L"2");
-    EXPECT_TRUE(ZtOpFindConditionMatches(Make(nullptr, size, 9, 6, L"2"), two));
-    EXPECT_FALSE(ZtOpFindConditionMatches(Make(nullptr, size, 41, 6, L"2"), two));
-    EXPECT_TRUE(ZtOpFindConditionMatches(Make(pds, size, 41, 6, L"2"), two));
 }
 
 TEST_F(FindSpecEvaluation, SpecIsAnOrOfAndGroups) {
     ZtOpFindSpec spec;
-    EXPECT_FALSE(ZtOpFindSpecMatches(spec, target));
-    spec.AddCondition(Make(nullptr, level, 5, 6, L"Level 7"));
-    spec.AddCondition(Make(nullptr, colour, 5, 6, L"Colour 2"));
-    EXPECT_FALSE(ZtOpFindSpecMatches(spec, target));
-    spec.AddCondition(Make(nullptr, level, 69, 6, L"Level 3"));
-    EXPECT_TRUE(ZtOpFindSpecMatches(spec, target));
-    spec.AddCondition(Make(nullptr, colour, 5, 6, L"Colour 9"));
-    EXPECT_FALSE(ZtOpFindSpecMatches(spec, target));
-    spec.AddCondition(Make(nullptr, file, 69, 6, L"pipes.dgn"));
-    EXPECT_TRUE(ZtOpFindSpecMatches(spec, target));
+    EXPECT_FALSE(ZtOpFindSpecMatches(spec, plant));
+    const std::pair<ZtOpFindCondition, bool> steps[] = {
+        {Make(nullptr, level, 5, 6, L"Level 7"), false},
+        {Make(nullptr, colour, 5, 6, L"Colour 2"), false},
+        {Make(nullptr, level, 69, 6, L"Level 3"), true}, // flag 64 opens the next group
+        {Make(nullptr, colour, 5, 6, L"Colour 9"), false},
+        {Make(nullptr, file, 69, 6, L"pipes.dgn"), true},
+    };
+    for (const auto& [condition, matches] : steps) {
+        spec.AddCondition(condition);
+        EXPECT_EQ(ZtOpFindSpecMatches(spec, plant), matches) << spec.GetNumConditions();
+    }
 }
 
 TEST(ZtOpWildcardMatches, Patterns) {
@@ -184,7 +167,8 @@ TEST(ZtOpWildcardMatches, Patterns) {
     for (const Case& c : cases)
         EXPECT_EQ(ZtOpWildcardMatches(c.pattern, std::wcslen(c.pattern), c.text,
                                       std::wcslen(c.text), false),
-                  c.matches);
+                  c.matches)
+            << ::testing::PrintToString(c.pattern) << " " << ::testing::PrintToString(c.text);
 }
 
 } // namespace

@@ -58,9 +58,4 @@ TEST(ZtOpFilePlugin, UnderstandsFilesByExtensionIgnoringCase) {
     EXPECT_EQ(filter.Str(), L"*.dri");
 }
 
-TEST(ZtOpPlugin, HelpTopicsAreRecorded) {
-    ZtOpPlugin::InvokeHelp(nullptr, 61466);
-    EXPECT_EQ(ZtOpPlugin::GetLastHelpTopic(), 61466);
-}
-
 } // namespace

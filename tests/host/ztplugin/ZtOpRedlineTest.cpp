@@ -16,21 +16,24 @@ ZtNvCamera CameraWithHeightField(double radians) {
 
 TEST(ZtOpRedline, WindowToCameraSpaceScalesByTheHalfField) {
     struct Case {
+        bool yDown;
         ZtLPos2f window;
         ZtLPos2f camera;
     };
     // A field of 90 degrees: tan(h/2) is 1, so camera space is frustum space.
     const Case cases[] = {
-        {{0.5, 0.5}, {0, 0}},
-        {{1, 1}, {1, 1}},
-        {{0, 0.75}, {-1, 0.5}},
-        {{2, -1}, {3, -3}}, // outside the window is no error
+        {false, {0.5, 0.5}, {0, 0}},
+        {false, {1, 1}, {1, 1}},
+        {false, {0, 0.75}, {-1, 0.5}},
+        {false, {2, -1}, {3, -3}}, // outside the window is no error
+        {false, {0.5, 0.25}, {0, -0.5}},
+        {true, {0.5, 0.25}, {0, 0.5}}, // y down counts the window from its top
     };
     const ZtNvCamera camera = CameraWithHeightField(std::numbers::pi / 2);
     for (const Case& c : cases) {
-        const ZtLPos2f got = ZtOpRedline::WindowToCameraSpace(camera, false, c.window);
-        EXPECT_NEAR(got.x, c.camera.x, 1e-15);
-        EXPECT_NEAR(got.y, c.camera.y, 1e-15);
+        const ZtLPos2f got = ZtOpRedline::WindowToCameraSpace(camera, c.yDown, c.window);
+        EXPECT_NEAR(got.x, c.camera.x, 1e-15) << c.window.x << "," << c.window.y;
+        EXPECT_NEAR(got.y, c.camera.y, 1e-15) << c.window.x << "," << c.window.y;
     }
     // 60 degrees: the window's top edge is tan 30 degrees above the line of sight.
     const ZtLPos2f top = ZtOpRedline::WindowToCameraSpace(
@@ -48,14 +51,6 @@ TEST(ZtOpRedline, CameraToWindowSpaceIsTheInverse) {
             EXPECT_NEAR(back.x, window.x, 1e-14);
             EXPECT_NEAR(back.y, window.y, 1e-14);
         }
-}
-
-TEST(ZtOpRedline, YDownCountsTheWindowFromItsTop) {
-    const ZtNvCamera camera = CameraWithHeightField(std::numbers::pi / 2);
-    const ZtLPos2f up = ZtOpRedline::WindowToCameraSpace(camera, false, ZtLPos2f(0.5, 0.25));
-    const ZtLPos2f down = ZtOpRedline::WindowToCameraSpace(camera, true, ZtLPos2f(0.5, 0.25));
-    EXPECT_NEAR(up.y, -0.5, 1e-15);
-    EXPECT_NEAR(down.y, 0.5, 1e-15);
 }
 
 } // namespace

@@ -1,7 +1,7 @@
+#include "ztplugin/ZtOpState.h"
 #include "ztplugin/ZtOpLock.h"
 #include "ztplugin/ZtOpNextCommentIdElement.h"
 #include "ztplugin/ZtOpSavedItemsElement.h"
-#include "ztplugin/ZtOpState.h"
 
 #include <gtest/gtest.h>
 
@@ -9,13 +9,46 @@ namespace {
 
 TEST(ZtOpState, ANewDocumentsElementsAndTools) {
     ZtOpState state;
-    EXPECT_NE(ZtOpSavedViewsElement::Get(&state), nullptr);
+    ASSERT_NE(ZtOpSavedViewsElement::Get(&state), nullptr);
     EXPECT_EQ(ZtOpSavedViewsElement::Get(&state)->Get()->GetNumChildren(), 0u);
-    EXPECT_NE(ZtOpSelectionSetsElement::Get(&state), nullptr);
+    const ZtOpSelectionSetsElement* sets = ZtOpSelectionSetsElement::Get(&state);
+    ASSERT_NE(sets, nullptr);
+    EXPECT_EQ(sets->Get()->GetNumChildren(), 0u);
+    EXPECT_EQ(ZtOpSelectionSetsElement::Require(state.EditElementList()), sets);
+    EXPECT_EQ(ZtOpSelectionSetsElement::Get(nullptr), nullptr);
+    EXPECT_EQ(ZtOpSavedViewsElement::Get(nullptr), nullptr);
     EXPECT_EQ(state.GetNextTagId(0), 1u);
     EXPECT_EQ(state.GetNextCommentId(0), 1u);
-    EXPECT_EQ(state.GetRedlineTool()->GetCurLineColor(), ZtLColor3f(1, 0, 0));
-    EXPECT_EQ(state.GetRedlineTool()->GetCurLineThickness(), 1);
+}
+
+template <class Element> void* EditOf(ZtOpState* state, ZtOpLock* lock) {
+    return Element::Edit(state, lock);
+}
+
+TEST(ZtOpState, AnElementIsEditedOnlyUnderALockOfItsClassAndState) {
+    const std::pair<const ZtOpElementClass*, void* (*)(ZtOpState*, ZtOpLock*)> elements[] = {
+        {ZtOpNextCommentIdElement::GetClass(), EditOf<ZtOpNextCommentIdElement>},
+        {ZtOpSelectionSetsElement::GetClass(), EditOf<ZtOpSelectionSetsElement>},
+        {ZtOpSavedViewsElement::GetClass(), EditOf<ZtOpSavedViewsElement>},
+    };
+    ZtOpState state;
+    ZtOpState other;
+    for (const auto& [elementClass, edit] : elements) {
+        EXPECT_EQ(edit(&state, nullptr), nullptr) << elementClass->name;
+        {
+            ZtOpAutoLock lock(elementClass, &state, 0);
+            EXPECT_TRUE(state.GetElementList().IsLocked(elementClass));
+            EXPECT_NE(edit(&state, lock), nullptr) << elementClass->name;
+            EXPECT_EQ(edit(&other, lock), nullptr) << elementClass->name;
+            for (const auto& [otherClass, otherEdit] : elements)
+                if (otherClass != elementClass) {
+                    EXPECT_EQ(otherEdit(&state, lock), nullptr) << elementClass->name;
+                }
+        }
+        EXPECT_FALSE(state.GetElementList().IsLocked(elementClass));
+    }
+    ZtOpAutoLock stateless(ZtOpSelectionSetsElement::GetClass(), nullptr, 0);
+    EXPECT_EQ(static_cast<ZtOpLock*>(stateless), nullptr);
 }
 
 TEST(ZtOpState, TheNextIdsLiveInTheirElement) {
@@ -26,22 +59,11 @@ TEST(ZtOpState, TheNextIdsLiveInTheirElement) {
     ASSERT_NE(element, nullptr);
     EXPECT_EQ(element->GetTagId(), 7u);
     EXPECT_EQ(element->GetCommentId(), 12u);
-    {
-        ZtOpAutoLock lock(ZtOpNextCommentIdElement::GetClass(), &state, 0);
-        ZtOpNextCommentIdElement* edit = ZtOpNextCommentIdElement::Edit(&state, lock);
-        ASSERT_NE(edit, nullptr);
-        edit->EditTagId() = 40;
-        edit->EditCommentId() = 41;
-        // A lock of another class does not cover it.
-        ZtOpAutoLock other(ZtOpSavedViewsElement::GetClass(), &state, 0);
-        EXPECT_EQ(ZtOpNextCommentIdElement::Edit(&state, other), nullptr);
-        EXPECT_EQ(ZtOpSavedViewsElement::Edit(&state, lock), nullptr);
-        EXPECT_NE(ZtOpSavedViewsElement::Edit(&state, other), nullptr);
-    }
+    ZtOpAutoLock lock(ZtOpNextCommentIdElement::GetClass(), &state, 0);
+    ZtOpNextCommentIdElement::Edit(&state, lock)->EditTagId() = 40;
+    ZtOpNextCommentIdElement::Edit(&state, lock)->EditCommentId() = 41;
     EXPECT_EQ(state.GetNextTagId(), 40u);
     EXPECT_EQ(state.GetNextCommentId(), 41u);
-    EXPECT_EQ(ZtOpNextCommentIdElement::Edit(&state, nullptr), nullptr);
-    EXPECT_EQ(ZtOpSavedViewsElement::Get(nullptr), nullptr);
 }
 
 } // namespace

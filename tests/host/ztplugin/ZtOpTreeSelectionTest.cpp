@@ -12,40 +12,27 @@ namespace {
 
 using Properties = std::vector<std::pair<ZtUName*, ZtOaProperty>>;
 
-void Visit(const Properties& properties, ZtOaPropertyVisitor& visitor) {
-    for (const auto& [category, property] : properties)
-        visitor.Visit(category, property);
+// A node that stands for element `index`, with the given properties: an element on a
+// ZtOaNode, a cell (an element that is a group of elements) on a ZtOaGroup.
+template <class Base> class Indexed : public Base {
+public:
+    template <class... Args>
+    Indexed(std::int64_t index, Properties properties, Args... args)
+        : Base(args...), index_(index), properties_(std::move(properties)) {}
+    void VisitProperties(ZtOaPropertyVisitor& visitor) const override {
+        for (const auto& [category, property] : properties_)
+            visitor.Visit(category, property);
+    }
+    std::int64_t GetElementIndex() const override { return index_; }
+
+private:
+    std::int64_t index_;
+    Properties properties_;
+};
+
+ZtOaNode* Element(std::int64_t index, Properties properties) {
+    return new Indexed<ZtOaNode>(index, std::move(properties), ZtOaNode::kGeometryBit);
 }
-
-class Element : public ZtOaNode {
-public:
-    Element(std::int64_t index, Properties properties)
-        : ZtOaNode(kGeometryBit), index_(index), properties_(std::move(properties)) {}
-    void VisitProperties(ZtOaPropertyVisitor& visitor) const override {
-        Visit(properties_, visitor);
-    }
-    std::int64_t GetElementIndex() const override { return index_; }
-
-private:
-    std::int64_t index_;
-    Properties properties_;
-};
-
-// A cell: an element that is a group of elements.
-class Cell : public ZtOaGroup {
-public:
-    Cell(std::int64_t index, Properties properties)
-        : ZtOaGroup(0, Ownership::kOwnsChildren), index_(index),
-          properties_(std::move(properties)) {}
-    void VisitProperties(ZtOaPropertyVisitor& visitor) const override {
-        Visit(properties_, visitor);
-    }
-    std::int64_t GetElementIndex() const override { return index_; }
-
-private:
-    std::int64_t index_;
-    Properties properties_;
-};
 
 TEST(ZtOpSelectInTree, EvaluatesEverySpecOnEveryElementNode) {
     ZtUNameDict names;
@@ -58,15 +45,15 @@ TEST(ZtOpSelectInTree, EvaluatesEverySpecOnEveryElementNode) {
     };
     ZtOaPartition root(L"document");
     auto* first = new ZtOaPartition(L"a.dgn");
-    first->AddChild(new Element(1, levelProperty(L"Level 3")));
-    auto* cell = new Cell(2, levelProperty(L"Level 4"));
-    cell->AddChild(new Element(3, levelProperty(L"Level 3")));
+    first->AddChild(Element(1, levelProperty(L"Level 3")));
+    auto* cell = new Indexed<ZtOaGroup>(2, levelProperty(L"Level 4"));
+    cell->AddChild(Element(3, levelProperty(L"Level 3")));
     first->AddChild(cell);
     // A node that stands for no element is not evaluated, whatever it holds.
-    first->AddChild(new Element(-1, levelProperty(L"Level 3")));
+    first->AddChild(Element(-1, levelProperty(L"Level 3")));
     root.AddChild(first);
     auto* second = new ZtOaPartition(L"b.dgn");
-    second->AddChild(new Element(1, levelProperty(L"Level 3")));
+    second->AddChild(Element(1, levelProperty(L"Level 3")));
     root.AddChild(second);
 
     auto spec = [&](const wchar_t* text) {
