@@ -8,7 +8,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <string>
+#include <utility>
 #include <vector>
 
 // Feeds display sets line by line, holding each as the definition section does, and
@@ -50,17 +52,11 @@ protected:
     // word, "*" for a new alternative, "~op" for an operator other than 6, "+flags" for
     // flags other than 5 and 64.
     std::vector<std::string> Conditions(std::size_t index) const {
-        std::vector<std::string> out;
-        const ZtOpFindSpec& spec = Spec(index);
-        for (std::size_t i = 0; i < spec.GetNumConditions(); ++i) {
-            std::string text = Short(spec.GetCondition(i));
-            for (const char* word : {"Level ", "Colour "}) {
-                const std::size_t at = text.find(word);
-                if (at != std::string::npos)
-                    text.replace(at, std::string(word).size(), word[0] == 'L' ? "L" : "C");
-            }
-            out.push_back(text);
-        }
+        std::vector<std::string> out = Each(Spec(index), Short);
+        for (std::string& text : out)
+            for (const auto& [word, letter] : {std::pair{"Level ", "L"}, {"Colour ", "C"}})
+                if (const std::size_t at = text.find(word); at != std::string::npos)
+                    text.replace(at, std::strlen(word), letter);
         return out;
     }
 

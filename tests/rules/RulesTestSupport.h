@@ -5,6 +5,8 @@
 #include "ztplugin/ZtOpFindSpec.h"
 #include "ztutil/ZtUSysString.h"
 
+#include <cstdlib>
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -51,6 +53,41 @@ inline std::string Infix(const ZtOdPdsNode* node) {
            Infix(operation->GetRight()) + ")";
 }
 
+// The expression of an infix form as Infix writes it, with leaves from Leaf: "null" for
+// no node, "W~13" for a leaf with operator 13. `text` is left behind what was read.
+inline ZtOdPdsNode* Parse(ZtUNameDict& names, const char*& text) {
+    const bool negated = *text == '!';
+    text += negated;
+    ZtOdPdsNode* node = nullptr;
+    if (*text == '(') {
+        ++text;
+        ZtOdPdsNode* left = Parse(names, text);
+        const bool isAnd = std::strncmp(text, " AND ", 5) == 0;
+        text += isAnd ? 5 : 4;
+        ZtOdPdsNode* right = Parse(names, text);
+        ++text;
+        node = isAnd ? And(left, right) : Or(left, right);
+    } else {
+        const std::wstring label(text, text + std::strcspn(text, " )~"));
+        text += label.size();
+        int op = ZtOpFindConditionOp::kEqual;
+        if (*text == '~') {
+            op = std::atoi(++text);
+            text += std::strspn(text, "0123456789");
+        }
+        if (label != L"null")
+            node = Leaf(names, label.c_str(), static_cast<ZtOpFindConditionOp::Enum>(op));
+    }
+    if (negated)
+        node->ToggleNegated();
+    return node;
+}
+
+inline ZtOdPdsNode* Parse(ZtUNameDict& names, const std::string& infix) {
+    const char* text = infix.c_str();
+    return Parse(names, text);
+}
+
 // A condition as "value" with its operator and flags where they differ from those of
 // Leaf: "~op" for another operator, "+flags" for flags other than 5 and 64, and a "*"
 // in front for flag 64. Enough for specs whose conditions come from Leaf.
@@ -68,13 +105,6 @@ inline std::string Short(const ZtOpFindCondition& condition) {
     return text;
 }
 
-inline std::vector<std::string> Shorts(const ZtOpFindSpec& spec) {
-    std::vector<std::string> out;
-    for (std::size_t i = 0; i < spec.GetNumConditions(); ++i)
-        out.push_back(Short(spec.GetCondition(i)));
-    return out;
-}
-
 // Everything of a condition: "category|property|flags|op|value", with the internal and
 // display form of each name ("-" for none).
 inline std::string Full(const ZtOpFindCondition& condition) {
@@ -86,9 +116,11 @@ inline std::string Full(const ZtOpFindCondition& condition) {
            "|" + Narrow(condition.GetValue().GetWideString());
 }
 
-inline std::vector<std::string> Fulls(const ZtOpFindSpec& spec) {
+// Every condition of a spec in one of the forms above: Each(spec, Short).
+inline std::vector<std::string> Each(const ZtOpFindSpec& spec,
+                                     std::string (*form)(const ZtOpFindCondition&)) {
     std::vector<std::string> out;
     for (std::size_t i = 0; i < spec.GetNumConditions(); ++i)
-        out.push_back(Full(spec.GetCondition(i)));
+        out.push_back(form(spec.GetCondition(i)));
     return out;
 }

@@ -7,42 +7,34 @@
 
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 namespace {
 
+// A criterion as "kind:" and what it parsed: "2:3,7" for levels, "1:[a.dgn],[b.dgn]" for
+// names, "0:[attribute]comparison[value]" for data.
 std::string Describe(const ZtOdPdsCriterion& criterion) {
     std::string out = std::to_string(criterion.GetKind()) + ":";
-    auto strings = [&](const ZtUOwnPtrVector<ZtUWideString>& list) {
-        for (std::size_t i = 0; i < list.Size(); ++i)
-            out += (i ? "," : "") + ("[" + Narrow(list[i]->Str()) + "]");
+    auto list = [&out](const auto& items) {
+        for (std::size_t i = 0; i < items.Size(); ++i) {
+            if constexpr (std::is_same_v<std::decay_t<decltype(items)>, ZtUInt32Vector>)
+                out += (i ? "," : "") + std::to_string(items[i]);
+            else
+                out += (i ? ",[" : "[") + Narrow(items[i]->Str()) + "]";
+        }
     };
-    auto numbers = [&](const ZtUInt32Vector& list) {
-        for (std::size_t i = 0; i < list.Size(); ++i)
-            out += (i ? "," : "") + std::to_string(list[i]);
-    };
-    switch (criterion.GetKind()) {
-    case ZtOdPdsCriterion::kData: {
-        const auto& data = static_cast<const ZtOdPdsDataCriterion&>(criterion);
-        out += "[" + Narrow(data.GetAttribute().Str()) + "]" +
-               std::to_string(data.GetComparison()) + "[" + Narrow(data.GetValue().Str()) + "]";
-        break;
-    }
-    case ZtOdPdsCriterion::kFile:
-        strings(static_cast<const ZtOdPdsFileCriterion&>(criterion).GetFiles());
-        break;
-    case ZtOdPdsCriterion::kLevel:
-        numbers(static_cast<const ZtOdPdsLevelCriterion&>(criterion).GetLevels());
-        break;
-    case ZtOdPdsCriterion::kColour:
-        numbers(static_cast<const ZtOdPdsColourCriterion&>(criterion).GetColours());
-        break;
-    case ZtOdPdsCriterion::kDisplaySet:
-        strings(static_cast<const ZtOdPdsDisplaySetCriterion&>(criterion).GetSets());
-        break;
-    default:
-        break;
-    }
+    if (const auto* data = dynamic_cast<const ZtOdPdsDataCriterion*>(&criterion))
+        out += "[" + Narrow(data->GetAttribute().Str()) + "]" +
+               std::to_string(data->GetComparison()) + "[" + Narrow(data->GetValue().Str()) + "]";
+    else if (const auto* files = dynamic_cast<const ZtOdPdsFileCriterion*>(&criterion))
+        list(files->GetFiles());
+    else if (const auto* levels = dynamic_cast<const ZtOdPdsLevelCriterion*>(&criterion))
+        list(levels->GetLevels());
+    else if (const auto* colours = dynamic_cast<const ZtOdPdsColourCriterion*>(&criterion))
+        list(colours->GetColours());
+    else if (const auto* sets = dynamic_cast<const ZtOdPdsDisplaySetCriterion*>(&criterion))
+        list(sets->GetSets());
     return out;
 }
 
@@ -96,71 +88,57 @@ protected:
     CriterionEvaluation() { context.names = &names; }
     ~CriterionEvaluation() override { ZtOdPdsDisplaySetDict::Destroy(); }
 
-    // The statement names of the tree and its conditions in full.
-    std::pair<std::string, std::vector<std::string>> Evaluate(const wchar_t* text) {
+    // The tree of a criterion in infix ("null" for none) and, if it is complete, its
+    // conditions in full.
+    std::vector<std::string> Evaluate(const wchar_t* text) {
         std::unique_ptr<ZtOdPdsCriterion> criterion(ZtOdPdsMakeCriterion(text));
         ZtOdPdsNode* tree = criterion->Evaluate(&context);
         if (!tree)
-            return {"null", {}};
+            return {"null"};
         tree->AddRef();
-        const std::string infix = Infix(tree);
-        ZtOdPdsFindSpecBuilder builder(L"x");
-        tree->Emit(builder);
+        std::vector<std::string> out{Infix(tree)};
+        if (tree->IsComplete()) {
+            ZtOdPdsFindSpecBuilder builder(L"x");
+            tree->Emit(builder);
+            for (const std::string& condition : Each(builder.GetFindSpec(), Full))
+                out.push_back(condition);
+        }
         tree->Release();
-        return {infix, Fulls(builder.GetFindSpec())};
+        return out;
     }
 
     ZtUNameDict names;
     ZtOdPdsDstContext context;
 };
 
-TEST_F(CriterionEvaluation, ListsBecomeLeftDeepOrChainsOfConditions) {
-    const auto levels = Evaluate(L"Level 3, 7,9");
-    EXPECT_EQ(levels.first, "((L3 OR L7) OR L9)");
-    EXPECT_EQ(levels.second, (std::vector<std::string>{
-                                 "-|ZtStdLevel/Level|5|6|Level 3",
-                                 "-|ZtStdLevel/Level|69|6|Level 7",
-                                 "-|ZtStdLevel/Level|69|6|Level 9",
-                             }));
-    EXPECT_EQ(Evaluate(L"Color 2").second,
-              (std::vector<std::string>{"-|ZtStdColour/Colour|5|6|Colour 2"}));
-    const auto files = Evaluate(L"File a.dgn , b.dgn");
-    EXPECT_EQ(files.first, "(a.dgn OR b.dgn)");
-    EXPECT_EQ(files.second, (std::vector<std::string>{
-                                "-|ZtStdSourceFile/Source File|5|6|a.dgn",
-                                "-|ZtStdSourceFile/Source File|69|6|b.dgn",
-                            }));
-    EXPECT_EQ(Evaluate(L"Level").first, "null");
-}
-
-TEST_F(CriterionEvaluation, DataBecomesOneConditionOnAPdsAttribute) {
-    const auto data = Evaluate(L"Data line_id  >= 4*");
-    EXPECT_EQ(data.first, "line_id=4*");
-    EXPECT_EQ(data.second, (std::vector<std::string>{
-                               "ZtDgnPDSAttributes/PDS|ZtDgnPDSAttribute/line_id|9|13|4*"}));
-    const std::pair<const wchar_t*, int> operators[] = {
-        {L"Data a  = 1", 6}, {L"Data a  > 1", 11}, {L"Data a  >= 1", 10},
-        {L"Data a  < 1", 8}, {L"Data a  <= 1", 9}, {L"Data a", 0},
+TEST_F(CriterionEvaluation, ListsBecomeLeftDeepOrChainsAndDataOneConditionOnAPdsAttribute) {
+    struct Case {
+        const wchar_t* text;
+        std::vector<std::string> tree; // infix, then the conditions
     };
-    for (const auto& [text, op] : operators) {
-        std::unique_ptr<ZtOdPdsCriterion> criterion(ZtOdPdsMakeCriterion(text));
-        ZtOdPdsNode* tree = criterion->Evaluate(&context);
-        tree->AddRef();
-        EXPECT_EQ(static_cast<ZtOdPdsStatement*>(tree)->GetCondition().GetCondition(), op)
-            << Narrow(text);
-        tree->Release();
-    }
-}
-
-TEST_F(CriterionEvaluation, UnknownDisplaySetsGiveNullOrANullOperand) {
-    EXPECT_EQ(Evaluate(L"Display Set nowhere").first, "null");
-    std::unique_ptr<ZtOdPdsCriterion> criterion(ZtOdPdsMakeCriterion(L"Display Set a, b"));
-    ZtOdPdsNode* tree = criterion->Evaluate(&context);
-    ASSERT_NE(tree, nullptr);
-    tree->AddRef();
-    EXPECT_EQ(Infix(tree), "(null OR null)");
-    EXPECT_EQ(tree->IsComplete(), 0);
-    tree->Release();
+    const std::string level = "-|ZtStdLevel/Level|";
+    const std::string file = "-|ZtStdSourceFile/Source File|";
+    const std::string pds = "ZtDgnPDSAttributes/PDS|ZtDgnPDSAttribute/";
+    const Case cases[] = {
+        {L"Level 3, 7,9",
+         {"((L3 OR L7) OR L9)", level + "5|6|Level 3", level + "69|6|Level 7",
+          level + "69|6|Level 9"}},
+        {L"Color 2", {"C2", "-|ZtStdColour/Colour|5|6|Colour 2"}},
+        {L"File a.dgn , b.dgn", {"(a.dgn OR b.dgn)", file + "5|6|a.dgn", file + "69|6|b.dgn"}},
+        {L"Level", {"null"}},
+        {L"Data line_id  >= 4*", {"line_id=4*", pds + "line_id|9|13|4*"}},
+        {L"Data a  = 1", {"a=1", pds + "a|9|6|1"}},
+        {L"Data a  > 1", {"a=1", pds + "a|9|11|1"}},
+        {L"Data a  >= 1", {"a=1", pds + "a|9|10|1"}},
+        {L"Data a  < 1", {"a=1", pds + "a|9|8|1"}},
+        {L"Data a  <= 1", {"a=1", pds + "a|9|9|1"}},
+        {L"Data a", {"=", pds + "|9|0|"}},
+        // A reference to no known set is null; in a list, it leaves the tree incomplete.
+        {L"Display Set nowhere", {"null"}},
+        {L"Display Set a, b", {"(null OR null)"}},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(Evaluate(c.text), c.tree) << Narrow(c.text);
 }
 
 TEST(ZtOdPdsCriterionComponent, StartsAndEndsItsOwnComponent) {

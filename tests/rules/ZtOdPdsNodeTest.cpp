@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -20,7 +19,6 @@ struct Pinned {
     std::vector<std::string> Pipeline() {
         EXPECT_EQ(root->IsComplete(), 1);
         root->PushNegation();
-        pushed = Infix(root);
         ZtOdPdsRewriteBudget budget;
         EXPECT_EQ(root->Flatten(budget), 1);
         flat = Infix(root);
@@ -30,73 +28,53 @@ struct Pinned {
     std::vector<std::string> EmitAll() {
         ZtOdPdsFindSpecBuilder builder(L"set");
         root->Emit(builder);
-        return Shorts(builder.GetFindSpec());
+        return Each(builder.GetFindSpec(), Short);
     }
 
     ZtOdPdsNode* root;
-    std::string pushed;
     std::string flat;
 };
 
 class Expression : public ::testing::Test {
 protected:
-    ZtOdPdsStatement* L(const wchar_t* label, Op::Enum op = Op::kEqual) {
-        return Leaf(names, label, op);
-    }
+    ZtOdPdsStatement* L(const wchar_t* label) { return Leaf(names, label); }
+    ZtOdPdsNode* P(const std::string& infix) { return Parse(names, infix); }
     ZtUNameDict names;
 };
 
-TEST_F(Expression, AndOverNegatedOrBecomesOneGroupOfComplements) {
-    Pinned run(And(L(L"A"), Not(Or(L(L"B"), L(L"C")))));
-    const auto conditions = run.Pipeline();
-    EXPECT_EQ(run.pushed, "(A AND (!B AND !C))");
-    EXPECT_EQ(run.flat, "((A AND !B) AND !C)");
-    EXPECT_EQ(conditions, (std::vector<std::string>{"A", "B~7", "C~7"}));
-}
-
 TEST_F(Expression, FlatFormsAndEmitOrders) {
     struct Case {
-        std::function<ZtOdPdsNode*()> make;
+        std::string tree;
         std::string flat;
         std::vector<std::string> conditions;
     };
     const Case cases[] = {
-        {[&] { return And(L(L"A"), Or(L(L"B"), L(L"C"))); },
-         "((A AND B) OR (A AND C))",
-         {"A", "B", "*A", "C"}},
-        {[&] { return And(Or(L(L"B"), L(L"C")), L(L"A")); },
-         "((C AND A) OR (B AND A))",
-         {"C", "A", "*B", "A"}},
-        {[&] { return And(Or(L(L"A"), L(L"B")), Or(L(L"C"), L(L"D"))); },
+        // The negation goes down to the leaves, complementing them: one group.
+        {"(A AND !(B OR C))", "((A AND !B) AND !C)", {"A", "B~7", "C~7"}},
+        {"(A AND (B OR C))", "((A AND B) OR (A AND C))", {"A", "B", "*A", "C"}},
+        {"((B OR C) AND A)", "((C AND A) OR (B AND A))", {"C", "A", "*B", "A"}},
+        {"((A OR B) AND (C OR D))",
          "(((B AND C) OR (A AND C)) OR ((B AND D) OR (A AND D)))",
          {"B", "C", "*A", "C", "*B", "D", "*A", "D"}},
-        {[&] { return And(L(L"A"), And(L(L"B"), And(L(L"C"), L(L"D")))); },
-         "(((A AND B) AND C) AND D)",
-         {"A", "B", "C", "D"}},
-        {[&] { return Or(L(L"A"), Or(L(L"B"), L(L"C"))); }, "(A OR (B OR C))", {"A", "*B", "*C"}},
+        {"(A AND (B AND (C AND D)))", "(((A AND B) AND C) AND D)", {"A", "B", "C", "D"}},
+        {"(A OR (B OR C))", "(A OR (B OR C))", {"A", "*B", "*C"}},
         // A chain of ADD terms stays as it is, in the order of adding.
-        {[&] { return Or(Or(Or(L(L"A"), L(L"B")), L(L"C")), L(L"D")); },
-         "(((A OR B) OR C) OR D)",
-         {"A", "*B", "*C", "*D"}},
+        {"(((A OR B) OR C) OR D)", "(((A OR B) OR C) OR D)", {"A", "*B", "*C", "*D"}},
         // The negations of a negated OR of negated statements cancel on the leaves.
-        {[&] { return Not(Or(Not(L(L"A")), Not(L(L"B")))); }, "(A AND B)", {"A", "B"}},
+        {"!(!A OR !B)", "(A AND B)", {"A", "B"}},
         // A lone statement, plain and negated, and negated without complement.
-        {[&] { return L(L"A"); }, "A", {"A"}},
-        {[&] { return Not(L(L"A")); }, "!A", {"A~7"}},
-        {[&] { return Not(L(L"W", Op::kWildcard)); }, "!W", {"W~13+37", "W~3+37"}},
+        {"A", "A", {"A"}},
+        {"!A", "!A", {"A~7"}},
+        {"!W~13", "!W", {"W~13+37", "W~3+37"}},
         // The two conditions of a negated wildcard stay in one group: only the first
         // opens the alternative.
-        {[&] { return Or(L(L"A"), Not(L(L"W", Op::kWildcard))); },
-         "(A OR !W)",
-         {"A", "*W~13+37", "W~3+37"}},
-        {[&] { return Not(And(L(L"A", Op::kLess), L(L"B", Op::kGreater))); },
-         "(!A OR !B)",
-         {"A~10", "*B~9"}},
+        {"(A OR !W~13)", "(A OR !W)", {"A", "*W~13+37", "W~3+37"}},
+        {"!(A~8 AND B~11)", "(!A OR !B)", {"A~10", "*B~9"}},
     };
     for (const Case& c : cases) {
-        Pinned run(c.make());
-        EXPECT_EQ(run.Pipeline(), c.conditions) << c.flat;
-        EXPECT_EQ(run.flat, c.flat);
+        Pinned run(P(c.tree));
+        EXPECT_EQ(run.Pipeline(), c.conditions) << c.tree;
+        EXPECT_EQ(run.flat, c.flat) << c.tree;
     }
 }
 
@@ -125,7 +103,7 @@ TEST_F(Expression, SharedNegatedStatementIsComplementedOnceAndEmittedInEveryGrou
 }
 
 TEST_F(Expression, FlattenAndEmitCanBeRepeated) {
-    Pinned run(And(Or(L(L"A"), L(L"B")), Or(L(L"C"), L(L"D"))));
+    Pinned run(P("((A OR B) AND (C OR D))"));
     const auto first = run.Pipeline();
     ZtOdPdsRewriteBudget budget;
     EXPECT_EQ(run.root->Flatten(budget), 1);
@@ -151,12 +129,9 @@ TEST_F(Expression, ProductOfOrsGrowsExponentially) {
 
 TEST_F(Expression, IncompleteTreesAreFound) {
     ZtOdPdsStatement* shared = L(L"A");
-    Pinned complete(Or(And(shared, L(L"B")), And(shared, L(L"C"))));
-    EXPECT_EQ(complete.root->IsComplete(), 1);
-    Pinned missingRight(Or(And(L(L"A"), L(L"B")), And(L(L"C"), nullptr)));
-    EXPECT_EQ(missingRight.root->IsComplete(), 0);
-    Pinned missingLeft(new ZtOdPdsOperation(nullptr, ZtOdPdsOperation::kOr, L(L"A")));
-    EXPECT_EQ(missingLeft.root->IsComplete(), 0);
+    EXPECT_EQ(Pinned(Or(And(shared, L(L"B")), And(shared, L(L"C")))).root->IsComplete(), 1);
+    EXPECT_EQ(Pinned(P("((A AND B) OR (C AND null))")).root->IsComplete(), 0);
+    EXPECT_EQ(Pinned(P("(null OR A)")).root->IsComplete(), 0);
 }
 
 TEST_F(Expression, SetOperandReplacesAndReleases) {
@@ -203,32 +178,21 @@ TEST_F(Expression, RotateReusesTheInnerAnd) {
 }
 
 TEST_F(Expression, FlattenStopsAtItsLimitsAndChangesNothingThere) {
-    struct Case {
-        std::function<ZtOdPdsNode*()> make;
-        ZtOdPdsRewriteBudget budget;
+    ZtOdPdsOperation* inner = And(L(L"B"), L(L"C"));
+    const std::pair<ZtOdPdsNode*, ZtOdPdsRewriteBudget> cases[] = {
+        {P("(A AND (B OR C))"), {kZtOdPdsMaxNewNodes - 1, 0}},
+        {P("((B OR C) AND A)"), {kZtOdPdsMaxNewNodes - 1, 0}},
+        {P("(A AND (B AND C))"), {0, kZtOdPdsMaxRotations}},
+        // A rotation that would close a cycle: the inner AND of the root's right is also
+        // below its left operand.
+        {And(And(inner, L(L"D")), inner), {}},
     };
-    const Case cases[] = {
-        {[&] { return And(L(L"A"), Or(L(L"B"), L(L"C"))); }, {kZtOdPdsMaxNewNodes - 1, 0}},
-        {[&] { return And(Or(L(L"B"), L(L"C")), L(L"A")); }, {kZtOdPdsMaxNewNodes - 1, 0}},
-        {[&] { return And(L(L"A"), And(L(L"B"), L(L"C"))); }, {0, kZtOdPdsMaxRotations}},
-    };
-    for (const Case& c : cases) {
-        Pinned run(c.make());
-        const std::string before = Infix(run.root);
-        ZtOdPdsRewriteBudget budget = c.budget;
-        EXPECT_EQ(run.root->Flatten(budget), 0) << before;
-        EXPECT_EQ(Infix(run.root), before);
+    for (auto [root, budget] : cases) {
+        Pinned run(root);
+        const std::string before = Infix(root);
+        EXPECT_EQ(root->Flatten(budget), 0) << before;
+        EXPECT_EQ(Infix(root), before);
     }
-}
-
-TEST_F(Expression, RotationThatWouldCloseACycleIsRefused) {
-    // The inner AND of the root's right is also below its left operand.
-    auto* inner = And(L(L"B"), L(L"C"));
-    Pinned run(And(And(inner, L(L"D")), inner));
-    const std::string before = Infix(run.root);
-    ZtOdPdsRewriteBudget budget;
-    EXPECT_EQ(run.root->Flatten(budget), 0);
-    EXPECT_EQ(Infix(run.root), before);
 }
 
 TEST_F(Expression, SharedInnerAndThatIsNotBelowTheLeftIsRotated) {
