@@ -25,6 +25,18 @@ ProgramRun RunJson(std::vector<std::string> args, ZtTestJson* json) {
     return run;
 }
 
+// The conditions of a selection set in JSON as "category|property|op|flags|value", with
+// the internal name of the category and both names of the property ("-" for none).
+std::vector<std::string> Conditions(const ZtTestJson& set) {
+    std::vector<std::string> out;
+    for (const ZtTestJson& c : set["findSpec"]["conditions"].items)
+        out.push_back((c["category"].IsNull() ? "-" : c["category"]["internal"].text) + "|" +
+                      c["property"]["internal"].text + "/" + c["property"]["display"].text + "|" +
+                      std::to_string(int(c["op"].number)) + "|" +
+                      std::to_string(int(c["flags"].number)) + "|" + c["value"].text);
+    return out;
+}
+
 TEST(PdsReviewImportDst, StatusOfTheImportIsTheExitStatus) {
     struct Case {
         std::string file;
@@ -71,29 +83,17 @@ TEST(PdsReviewImportDst, SelectionSetsOfTheSampleFile) {
     EXPECT_EQ(main["comments"][0]["body"].text, "North rack\n\rSecond bay");
     EXPECT_TRUE(sets[1]["comments"].items.empty());
     EXPECT_TRUE(main["findSpec"]["selectAll"].boolean);
-    const ZtTestJson& conditions = main["findSpec"]["conditions"];
-    ASSERT_EQ(conditions.items.size(), 4u);
-    const char* values[] = {"Level 7", "Colour 2", "Level 3", "Colour 2"};
-    const double flags[] = {5, 5, 69, 5};
-    for (std::size_t i = 0; i < 4; ++i) {
-        EXPECT_TRUE(conditions[i]["category"].IsNull());
-        EXPECT_EQ(conditions[i]["op"].number, 6);
-        EXPECT_EQ(conditions[i]["flags"].number, flags[i]);
-        EXPECT_EQ(conditions[i]["value"].text, values[i]);
-    }
-    EXPECT_EQ(conditions[0]["property"]["internal"].text, "ZtStdLevel");
-    EXPECT_EQ(conditions[0]["property"]["display"].text, "Level");
-    EXPECT_EQ(conditions[1]["property"]["internal"].text, "ZtStdColour");
+    EXPECT_EQ(Conditions(main), (std::vector<std::string>{"-|ZtStdLevel/Level|6|5|Level 7",
+                                                          "-|ZtStdColour/Colour|6|5|Colour 2",
+                                                          "-|ZtStdLevel/Level|6|69|Level 3",
+                                                          "-|ZtStdColour/Colour|6|5|Colour 2"}));
     EXPECT_EQ(sets[1]["findSpec"]["conditions"].items.size(), 8u);
 
     // The same file in CR LF lines, with a data criterion.
     ZtTestJson crlf;
     ASSERT_EQ(RunJson({"import-dst", kFixtures + "crlf.dst"}, &crlf).exitStatus, 0);
-    const ZtTestJson& data = crlf["document"]["selectionSets"][0]["findSpec"]["conditions"][1];
-    EXPECT_EQ(data["category"]["internal"].text, "ZtDgnPDSAttributes");
-    EXPECT_EQ(data["property"]["display"].text, "line_id");
-    EXPECT_EQ(data["op"].number, 13);
-    EXPECT_EQ(data["flags"].number, 41);
+    EXPECT_EQ(Conditions(crlf["document"]["selectionSets"][0]).at(1),
+              "ZtDgnPDSAttributes|ZtDgnPDSAttribute/line_id|13|41|L*");
 }
 
 TEST(PdsReviewImportDst, OutputIsDeterministicAndReadable) {

@@ -1,5 +1,5 @@
-// Display sets compiled from their rules and evaluated over a generated model, as the
-// `select` step does it.
+// Display sets compiled from their rules and evaluated over models, as the `select` step
+// does it: a generated model, and the sample review.
 #include "DisplaySetFilesTestSupport.h"
 #include "app/ModelStep.h"
 #include "app/SelectStep.h"
@@ -14,6 +14,20 @@
 #include <vector>
 
 namespace {
+
+// The selections of the display sets of `dst` over `models`, as the select step makes them.
+std::vector<SelectionResult> SelectOver(const std::vector<std::wstring>& models,
+                                        const std::wstring& dst) {
+    ZtOpState state;
+    for (const std::wstring& model : models) {
+        std::string error;
+        EXPECT_EQ(RunModelStep(state, model, &error), 0) << error;
+    }
+    ZtOdPdsDstImportPlugin plugin;
+    const ZtUWideString file(dst.c_str());
+    EXPECT_EQ(plugin.IExport(0, &state, nullptr, &file), 0);
+    return ComputeSelections(state);
+}
 
 TEST(Select, EachSetSelectsTheElementsItsRuleDescribes) {
     ZtTestTempDir dir;
@@ -74,15 +88,11 @@ FIND File other.dgn
 FIND Data line_id  = 1*
 )"));
 
-    ZtOpState state;
-    std::string error;
-    ASSERT_EQ(RunModelStep(state, dir.WideFile("unit.dgn"), &error), 0) << error;
-    ZtOdPdsDstImportPlugin plugin;
-    const ZtUWideString rules(dir.WideFile("rules.dst").c_str());
-    ASSERT_EQ(plugin.IExport(0, &state, nullptr, &rules), 0);
-
     std::map<std::string, std::vector<std::int64_t>> selected;
-    for (const SelectionResult& result : ComputeSelections(state))
+    const std::vector<SelectionResult> results =
+        SelectOver({dir.WideFile("unit.dgn")}, dir.WideFile("rules.dst"));
+    EXPECT_EQ(results.size(), 7u);
+    for (const SelectionResult& result : results)
         for (const SelectedElement& element : result.elements) {
             EXPECT_EQ(element.model, L"unit.dgn");
             selected[ZtUSysString::WideToUtf8(result.name)].push_back(element.index);
@@ -95,7 +105,36 @@ FIND Data line_id  = 1*
     EXPECT_EQ(selected["Reference and scope"], (Indices{e1, e2, e4, e5, e6}));
     EXPECT_EQ(selected.count("Other file"), 0u);
     EXPECT_EQ(selected.count("PDS attribute"), 0u);
-    EXPECT_EQ(ComputeSelections(state).size(), 7u);
+}
+
+// The display sets of the sample review, over its three models.
+TEST(SampleReview, DisplaySetsSelectTheirPartsOfThePlant) {
+    const std::string plant = ZT_SOURCE_DIR "/examples/plant/";
+    std::vector<std::wstring> models;
+    for (const char* model : {"pipes.dgn", "equipment.dgn", "steel.dgn"})
+        models.push_back(ZtTestWide(plant + model));
+    // Per set: how many elements of each model it selects.
+    using Counts = std::map<std::string, int>;
+    std::map<std::string, Counts> counts;
+    std::vector<std::string> names;
+    for (const SelectionResult& result : SelectOver(models, ZtTestWide(plant + "plant.dst"))) {
+        names.push_back(ZtUSysString::WideToUtf8(result.name));
+        for (const SelectedElement& element : result.elements)
+            ++counts[names.back()][ZtUSysString::WideToUtf8(element.model)];
+    }
+    EXPECT_EQ(names, (std::vector<std::string>{"Process piping", "Utilities", "Pumps and nozzles",
+                                               "Steel without bracing", "Piping and steel"}));
+    // Six process lines, and four valve cells of two shapes each.
+    EXPECT_EQ(counts["Process piping"], (Counts{{"pipes.dgn", 18}}));
+    EXPECT_EQ(counts["Utilities"], (Counts{{"pipes.dgn", 3}}));
+    // Three pump cells of two parts each, and two nozzles.
+    EXPECT_EQ(counts["Pumps and nozzles"], (Counts{{"equipment.dgn", 11}}));
+    // Ten columns and fourteen beams; the two braces are thrown away.
+    EXPECT_EQ(counts["Steel without bracing"], (Counts{{"steel.dgn", 24}}));
+    Counts both = counts["Process piping"];
+    both["pipes.dgn"] += counts["Utilities"]["pipes.dgn"];
+    both["steel.dgn"] = counts["Steel without bracing"]["steel.dgn"];
+    EXPECT_EQ(counts["Piping and steel"], both);
 }
 
 } // namespace

@@ -51,42 +51,40 @@ protected:
     int total = 0;
 };
 
-TEST_F(DisplaySetFile, SampleFile) {
-    Read(Fixture("sample.dst"));
-    EXPECT_EQ(total, 2);
-    EXPECT_EQ(DescribeSets(folder),
-              (Sets{"Main pipes: Level 7 6 5, Colour 2 6 5, Level 3 6 69, Colour 2 6 5,",
-                    // The FIND ALL BUT runs through the first set's tree, which it shares.
-                    "Other pipes: Colour 2 6 5, Level 3 7 69, Level 7 7 69, Level 3 7 69, "
-                    "Colour 2 6 69, Colour 2 6 69, Level 7 7 69, Colour 2 6 69,"}));
-    const auto* main = static_cast<const ZtOpSelectionSet*>(folder.GetChild(0));
-    ASSERT_EQ(main->GetComments().Size(), 1u);
-    EXPECT_EQ(main->GetComments()[0]->GetBody().Str(), L"North rack\n\rSecond bay");
-    EXPECT_TRUE(static_cast<const ZtOpSelectionSet*>(folder.GetChild(1))->GetComments().IsEmpty());
-    EXPECT_EQ(progress.fractions, (std::vector<double>{0.5, 1.0}));
-}
-
-TEST_F(DisplaySetFile, SectionsAndSetLines) {
-    Read(Fixture("sections.dst"));
-    // Counted: every line that begins with "<Display Set>", in and out of sections.
-    EXPECT_EQ(total, 10);
-    EXPECT_EQ(DescribeSets(folder), (Sets{"first: Level 1 6 5,", "second: Level 1 6 5,",
-                                          "fifth: Level 5 6 5,", "last: Level 7 6 5,"}));
-    // Two sets finished in each of the three sections read; done starts anew in each.
-    EXPECT_EQ(progress.fractions, (std::vector<double>{0.1, 0.2, 0.1, 0.2, 0.1, 0.2}));
-}
-
-TEST_F(DisplaySetFile, CrLfLinesAndDataCriteria) {
-    Read(Fixture("crlf.dst"));
-    EXPECT_EQ(DescribeSets(folder), (Sets{"Crlf set: Level 4 6 5, L* 13 41, L* 3 41,"}));
-    const auto* set = static_cast<const ZtOpSelectionSet*>(folder.GetChild(0));
-    EXPECT_EQ(set->GetComments()[0]->GetBody().Str(), L"Lines end in CR LF");
-    const ZtOpFindCondition& data =
-        set->GetImplicitSelection().GetImplicitFindSpec()->GetCondition(1);
-    ASSERT_NE(data.GetCategory(), nullptr);
-    EXPECT_EQ(data.GetCategory()->GetInternal().Str(), "ZtDgnPDSAttributes");
-    EXPECT_EQ(data.GetCategory()->GetDisplay().Str(), L"PDS");
-    EXPECT_EQ(data.GetProperty()->GetDisplay().Str(), L"line_id");
+TEST_F(DisplaySetFile, Fixtures) {
+    struct Case {
+        const char* fixture;
+        int total;
+        Sets sets;
+        std::vector<double> fractions;
+    };
+    const Case cases[] = {
+        {"sample.dst",
+         2,
+         {"Main pipes (North rack\n\rSecond bay): Level 7 6 5, Colour 2 6 5, Level 3 6 69, "
+          "Colour 2 6 5,",
+          // The FIND ALL BUT runs through the first set's tree, which it shares.
+          "Other pipes: Colour 2 6 5, Level 3 7 69, Level 7 7 69, Level 3 7 69, Colour 2 6 69, "
+          "Colour 2 6 69, Level 7 7 69, Colour 2 6 69,"},
+         {0.5, 1.0}},
+        // Counted: every line that begins with "<Display Set>", in and out of sections. Two
+        // sets finished in each of the three sections read; done starts anew in each.
+        {"sections.dst",
+         10,
+         {"first: Level 1 6 5,", "second: Level 1 6 5,", "fifth: Level 5 6 5,",
+          "last: Level 7 6 5,"},
+         {0.1, 0.2, 0.1, 0.2, 0.1, 0.2}},
+        {"crlf.dst", 1, {"Crlf set (Lines end in CR LF): Level 4 6 5, L* 13 41, L* 3 41,"}, {1.0}},
+    };
+    for (const Case& c : cases) {
+        ZtOpFolderItem sets;
+        context.folder = &sets;
+        progress.fractions.clear();
+        Read(Fixture(c.fixture));
+        EXPECT_EQ(total, c.total) << c.fixture;
+        EXPECT_EQ(DescribeSets(sets), c.sets) << c.fixture;
+        EXPECT_EQ(progress.fractions, c.fractions) << c.fixture;
+    }
 }
 
 TEST_F(DisplaySetFile, LongLinesArriveInPiecesOf511) {
