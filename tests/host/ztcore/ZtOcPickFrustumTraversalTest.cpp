@@ -22,60 +22,62 @@ ZtOaShape* Cube(double x, double y, double z, double s = 0.5) {
     return Box(x - s, y - s, z - s, x + s, y + s, z + s);
 }
 
-// Looking down -Z from (0, 0, 100) onto the window-space point (wx, wy), narrowed to a
-// square of `half` about it, seeing from depth `nearDepth` to `farDepth`.
-ZtLPickFrustum3f LookDown(double wx = 0.5, double wy = 0.5, double half = 0.0001,
-                          double nearDepth = 1.0, double farDepth = 1000.0) {
+// Looking down -Z from (0, 0, 100), seeing from depth `nearDepth` to `farDepth`, narrowed to
+// a square of `half` about the window-space point (wx, wy).
+ZtLPickFrustum3f LookDown(double nearDepth = 1.0, double farDepth = 1000.0, double wx = 0.5,
+                          double wy = 0.5, double half = 0.0001) {
     ZtLFrustum3f frustum;
     frustum.SetPerspective({0, 0, 100}, {0, 0, -1}, {0, 1, 0}, 1.0, 1.0, nearDepth, farDepth);
     frustum.Narrow(wx - half, wx + half, wy - half, wy + half);
     return ZtLPickFrustum3f(frustum);
 }
 
-// The nodes of the picked path, from the shape up.
+struct PickOptions {
+    std::uint32_t required = 16;
+    int containedOnly = 0;
+    std::uint32_t pickBits = 0;
+};
+
+// The nodes of the picked path, from the shape up, as the index finds them; walking the
+// whole tree must find the same. `indexContext` counts the index's work if given.
 std::vector<const ZtOaNode*> Pick(const ZtOaNode& root, const ZtLPickFrustum3f& frustum,
-                                  bool useIndex, ZtOcContext* context = nullptr,
-                                  std::uint32_t required = 16, int containedOnly = 0,
-                                  std::uint32_t pickBits = 0) {
-    ZtOcContext own;
-    if (!context)
-        context = &own;
-    context->SetUseIndex(useIndex);
-    ZtOcPickFrustumTraversal pick(context);
-    pick.SetFrustum(frustum);
-    pick.SetRequiredPropertyBits(required);
-    pick.SetContainedOnly(containedOnly);
-    pick.SetPickBits(pickBits);
-    root.ApplyTraversal(&pick);
-    std::vector<const ZtOaNode*> path;
-    if (const ZtOaFragment* shape = pick.GetPickedShape())
-        for (const ZtOaPathLink* link = shape->GetFragPath(); link; link = link->GetParent())
-            path.push_back(link->GetNode());
-    return path;
+                                  PickOptions options = {}, ZtOcContext* indexContext = nullptr) {
+    std::vector<const ZtOaNode*> paths[2];
+    for (bool useIndex : {false, true}) {
+        ZtOcContext own;
+        ZtOcContext* context = useIndex && indexContext ? indexContext : &own;
+        context->SetUseIndex(useIndex);
+        ZtOcPickFrustumTraversal pick(context);
+        pick.SetFrustum(frustum);
+        pick.SetRequiredPropertyBits(options.required);
+        pick.SetContainedOnly(options.containedOnly);
+        pick.SetPickBits(options.pickBits);
+        root.ApplyTraversal(&pick);
+        if (const ZtOaFragment* shape = pick.GetPickedShape())
+            for (const ZtOaPathLink* link = shape->GetFragPath(); link; link = link->GetParent())
+                paths[useIndex].push_back(link->GetNode());
+    }
+    EXPECT_EQ(paths[0], paths[1]) << "the walk and the index disagree";
+    return paths[1];
 }
 
-// Both ways of picking, which must agree; the index's answer.
-std::vector<const ZtOaNode*> PickBoth(const ZtOaNode& root, const ZtLPickFrustum3f& frustum) {
-    const auto walked = Pick(root, frustum, false);
-    const auto indexed = Pick(root, frustum, true);
-    EXPECT_EQ(walked, indexed);
-    return indexed;
-}
-
-TEST(ZtOcPickFrustumTraversal, PicksTheBoxNearestTheEyeWithItsPath) {
+// The index is built on the first pick and kept until the tree is edited.
+TEST(ZtOcPickFrustumTraversal, PicksTheBoxNearestTheEyeWithItsPathAndFollowsEdits) {
     ZtOaPartition root(L"doc");
     auto* model = new ZtOaPartition(L"m", L"/models/m.dgn");
     root.AddChild(model);
     auto* cell = new ZtOaGroup;
     ZtOaShape* low = Cube(0, 0, 0);
-    ZtOaShape* high = Cube(0, 0, 10);
     model->AddChild(low);
-    cell->AddChild(high);
     model->AddChild(cell);
     model->AddChild(Cube(5, 5, 20)); // off the line of sight
-    const auto path = PickBoth(root, LookDown());
-    const std::vector<const ZtOaNode*> expected = {high, cell, model, &root};
-    EXPECT_EQ(path, expected);
+    const ZtOcGeometryIndex* before = &ZtOcGeometryIndex::Of(*model);
+    EXPECT_EQ(Pick(root, LookDown()), (std::vector<const ZtOaNode*>{low, model, &root}));
+    EXPECT_EQ(&ZtOcGeometryIndex::Of(*model), before) << "an unedited tree keeps its index";
+    ZtOaShape* high = Cube(0, 0, 10);
+    cell->AddChild(high);
+    EXPECT_EQ(Pick(root, LookDown()), (std::vector<const ZtOaNode*>{high, cell, model, &root}));
+    EXPECT_EQ(ZtOcGeometryIndex::Of(*model).GetNumItems(), 3u);
 }
 
 TEST(ZtOcPickFrustumTraversal, EquallyNearBoxesGoToTheFirstInWalkOrder) {
@@ -89,7 +91,7 @@ TEST(ZtOcPickFrustumTraversal, EquallyNearBoxesGoToTheFirstInWalkOrder) {
         b->AddChild(inB);
         root.AddChild(firstInModel ? a : b);
         root.AddChild(firstInModel ? b : a);
-        const auto path = PickBoth(root, LookDown());
+        const auto path = Pick(root, LookDown());
         ASSERT_FALSE(path.empty());
         EXPECT_EQ(path.front(), firstInModel ? inA : inB);
     }
@@ -101,9 +103,9 @@ TEST(ZtOcPickFrustumTraversal, NearAndFarPlanesBoundThePick) {
     ZtOaShape* far = Cube(0, 0, -50); // depth 149.5 .. 150.5
     root.AddChild(near);
     root.AddChild(far);
-    EXPECT_EQ(PickBoth(root, LookDown(0.5, 0.5, 0.0001, 60, 200)).front(), far);
-    EXPECT_EQ(PickBoth(root, LookDown(0.5, 0.5, 0.0001, 1, 49.5)).front(), near);
-    EXPECT_TRUE(PickBoth(root, LookDown(0.5, 0.5, 0.0001, 51, 149)).empty());
+    EXPECT_EQ(Pick(root, LookDown(60, 200)).front(), far);
+    EXPECT_EQ(Pick(root, LookDown(1, 49.5)).front(), near);
+    EXPECT_TRUE(Pick(root, LookDown(51, 149)).empty());
 }
 
 TEST(ZtOcPickFrustumTraversal, CandidatesByPropertyBitsAndContainment) {
@@ -112,15 +114,12 @@ TEST(ZtOcPickFrustumTraversal, CandidatesByPropertyBitsAndContainment) {
     ZtOaShape* small = Cube(0, 0, -20, 0.00001);
     root.AddChild(big);
     root.AddChild(small);
-    const ZtLPickFrustum3f frustum = LookDown();
-    EXPECT_EQ(Pick(root, frustum, true).front(), big);
+    EXPECT_EQ(Pick(root, LookDown()).front(), big);
     // Only the small box lies wholly in the narrow frustum.
-    EXPECT_EQ(Pick(root, frustum, true, nullptr, 16, 1).front(), small);
-    EXPECT_EQ(Pick(root, frustum, false, nullptr, 16, 1).front(), small);
+    EXPECT_EQ(Pick(root, LookDown(), {.containedOnly = 1}).front(), small);
     // Nodes without the required bits, or with a pick bit, are passed over.
-    EXPECT_TRUE(Pick(root, frustum, true, nullptr, 16 | 32).empty());
-    EXPECT_TRUE(Pick(root, frustum, false, nullptr, 16, 0, 16).empty());
-    EXPECT_TRUE(Pick(root, frustum, true, nullptr, 16, 0, 16).empty());
+    EXPECT_TRUE(Pick(root, LookDown(), {.required = 16 | 32}).empty());
+    EXPECT_TRUE(Pick(root, LookDown(), {.pickBits = 16}).empty());
 }
 
 TEST(ZtOcPickFrustumTraversal, NothingWithoutAFrustumOrWithLastRenderedPicking) {
@@ -143,22 +142,6 @@ TEST(ZtOcPickFrustumTraversal, NothingWithoutAFrustumOrWithLastRenderedPicking) 
     EXPECT_EQ(pick.GetPickedShape(), nullptr);
 }
 
-TEST(ZtOcPickFrustumTraversal, IndexFollowsEditsOfTheTree) {
-    ZtOaPartition root(L"doc");
-    auto* model = new ZtOaPartition(L"m");
-    auto* cell = new ZtOaGroup;
-    model->AddChild(cell);
-    cell->AddChild(Cube(0, 0, 0));
-    root.AddChild(model);
-    const ZtOcGeometryIndex* before = &ZtOcGeometryIndex::Of(*model);
-    PickBoth(root, LookDown());
-    EXPECT_EQ(&ZtOcGeometryIndex::Of(*model), before) << "an unedited tree keeps its index";
-    ZtOaShape* nearer = Cube(0, 0, 10);
-    cell->AddChild(nearer);
-    EXPECT_EQ(PickBoth(root, LookDown()).front(), nearer);
-    EXPECT_EQ(ZtOcGeometryIndex::Of(*model).GetNumItems(), 2u);
-}
-
 // Random trees of groups, nested partitions and boxes, many of them alike so that ties
 // are common, picked through random frusta, narrow and wide: the index must give what
 // the walk gives, path and all.
@@ -167,25 +150,22 @@ TEST(ZtOcPickFrustumTraversal, IndexAgreesWithTheWalkOnRandomModels) {
     auto uniform = [&](double lo, double hi) {
         return std::uniform_real_distribution<double>(lo, hi)(random);
     };
+    // Coarse coordinates make equal faces, and so equal depths, frequent.
+    auto coarse = [&](double lo, double hi) { return std::floor(uniform(lo, hi)); };
     auto chance = [&](double p) { return std::bernoulli_distribution(p)(random); };
     int picked = 0;
     for (int model = 0; model < 30; ++model) {
         ZtOaPartition root(L"doc");
         std::vector<ZtOaGroup*> groups = {&root};
-        const int shapes = 20 + model * 40;
-        for (int i = 0; i < shapes; ++i) {
+        for (int i = 0; i < 20 + model * 40; ++i) {
             ZtOaGroup* parent = groups[random() % groups.size()];
             if (chance(0.1)) {
-                ZtOaGroup* group = chance(0.3) ? new ZtOaPartition(L"p") : new ZtOaGroup;
-                parent->AddChild(group);
-                groups.push_back(group);
+                groups.push_back(chance(0.3) ? new ZtOaPartition(L"p") : new ZtOaGroup);
+                parent->AddChild(groups.back());
                 continue;
             }
-            // Coarse coordinates make equal faces, and so equal depths, frequent.
-            const double x = std::floor(uniform(-10, 10)), y = std::floor(uniform(-10, 10));
-            const double z = std::floor(uniform(-10, 10));
-            const double sx = std::floor(uniform(0, 4)), sy = std::floor(uniform(0, 4));
-            const double sz = std::floor(uniform(0, 3));
+            const double x = coarse(-10, 10), y = coarse(-10, 10), z = coarse(-10, 10);
+            const double sx = coarse(0, 4), sy = coarse(0, 4), sz = coarse(0, 3);
             parent->AddChild(Box(x, y, z, x + sx, y + sy, z + sz));
         }
         for (int p = 0; p < 60; ++p) {
@@ -200,8 +180,7 @@ TEST(ZtOcPickFrustumTraversal, IndexAgreesWithTheWalkOnRandomModels) {
                 const double half = chance(0.5) ? 0.0001 : 0.02;
                 frustum.Narrow(wx - half, wx + half, wy - half, wy + half);
             }
-            if (!PickBoth(root, ZtLPickFrustum3f(frustum)).empty())
-                ++picked;
+            picked += !Pick(root, ZtLPickFrustum3f(frustum)).empty();
         }
     }
     EXPECT_GT(picked, 300) << "the frusta should hit often enough to compare";
@@ -214,14 +193,11 @@ TEST(ZtOcPickFrustumTraversal, NarrowPickTestsFewBoxesOnLargeModels) {
         ZtOaPartition root(L"doc");
         auto* model = new ZtOaPartition(L"m");
         root.AddChild(model);
-        for (int i = 0; i < side; ++i)
-            for (int j = 0; j < side; ++j)
-                model->AddChild(
-                    Box(i - side / 2, j - side / 2, 0, i - side / 2 + 0.8, j - side / 2 + 0.8, 1));
+        for (int i = -side / 2; i < side / 2; ++i)
+            for (int j = -side / 2; j < side / 2; ++j)
+                model->AddChild(Box(i, j, 0, i + 0.8, j + 0.8, 1));
         ZtOcContext context;
-        std::vector<const ZtOaNode*> path =
-            Pick(root, LookDown(0.5 + 0.3 / 100, 0.5 + 0.3 / 100), true, &context);
-        EXPECT_FALSE(path.empty());
+        EXPECT_FALSE(Pick(root, LookDown(1, 1000, 0.503, 0.503), {}, &context).empty());
         return context.GetBoxTests();
     };
     const std::uint64_t small = boxTests(32);  // 1,024 boxes
