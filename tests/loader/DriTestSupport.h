@@ -6,6 +6,7 @@
 #include "ztobject/ZtOaAttribute.h"
 #include "ztobject/ZtOaGroup.h"
 #include "ztplugin/ZtOpDB.h"
+#include "ztplugin/ZtOpSceneProps.h"
 #include "ztplugin/ZtOpSceneSet.h"
 #include "ztutil/ZtUName.h"
 
@@ -13,6 +14,13 @@
 
 #include <memory>
 #include <string>
+
+inline ZtLMatrix3f Rows(double a, double b, double c, double d, double e, double f, double g,
+                        double h, double i) {
+    ZtLMatrix3f m;
+    m.SetValue(a, b, c, d, e, f, g, h, i);
+    return m;
+}
 
 // A loader with a folder for its control files, and the host's DGN loader registered
 // for the length of the test, so that option 10 can be watched.
@@ -36,6 +44,12 @@ protected:
         return loader_.IReadSet(ZtUWideString(folder_.WideFile(name)), set, &record_);
     }
     ZtOdPdsDriLoadRecord* Record() const { return static_cast<ZtOdPdsDriLoadRecord*>(record_); }
+    // Hands the record of the last read back to the loader; the status.
+    int Finish(ZtOpSceneProps* props, ZtOaPartition* partition) {
+        const int status = loader_.IFinishSet(record_, props, partition, nullptr);
+        record_ = nullptr;
+        return status;
+    }
 
     void SetInputFiles(int value) {
         ZtUStringBuffer text;

@@ -1,10 +1,8 @@
 #include "DriTestSupport.h"
 
-#include "support/ZtTestFiles.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztobject/ZtOaShape.h"
 #include "ztplugin/ZtOpSavedItemsElement.h"
-#include "ztplugin/ZtOpSceneProps.h"
 #include "ztplugin/ZtOpState.h"
 
 namespace {
@@ -34,27 +32,29 @@ ZtUData Bool(bool value) {
     return data;
 }
 
-TEST_F(LoaderPlugin, BooleanParametersDefaultToTrueAndReadBack) {
+TEST_F(LoaderPlugin, BooleanParametersDefaultToTrueAndOtherNumbersAreNotTheLoaders) {
+    ZtUData data, seven;
+    seven.SetInt32(7);
     for (int number : {0, 1}) {
-        ZtUData data;
         loader_.IGetParameter(number, &data);
         EXPECT_EQ(data.GetType(), ZtUData::kBool);
         EXPECT_TRUE(data.GetBool());
         EXPECT_EQ(loader_.ISetParameter(number, Bool(false)), 1);
         loader_.IGetParameter(number, &data);
         EXPECT_FALSE(data.GetBool());
+        // The two are separate.
+        loader_.IGetParameter(1 - number, &data);
+        EXPECT_TRUE(data.GetBool());
         // Any non-zero value is true.
-        ZtUData seven;
-        seven.SetInt32(7);
         EXPECT_EQ(loader_.ISetParameter(number, seven), 1);
         loader_.IGetParameter(number, &data);
         EXPECT_TRUE(data.GetBool());
     }
-    // The two are separate.
-    loader_.ISetParameter(0, Bool(false));
-    ZtUData other;
-    loader_.IGetParameter(1, &other);
-    EXPECT_TRUE(other.GetBool());
+    for (int number : {-1, 3, 100}) {
+        EXPECT_EQ(loader_.ISetParameter(number, Bool(false)), 0);
+        EXPECT_EQ(loader_.IGetParameter(number, &seven), nullptr);
+        EXPECT_EQ(seven.GetInt32(), 7);
+    }
 }
 
 int GetInputFiles(ZtOdPdsDriLoaderPlugin& loader) {
@@ -69,21 +69,19 @@ int GetInputFiles(ZtOdPdsDriLoaderPlugin& loader) {
     return value;
 }
 
+// Anything but a value of the enum sets the parameter to zero.
 TEST_F(LoaderPlugin, InputFilesRoundTripsAsAnEnumName) {
     EXPECT_EQ(GetInputFiles(loader_), 0);
     for (int value : {1, 2, 0, 2}) {
         SetInputFiles(value);
         EXPECT_EQ(GetInputFiles(loader_), value);
     }
-}
-
-TEST_F(LoaderPlugin, AnythingButAValueOfTheEnumSetsInputFilesToZero) {
     auto named = [](const char* text) {
         ZtUData data;
         data.SetName(new ZtUName(text, nullptr));
         return data;
     };
-    const ZtUData cases[] = {
+    const ZtUData bad[] = {
         named("ztodpds_dri_input_files_enum#3"),
         named("ztodpds_dri_input_files_enum#-1"),
         named("other_enum#1"),
@@ -92,24 +90,11 @@ TEST_F(LoaderPlugin, AnythingButAValueOfTheEnumSetsInputFilesToZero) {
         Bool(true),
         ZtUData(),
     };
-    for (const ZtUData& data : cases) {
+    for (const ZtUData& data : bad) {
         SetInputFiles(2);
         EXPECT_EQ(loader_.ISetParameter(2, data), 1);
         EXPECT_EQ(GetInputFiles(loader_), 0);
     }
-}
-
-TEST_F(LoaderPlugin, OtherParameterNumbersAreNotTheLoaders) {
-    for (int number : {-1, 3, 100}) {
-        EXPECT_EQ(loader_.ISetParameter(number, Bool(false)), 0);
-        ZtUData data;
-        data.SetInt32(42);
-        EXPECT_EQ(loader_.IGetParameter(number, &data), nullptr);
-        EXPECT_EQ(data.GetInt32(), 42);
-    }
-    ZtUData data;
-    loader_.IGetParameter(0, &data);
-    EXPECT_TRUE(data.GetBool());
 }
 
 TEST_F(LoaderPlugin, TheLastStateCreatedIsRememberedUntilItGoes) {
@@ -124,39 +109,32 @@ TEST_F(LoaderPlugin, TheLastStateCreatedIsRememberedUntilItGoes) {
     EXPECT_EQ(loader_.GetState(), nullptr);
 }
 
+// Option 10 is off from the read to the finish, then as it was before; without props or
+// partition the finish only frees the record and sets up no view.
 TEST_F(LoaderPlugin, DgnOptionIsOffFromReadToFinish) {
     ZtOpSceneSet set;
-    ASSERT_TRUE(DgnOption10());
-    ASSERT_EQ(Read("DesignReview_Control{}", &set), 0);
-    EXPECT_FALSE(DgnOption10());
     ZtOpSceneProps props;
     ZtOaPartition partition(L"scene");
-    EXPECT_EQ(loader_.IFinishSet(record_, &props, &partition, nullptr), 0);
-    record_ = nullptr;
-    EXPECT_TRUE(DgnOption10());
-
-    // An option that was off before stays off.
-    SetDgnOption10(false);
-    ASSERT_EQ(Read("DesignReview_Control{}", &set), 0);
-    loader_.IFinishSet(record_, &props, &partition, nullptr);
-    record_ = nullptr;
-    EXPECT_FALSE(DgnOption10());
-}
-
-TEST_F(LoaderPlugin, WithoutPropsOrPartitionFinishOnlyFreesTheRecord) {
-    ZtOpSceneSet set;
-    ZtOpSceneProps props;
-    ZtOaPartition partition(L"scene");
-    for (int i = 0; i < 2; ++i) {
+    struct Case {
+        bool before;
+        ZtOpSceneProps* props;
+        ZtOaPartition* partition;
+    };
+    const Case cases[] = {
+        {true, &props, &partition}, {false, &props, &partition}, {true, nullptr, &partition}};
+    for (const Case& c : cases) {
+        SetDgnOption10(c.before);
         ASSERT_EQ(Read("DesignReview_Control{}", &set), 0);
-        EXPECT_EQ(loader_.IFinishSet(record_, i == 0 ? nullptr : &props,
-                                     i == 0 ? &partition : nullptr, nullptr),
-                  0);
-        record_ = nullptr;
         EXPECT_FALSE(DgnOption10());
+        EXPECT_EQ(Finish(c.props, c.partition), 0);
+        EXPECT_EQ(DgnOption10(), c.before && c.props && c.partition);
     }
-    EXPECT_FALSE(props.GetCurrentView()->GetViewPoint().GetWorldUp().has_value());
-    EXPECT_EQ(props.GetCurrentView()->GetViewPoint().GetParts(), 0u);
+    ZtOpSceneProps untouched;
+    ASSERT_EQ(Read("DesignReview_Control{}", &set), 0);
+    EXPECT_EQ(Finish(&untouched, nullptr), 0);
+    EXPECT_FALSE(DgnOption10());
+    EXPECT_FALSE(untouched.GetCurrentView()->GetViewPoint().GetWorldUp().has_value());
+    EXPECT_EQ(untouched.GetCurrentView()->GetViewPoint().GetParts(), 0u);
     // A null record is no error.
     EXPECT_EQ(loader_.IFinishSet(nullptr, nullptr, nullptr, nullptr), 0);
 }
@@ -169,8 +147,7 @@ TEST_F(LoaderPlugin, WithoutADgnLoaderTheLoadGoesOn) {
     EXPECT_EQ(set.GetSceneRefs().Size(), 1u);
     ZtOpSceneProps props;
     ZtOaPartition partition(L"scene");
-    EXPECT_EQ(loader_.IFinishSet(record_, &props, &partition, nullptr), 0);
-    record_ = nullptr;
+    EXPECT_EQ(Finish(&props, &partition), 0);
 }
 
 TEST_F(LoaderPlugin, FinishSetsUpTheViewpointOverTheScene) {
@@ -184,8 +161,7 @@ TEST_F(LoaderPlugin, FinishSetsUpTheViewpointOverTheScene) {
     auto* model = new ZtOaGroup;
     model->AddChild(new ZtOaShape(ZtLBox3f(ZtLPos3f(0, 0, 0), ZtLPos3f(10, 20, 4))));
     partition.AddChild(model);
-    loader_.IFinishSet(record_, &props, &partition, nullptr);
-    record_ = nullptr;
+    Finish(&props, &partition);
 
     EXPECT_EQ(viewPoint->GetWorldUp(), ZtLVec3f(0, 0, 1));
     EXPECT_EQ(viewPoint->GetParts(), 5u);
@@ -198,7 +174,9 @@ TEST_F(LoaderPlugin, FinishSetsUpTheViewpointOverTheScene) {
     EXPECT_NE(camera.HasValidFrustum(0.0), 0);
 }
 
-TEST_F(LoaderPlugin, SideFilesNeedTheRememberedStateAndARecord) {
+// Without a remembered state the view is set up and the side files stay out; with one,
+// the tags and display sets go to the elements of the props, made on demand.
+TEST_F(LoaderPlugin, SideFilesNeedTheRememberedState) {
     ASSERT_TRUE(ZtTestWriteBytes(
         folder_.File("a.tag"), "eye{0 -10 0}\ntarget{0 0 0}\ntag{5 1 0 0.0 0 0 0\ntext{3\nx}}\n"));
     ASSERT_TRUE(ZtTestWriteBytes(folder_.File("b.dst"), "[DEFINITION SECTION]\n<Display Set>\n"
@@ -210,28 +188,22 @@ TEST_F(LoaderPlugin, SideFilesNeedTheRememberedStateAndARecord) {
     auto* model = new ZtDgnModel(L"a.dgn", state.EditNameDict());
     model->SetUorsPerMaster(1000);
     partition.AddChild(model);
-    ZtOpSceneSet set;
-    // Without a state the view is set up and the side files stay out.
-    {
+    for (bool remembered : {false, true}) {
+        if (remembered)
+            loader_.IStateCreated(&state);
+        ZtOpSceneSet set;
         ZtOpSceneProps props;
         ASSERT_EQ(Read("DesignReview_Control{}", &set), 0);
-        loader_.IFinishSet(record_, &props, &partition, nullptr);
-        record_ = nullptr;
+        Finish(&props, &partition);
         EXPECT_EQ(props.GetCurrentView()->GetViewPoint().GetParts() & 4, 4u);
-        EXPECT_EQ(props.Find(ZtOpSavedViewsElement::GetClass()), nullptr);
-        EXPECT_EQ(props.Find(ZtOpSelectionSetsElement::GetClass()), nullptr);
+        ASSERT_EQ(props.Find(ZtOpSavedViewsElement::GetClass()) != nullptr, remembered);
+        ASSERT_EQ(props.Find(ZtOpSelectionSetsElement::GetClass()) != nullptr, remembered);
+        if (remembered) {
+            EXPECT_EQ(ZtOpSavedViewsElement::Require(props)->Get()->GetChildren().Size(), 1u);
+            EXPECT_EQ(ZtOpSelectionSetsElement::Require(props)->Get()->GetChildren().Size(), 1u);
+        }
     }
-    // With one, the tags and display sets go to the elements of the props, made on demand.
-    loader_.IStateCreated(&state);
-    ZtOpSceneProps props;
-    ASSERT_EQ(Read("DesignReview_Control{}", &set), 0);
-    loader_.IFinishSet(record_, &props, &partition, nullptr);
-    record_ = nullptr;
     loader_.IStateDestroyed(&state);
-    ASSERT_NE(props.Find(ZtOpSavedViewsElement::GetClass()), nullptr);
-    ASSERT_NE(props.Find(ZtOpSelectionSetsElement::GetClass()), nullptr);
-    EXPECT_EQ(ZtOpSavedViewsElement::Require(props)->Get()->GetChildren().Size(), 1u);
-    EXPECT_EQ(ZtOpSelectionSetsElement::Require(props)->Get()->GetChildren().Size(), 1u);
 }
 
 TEST_F(LoaderPlugin, ComponentStartsAndEndsUnderItsName) {

@@ -18,121 +18,82 @@ protected:
     }
 };
 
-ZtLMatrix3f Rows(double a, double b, double c, double d, double e, double f, double g, double h,
-                 double i) {
-    ZtLMatrix3f m;
-    m.SetValue(a, b, c, d, e, f, g, h, i);
-    return m;
-}
-
 const std::string kOneModel = "dgn{name{a.dgn}}";
-
-TEST_F(Placement, WithoutBlocksTheTransformStaysTheIdentity) {
-    EXPECT_EQ(Place("DesignReview_Control{" + kOneModel + "}", 1000), ZtLAffine3f());
+const ZtLMatrix3f kIdentity;
+ZtLMatrix3f Scale(double s) {
+    return Rows(s, 0, 0, 0, s, 0, 0, 0, s);
 }
 
-TEST_F(Placement, TheOriginShiftIsConvertedFromUors) {
-    const ZtLAffine3f a = Place(
-        "DesignReview_Control{old_origin{10 20 30} new_origin{110 220 330}" + kOneModel + "}", 100);
-    EXPECT_EQ(a.GetTranslation(), ZtLVec3f(1, 2, 3));
-    EXPECT_EQ(a.GetMatrix(), ZtLMatrix3f());
+// The blocks of a control file before and after its one model.
+struct PlacementCase {
+    const char* before;
+    const char* after;
+    double uorsPerMaster;
+    ZtLMatrix3f matrix;
+    ZtLVec3f translation;
+};
+
+// Each control file read by a loader of its own.
+const PlacementCase kPlacements[] = {
+    {"", "", 1000, kIdentity, {0, 0, 0}},
+    // The origin shift is converted from UORs.
+    {"old_origin{10 20 30} new_origin{110 220 330}", "", 100, kIdentity, {1, 2, 3}},
+    // The matrix, rows in file order, is not scaled, and the shift not turned.
+    {"transform{0 -1 0\n1 0 0\n0 0 1} new_origin{500 0 0}",
+     "",
+     10,
+     Rows(0, -1, 0, 1, 0, 0, 0, 0, 1),
+     {50, 0, 0}},
+    // The shift is scaled from the reference's units to the set's: both in millimetres;
+    // the set in metres at the end; the reference in feet and the set in inches.
+    {"master_unit{mm} new_origin{1000 0 0}", "", 1, kIdentity, {1000, 0, 0}},
+    {"master_unit{mm} new_origin{1000 0 0}", "master_unit{m}", 1, kIdentity, {1, 0, 0}},
+    {"master_unit{ft} new_origin{0 0 -8000}", "master_unit{in}", 8000, kIdentity, {0, 0, -12}},
+    // A new origin counts from the old origin that stood before it.
+    {"new_origin{5 5 5} old_origin{1 1 1}", "", 1, kIdentity, {5, 5, 5}},
+    // The last transform that parses counts; a tenth number is not read.
+    {"transform{2 0 0 0 2 0 0 0 2} transform{3 0 0 0 3 0 0 0 3}", "", 1, Scale(3), {0, 0, 0}},
+    {"transform{2 0 0 0 2 0 0 0 2} transform{3 0 0 0 3 0 0 0}", "", 1, Scale(2), {0, 0, 0}},
+    {"transform{1 2 3 4 5 6 7 8 9 10}", "", 1, Rows(1, 2, 3, 4, 5, 6, 7, 8, 9), {0, 0, 0}},
+    // Bad numbers leave the values in force.
+    {"old_origin{10 10 10} new_origin{20 30 40} old_origin{1 2} new_origin{x y z}",
+     "transform{1 0 0 0 1 0 0 0}",
+     10,
+     kIdentity,
+     {1, 2, 3}},
+};
+
+class Placements : public Placement, public ::testing::WithParamInterface<PlacementCase> {};
+
+TEST_P(Placements, TransformOfTheFirstReference) {
+    const PlacementCase& c = GetParam();
+    const std::string text =
+        std::string("DesignReview_Control{") + c.before + kOneModel + c.after + "}";
+    const ZtLAffine3f a = Place(text, c.uorsPerMaster);
+    const ZtLVec3f& t = a.GetTranslation();
+    EXPECT_EQ(a.GetMatrix(), c.matrix) << text;
+    EXPECT_NEAR((t - c.translation).Length(), 0, 1e-12)
+        << text << ": " << t.x << " " << t.y << " " << t.z;
 }
 
-TEST_F(Placement, TheMatrixIsNotScaledAndTheShiftNotTurned) {
-    // A quarter turn about Z, rows in file order.
-    const ZtLAffine3f a = Place("DesignReview_Control{transform{0 -1 0\n1 0 0\n0 0 1}"
-                                "new_origin{500 0 0}" +
-                                    kOneModel + "}",
-                                10);
-    EXPECT_EQ(a.GetMatrix(), Rows(0, -1, 0, 1, 0, 0, 0, 0, 1));
-    EXPECT_EQ(a.GetTranslation(), ZtLVec3f(50, 0, 0));
-    EXPECT_EQ(a.Transform(ZtLPos3f(1, 0, 0)), ZtLPos3f(50, 1, 0));
-}
+INSTANTIATE_TEST_SUITE_P(ControlFiles, Placements, ::testing::ValuesIn(kPlacements));
 
-TEST_F(Placement, AModelWithoutFactorTakesTheShiftAsItStands) {
-    ZtOpSceneSet set;
-    ASSERT_EQ(Read("DesignReview_Control{master_unit{ft} new_origin{100 200 300}" + kOneModel + "}",
-                   &set),
-              0);
-    ZtOaGroup bare; // no scene properties
-    loader_.IPlaceSceneRef(record_, &set, set.GetSceneRefs()[0], &bare);
-    EXPECT_EQ(set.GetSceneRefs()[0]->GetTransform().GetTranslation(), ZtLVec3f(100, 200, 300));
-    // Nor is a null model an error.
-    ZtOpSceneRef* other = set.GetSceneRefs()[0];
-    loader_.IPlaceSceneRef(record_, &set, other, nullptr);
-    EXPECT_EQ(other->GetTransform().GetTranslation(), ZtLVec3f(200, 400, 600));
-}
-
-TEST_F(Placement, TheShiftIsScaledFromTheReferencesUnitsToTheSets) {
-    struct Case {
-        const char* blocks;
-        double uorsPerMaster;
-        ZtLVec3f translation;
-    };
-    const Case cases[] = {
-        // Both in millimetres: no scaling.
-        {"master_unit{mm} new_origin{1000 0 0} dgn{name{a.dgn}}", 1, {1000, 0, 0}},
-        // The reference in millimetres, the set in metres at the end.
-        {"master_unit{mm} new_origin{1000 0 0} dgn{name{a.dgn}} master_unit{m}", 1, {1, 0, 0}},
-        // The reference in feet, the set in inches.
-        {"master_unit{ft} new_origin{0 0 -8000} dgn{name{a.dgn}} master_unit{in}",
-         8000,
-         {0, 0, -12}},
-    };
-    for (const Case& c : cases) {
-        const ZtLAffine3f a =
-            Place(std::string("DesignReview_Control{") + c.blocks + "}", c.uorsPerMaster);
-        EXPECT_NEAR(a.GetTranslation().x, c.translation.x, 1e-12) << c.blocks;
-        EXPECT_NEAR(a.GetTranslation().y, c.translation.y, 1e-12) << c.blocks;
-        EXPECT_NEAR(a.GetTranslation().z, c.translation.z, 1e-12) << c.blocks;
-    }
-}
-
+// A model without a factor takes the shift as it stands; a null model is no error; each
+// call multiplies once more.
 TEST_F(Placement, EachCallMultipliesOnceMore) {
     ZtOpSceneSet set;
-    ASSERT_EQ(Read("DesignReview_Control{transform{2 0 0 0 2 0 0 0 2} new_origin{3 0 0}" +
+    ASSERT_EQ(Read("DesignReview_Control{master_unit{ft} transform{2 0 0 0 2 0 0 0 2} "
+                   "new_origin{100 200 300}" +
                        kOneModel + "}",
                    &set),
               0);
-    std::unique_ptr<ZtOaGroup> model = Model(1);
+    ZtOaGroup bare; // no scene properties
     ZtOpSceneRef* ref = set.GetSceneRefs()[0];
-    loader_.IPlaceSceneRef(nullptr, &set, ref, model.get());
-    loader_.IPlaceSceneRef(nullptr, &set, ref, model.get());
-    // (2 p + 3) placed again: 2 (2 p + 3) + 3.
-    EXPECT_EQ(ref->GetTransform().Transform(ZtLPos3f(1, 0, 0)), ZtLPos3f(13, 0, 0));
-}
-
-TEST_F(Placement, NewOriginCountsFromTheOldOriginThatStoodBeforeIt) {
-    const ZtLAffine3f a =
-        Place("DesignReview_Control{new_origin{5 5 5} old_origin{1 1 1}" + kOneModel + "}", 1);
-    EXPECT_EQ(a.GetTranslation(), ZtLVec3f(5, 5, 5));
-}
-
-TEST_F(Placement, TheLastTransformThatParsesCounts) {
-    struct Case {
-        const char* blocks;
-        ZtLMatrix3f matrix;
-    };
-    const Case cases[] = {
-        {"transform{2 0 0 0 2 0 0 0 2} transform{3 0 0 0 3 0 0 0 3}",
-         Rows(3, 0, 0, 0, 3, 0, 0, 0, 3)},
-        {"transform{2 0 0 0 2 0 0 0 2} transform{3 0 0 0 3 0 0 0}",
-         Rows(2, 0, 0, 0, 2, 0, 0, 0, 2)},
-        {"transform{1 2 3 4 5 6 7 8 9 10}", Rows(1, 2, 3, 4, 5, 6, 7, 8, 9)},
-    };
-    for (const Case& c : cases) {
-        const ZtLAffine3f a =
-            Place(std::string("DesignReview_Control{") + c.blocks + kOneModel + "}", 1);
-        EXPECT_EQ(a.GetMatrix(), c.matrix) << c.blocks;
-    }
-}
-
-TEST_F(Placement, BadNumbersLeaveTheValuesInForce) {
-    const ZtLAffine3f a = Place("DesignReview_Control{old_origin{10 10 10} new_origin{20 30 40}"
-                                "old_origin{1 2} new_origin{x y z} transform{1 0 0 0 1 0 0 0}" +
-                                    kOneModel + "}",
-                                10);
-    EXPECT_EQ(a, ZtLAffine3f(ZtLMatrix3f(), ZtLVec3f(1, 2, 3)));
+    loader_.IPlaceSceneRef(record_, &set, ref, &bare);
+    EXPECT_EQ(ref->GetTransform().GetTranslation(), ZtLVec3f(100, 200, 300));
+    loader_.IPlaceSceneRef(nullptr, &set, ref, nullptr);
+    // (2 p + t) placed again: 2 (2 p + t) + t.
+    EXPECT_EQ(ref->GetTransform().Transform(ZtLPos3f(1, 0, 0)), ZtLPos3f(304, 600, 900));
 }
 
 // One plug-in reads control files for the life of the process, and what one file sets

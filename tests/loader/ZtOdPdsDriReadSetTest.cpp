@@ -9,13 +9,6 @@ namespace {
 
 using ReadSet = DriLoaderTest;
 
-std::vector<std::wstring> SourceNames(const ZtOpSceneSet& set) {
-    std::vector<std::wstring> names;
-    for (std::size_t i = 0; i < set.GetSceneRefs().Size(); ++i)
-        names.push_back(set.GetSceneRefs()[i]->GetSourceName().Str());
-    return names;
-}
-
 TEST_F(ReadSet, StatusesOfTheFirstBlock) {
     struct Case {
         const char* text;
@@ -45,22 +38,20 @@ TEST_F(ReadSet, StatusesOfTheFirstBlock) {
     }
 }
 
-TEST_F(ReadSet, AFileThatCannotBeOpenedGives64) {
-    ZtOpSceneSet set;
-    EXPECT_EQ(ReadFile("missing.dri", &set), 64);
-    EXPECT_EQ(record_, nullptr);
-    // A folder is no file either.
-    std::filesystem::create_directory(folder_.File("folder.dri"));
-    EXPECT_EQ(ReadFile("folder.dri", &set), 64);
-}
-
+// A file that cannot be opened, a folder among them, gives 64; a failure leaves the set,
+// the record and option 10 alone.
 TEST_F(ReadSet, FailuresLeaveSetRecordAndDgnOptionAlone) {
-    for (const char* text : {"", "foo{dgn{name{a.dgn}}}"}) {
+    std::filesystem::create_directory(folder_.File("folder.dri"));
+    ZtTestWriteBytes(folder_.File("empty.dri"), "");
+    ZtTestWriteBytes(folder_.File("other.dri"), "foo{dgn{name{a.dgn}}}");
+    const std::pair<const char*, int> cases[] = {
+        {"missing.dri", 64}, {"folder.dri", 64}, {"empty.dri", 64}, {"other.dri", 128}};
+    for (const auto& [name, status] : cases) {
         ZtOpSceneSet set;
         set.SetLinearUnits(ZtOaUnit::kMiles);
         record_ = reinterpret_cast<void*>(1); // IReadSet nulls it first
-        EXPECT_TRUE(ZtTestWriteBytes(folder_.File("bad.dri"), text));
-        EXPECT_NE(loader_.IReadSet(ZtUWideString(folder_.WideFile("bad.dri")), &set, &record_), 0);
+        EXPECT_EQ(loader_.IReadSet(ZtUWideString(folder_.WideFile(name)), &set, &record_), status)
+            << name;
         EXPECT_EQ(record_, nullptr);
         EXPECT_EQ(set.GetSceneRefs().Size(), 0u);
         EXPECT_EQ(set.GetLinearUnits(), ZtOaUnit::kMiles);
@@ -76,66 +67,68 @@ TEST_F(ReadSet, TheRecordKeepsThePathAndItsFolder) {
     EXPECT_EQ(set.GetSceneRefs().Size(), 0u);
 }
 
-TEST_F(ReadSet, OneReferenceForEachDgnWithAName) {
+// What follows "DesignReview_Control{" in a control file, the names (UTF-8) and units of
+// its references, and the units of the set.
+struct ReferencesCase {
+    ZtOaUnit::Linear setUnits;
+    const char* text;
+    std::vector<std::pair<std::string, ZtOaUnit::Linear>> refs;
+};
+
+const ZtOaUnit::Linear kM = ZtOaUnit::kMetres, kFt = ZtOaUnit::kFeet;
+
+// Each control file read by a loader of its own.
+const ReferencesCase kReferences[] = {
+    // One reference for each dgn with a name, its first; nothing outside the first block.
+    {kM,
+     "\ndgn{name{pipes.dgn}}\n"
+     "dgn{ other{x} name{ steel.dgn } name{second.dgn} }\n"
+     "dgn{nothing{here}}\n"
+     "dgn{}\n"
+     "DGN{name{capitals.dgn}}\n"
+     "dgn{x{name{nested.dgn}} name{ \n sub/equip.dgn\t}}\n"
+     "dgn{name{pipes.dgn}}\n"
+     "unknown{name{u.dgn} dgn{name{inner.dgn}}}\n"
+     "}\n"
+     "dgn{name{behind.dgn}}\n",
+     {{"pipes.dgn", kM}, {"steel.dgn", kM}, {"sub/equip.dgn", kM}, {"pipes.dgn", kM}}},
+    // Blocks before an unfinished block stand.
+    {kFt, "\ndgn{name{a.dgn}}\nmaster_unit{ft}\ndgn{name{b.dgn}", {{"a.dgn", kM}}},
+    // With counted texts a brace behind "text" would start a count.
+    {kM, "text{5 }{}dgn{name{a.dgn}}}", {{"a.dgn", kM}}},
+    // A master unit goes to later references and to the set; an unknown one is metres.
+    {kFt,
+     "dgn{name{a.dgn}} master_unit{FT} dgn{name{b.dgn}} master_unit{mm} dgn{name{c.dgn}} "
+     "master_unit{ft}}",
+     {{"a.dgn", kM}, {"b.dgn", kFt}, {"c.dgn", ZtOaUnit::kMillimetres}}},
+    {kM, "master_unit{in} master_unit{foot} dgn{name{a.dgn}}}", {{"a.dgn", kM}}},
+    // Model files need not exist; wide names survive.
+    {kM, "dgn{name{/no/such/model.dgn}}}", {{"/no/such/model.dgn", kM}}},
+    {kM,
+     "dgn{name{r\xc3\xb6hre-\xf0\x9f\x94\xa7.dgn}}}",
+     {{"r\xc3\xb6hre-\xf0\x9f\x94\xa7.dgn", kM}}},
+};
+
+class References : public DriLoaderTest, public ::testing::WithParamInterface<ReferencesCase> {};
+
+// Every reference loads the model it names, where it stands, and in place.
+TEST_P(References, NamesAndUnitsOfTheReferences) {
+    const ReferencesCase& c = GetParam();
     ZtOpSceneSet set;
-    ASSERT_EQ(Read("DesignReview_Control{\n"
-                   "dgn{name{pipes.dgn}}\n"
-                   "dgn{ other{x} name{ steel.dgn } name{second.dgn} }\n"
-                   "dgn{nothing{here}}\n"
-                   "dgn{}\n"
-                   "DGN{name{capitals.dgn}}\n"
-                   "dgn{x{name{nested.dgn}} name{ \n sub/equip.dgn\t}}\n"
-                   "dgn{name{pipes.dgn}}\n"
-                   "unknown{name{u.dgn} dgn{name{inner.dgn}}}\n"
-                   "}\n"
-                   "dgn{name{behind.dgn}}\n",
-                   &set),
-              0);
-    EXPECT_EQ(SourceNames(set), (std::vector<std::wstring>{L"pipes.dgn", L"steel.dgn",
-                                                           L"sub/equip.dgn", L"pipes.dgn"}));
-    for (std::size_t i = 0; i < set.GetSceneRefs().Size(); ++i) {
+    ASSERT_EQ(Read(std::string("DesignReview_Control{") + c.text, &set), 0) << c.text;
+    ASSERT_EQ(set.GetSceneRefs().Size(), c.refs.size()) << c.text;
+    for (std::size_t i = 0; i < c.refs.size(); ++i) {
         const ZtOpSceneRef* ref = set.GetSceneRefs()[i];
+        EXPECT_EQ(ZtUSysString::WideToUtf8(ref->GetSourceName().Str()), c.refs[i].first) << c.text;
+        EXPECT_EQ(ref->GetLinearUnits(), c.refs[i].second) << c.text << " " << i;
         EXPECT_EQ(ref->GetLoadFile(), ref->GetSourceName());
         EXPECT_EQ(ref->GetLoadKind(), 2);
         EXPECT_EQ(ref->GetTransform(), ZtLAffine3f());
     }
+    EXPECT_EQ(set.GetLinearUnits(), c.setUnits) << c.text;
 }
 
-TEST_F(ReadSet, BlocksBeforeAnUnfinishedBlockStand) {
-    ZtOpSceneSet set;
-    ASSERT_EQ(
-        Read("DesignReview_Control{\ndgn{name{a.dgn}}\nmaster_unit{ft}\ndgn{name{b.dgn}", &set), 0);
-    EXPECT_EQ(SourceNames(set), (std::vector<std::wstring>{L"a.dgn"}));
-    EXPECT_EQ(set.GetLinearUnits(), ZtOaUnit::kFeet);
-}
-
-TEST_F(ReadSet, TextKeysHaveNoMeaningInAControlFile) {
-    // With counted texts a brace behind "text" would start a count.
-    ZtOpSceneSet set;
-    ASSERT_EQ(Read("DesignReview_Control{text{5 }{}dgn{name{a.dgn}}}", &set), 0);
-    EXPECT_EQ(SourceNames(set), (std::vector<std::wstring>{L"a.dgn"}));
-}
-
-TEST_F(ReadSet, MasterUnitGoesToLaterReferencesAndToTheSet) {
-    ZtOpSceneSet set;
-    ASSERT_EQ(Read("DesignReview_Control{dgn{name{a.dgn}} master_unit{FT} dgn{name{b.dgn}}"
-                   " master_unit{mm} dgn{name{c.dgn}} master_unit{ft}}",
-                   &set),
-              0);
-    ASSERT_EQ(set.GetSceneRefs().Size(), 3u);
-    EXPECT_EQ(set.GetSceneRefs()[0]->GetLinearUnits(), ZtOaUnit::kMetres);
-    EXPECT_EQ(set.GetSceneRefs()[1]->GetLinearUnits(), ZtOaUnit::kFeet);
-    EXPECT_EQ(set.GetSceneRefs()[2]->GetLinearUnits(), ZtOaUnit::kMillimetres);
-    EXPECT_EQ(set.GetLinearUnits(), ZtOaUnit::kFeet);
-}
-
-TEST_F(ReadSet, AnUnknownMasterUnitIsMetresForLoaderAndSet) {
-    ZtOpSceneSet set;
-    ASSERT_EQ(
-        Read("DesignReview_Control{master_unit{in} master_unit{foot} dgn{name{a.dgn}}}", &set), 0);
-    EXPECT_EQ(set.GetSceneRefs()[0]->GetLinearUnits(), ZtOaUnit::kMetres);
-    EXPECT_EQ(set.GetLinearUnits(), ZtOaUnit::kMetres);
-}
+INSTANTIATE_TEST_SUITE_P(ControlFiles, References, ::testing::ValuesIn(kReferences));
 
 TEST_F(ReadSet, InputFilesChooseBetweenModelAndCacheFile) {
     std::filesystem::create_directory(folder_.File("sub"));
@@ -159,14 +152,14 @@ TEST_F(ReadSet, InputFilesChooseBetweenModelAndCacheFile) {
         ZtOpSceneSet set;
         ASSERT_EQ(Read(review, &set), 0);
         ASSERT_EQ(set.GetSceneRefs().Size(), 4u);
+        // The source name is the name as written, whatever is loaded.
+        const wchar_t* names[] = {L"a.dgn", L"b.dgn", L"sub/c.dgn", L"./sub/../a"};
         for (std::size_t i = 0; i < 4; ++i) {
-            EXPECT_EQ(set.GetSceneRefs()[i]->GetLoadFile().Str(), c.loadFiles[i])
-                << c.inputFiles << " " << i;
-            // The source name is the name as written, whatever is loaded.
-            EXPECT_EQ(set.GetSceneRefs()[i]->GetLoadKind(), 2);
+            const ZtOpSceneRef* ref = set.GetSceneRefs()[i];
+            EXPECT_EQ(ref->GetLoadFile().Str(), c.loadFiles[i]) << c.inputFiles << " " << i;
+            EXPECT_EQ(ref->GetSourceName().Str(), std::wstring(names[i]));
+            EXPECT_EQ(ref->GetLoadKind(), 2);
         }
-        EXPECT_EQ(SourceNames(set),
-                  (std::vector<std::wstring>{L"a.dgn", L"b.dgn", L"sub/c.dgn", L"./sub/../a"}));
     }
 }
 
@@ -182,56 +175,17 @@ TEST_F(ReadSet, ACacheFileIsLookedForBesideTheControlFileNotTheWorkingFolder) {
     EXPECT_EQ(set.GetSceneRefs()[1]->GetLoadFile().Str(), folder_.WideFile("a.kvc"));
 }
 
-TEST_F(ReadSet, ModelFilesNeedNotExist) {
-    ZtOpSceneSet set;
-    ASSERT_EQ(Read("DesignReview_Control{dgn{name{/no/such/model.dgn}}}", &set), 0);
-    EXPECT_EQ(set.GetSceneRefs()[0]->GetLoadFile().Str(), L"/no/such/model.dgn");
-}
-
-TEST_F(ReadSet, WideNamesSurviveTheReading) {
-    ZtOpSceneSet set;
-    ASSERT_EQ(Read("DesignReview_Control{dgn{name{r\xc3\xb6hre-\xf0\x9f\x94\xa7.dgn}}}", &set), 0);
-    EXPECT_EQ(ZtUSysString::WideToUtf8(set.GetSceneRefs()[0]->GetSourceName().Str()),
-              "r\xc3\xb6hre-\xf0\x9f\x94\xa7.dgn");
-}
-
-} // namespace
-
-namespace {
-
 // Control files made of the format's own pieces in random order, so that braces, keys
 // and numbers meet in every combination: reading, placing and finishing must hold up.
 TEST_F(ReadSet, ScrambledControlFilesAreReadWithoutHarm) {
+    using namespace std::string_literals;
     const std::string pieces[] = {
-        "DesignReview_Control{",
-        "{",
-        "}",
-        "}}",
-        "dgn{",
-        "name{",
-        "a.dgn",
-        "sub/../b.kvc",
-        "transform{",
-        "old_origin{",
-        "new_origin{",
-        "master_unit{",
-        "ft",
-        "'",
-        "\"",
-        " ",
-        "\n",
-        "\r\n",
-        "1e308 ",
-        "-1e999 ",
-        "0x1p-1074 ",
-        "nan ",
-        "7 8 9 ",
-        "text{3 ",
-        "\t",
-        "\xc3\xb6",
-        "\xff",
-        std::string(1, '\0'),
-    };
+        // Keys, braces and names.
+        "DesignReview_Control{", "{", "}", "}}", "dgn{", "name{", "a.dgn", "sub/../b.kvc",
+        "transform{", "old_origin{", "new_origin{", "master_unit{",
+        // Units, blanks, numbers and bytes.
+        "ft", "'", "\"", " ", "\n", "\r\n", "1e308 ", "-1e999 ", "0x1p-1074 ", "nan ", "7 8 9 ",
+        "text{3 ", "\t", "\xc3\xb6", "\xff", "\0"s};
     std::uint32_t seed = 12345;
     auto next = [&seed] { return (seed = seed * 1103515245u + 12345u) >> 8; };
     for (int file = 0; file < 300; ++file) {

@@ -1,3 +1,5 @@
+#include "DriTestSupport.h"
+
 #include "loader/ZtOdPdsDriValues.h"
 #include "ztutil/ZtUWideString.h"
 
@@ -8,50 +10,38 @@
 
 namespace {
 
-ZtLMatrix3f Rows(double a, double b, double c, double d, double e, double f, double g, double h,
-                 double i) {
-    ZtLMatrix3f m;
-    m.SetValue(a, b, c, d, e, f, g, h, i);
-    return m;
-}
-
-TEST(ZtOdPdsScanTransform, NineNumbersInAnyLayoutSetTheRows) {
+// Nine numbers in any layout set the rows; fewer leave the matrix as it was.
+TEST(ZtOdPdsScanTransform, NineNumbersSetTheRows) {
+    const ZtLMatrix3f before = Rows(9, 8, 7, 6, 5, 4, 3, 2, 1);
+    const ZtLMatrix3f identity;
     struct Case {
         const wchar_t* text;
+        bool read;
         ZtLMatrix3f expected;
     };
     const Case cases[] = {
-        {L"1 2 3 4 5 6 7 8 9", Rows(1, 2, 3, 4, 5, 6, 7, 8, 9)},
-        {L"\n  1 2 3\n4 5 6\r\n7 8 9\n", Rows(1, 2, 3, 4, 5, 6, 7, 8, 9)},
-        {L"\t-1\t+2.5 3e2 4E-1 .5 6. -7.25e+1 0 0", Rows(-1, 2.5, 300, 0.4, 0.5, 6, -72.5, 0, 0)},
+        {L"1 2 3 4 5 6 7 8 9", true, Rows(1, 2, 3, 4, 5, 6, 7, 8, 9)},
+        {L"\n  1 2 3\n4 5 6\r\n7 8 9\n", true, Rows(1, 2, 3, 4, 5, 6, 7, 8, 9)},
+        {L"\t-1\t+2.5 3e2 4E-1 .5 6. -7.25e+1 0 0", true,
+         Rows(-1, 2.5, 300, 0.4, 0.5, 6, -72.5, 0, 0)},
         // A tenth number and text behind the ninth are not read.
-        {L"1 0 0 0 1 0 0 0 1 99", Rows(1, 0, 0, 0, 1, 0, 0, 0, 1)},
-        {L"1 0 0 0 1 0 0 0 1 trailing text", Rows(1, 0, 0, 0, 1, 0, 0, 0, 1)},
-        {L"1 0 0 0 1 0 0 0 1x", Rows(1, 0, 0, 0, 1, 0, 0, 0, 1)},
+        {L"1 0 0 0 1 0 0 0 1 99", true, identity},
+        {L"1 0 0 0 1 0 0 0 1 trailing text", true, identity},
+        {L"1 0 0 0 1 0 0 0 1x", true, identity},
         // Whatever forms the conversion takes.
-        {L"0x10 0 0 0 1 0 0 0 1", Rows(16, 0, 0, 0, 1, 0, 0, 0, 1)},
+        {L"0x10 0 0 0 1 0 0 0 1", true, Rows(16, 0, 0, 0, 1, 0, 0, 0, 1)},
+        {L"", false, before},
+        {L"   ", false, before},
+        {L"1 2 3 4 5 6 7 8", false, before},
+        {L"1 2 3 4 x 6 7 8 9", false, before},
+        {L"a b c d e f g h i", false, before},
+        {L"1,2,3,4,5,6,7,8,9", false, before},
+        {L"1 2 3 4 5 6 7 8 -", false, before},
     };
     for (const Case& c : cases) {
-        ZtLMatrix3f m = Rows(9, 9, 9, 9, 9, 9, 9, 9, 9);
-        EXPECT_TRUE(ZtOdPdsScanTransform(ZtUWideStringBuffer(c.text), &m)) << c.text;
+        ZtLMatrix3f m = before;
+        EXPECT_EQ(ZtOdPdsScanTransform(ZtUWideStringBuffer(c.text), &m), c.read) << c.text;
         EXPECT_EQ(m, c.expected) << c.text;
-    }
-}
-
-TEST(ZtOdPdsScanTransform, FewerThanNineNumbersLeaveTheMatrix) {
-    const wchar_t* cases[] = {
-        L"",
-        L"   ",
-        L"1 2 3 4 5 6 7 8",
-        L"1 2 3 4 x 6 7 8 9",
-        L"a b c d e f g h i",
-        L"1,2,3,4,5,6,7,8,9",
-        L"1 2 3 4 5 6 7 8 -",
-    };
-    for (const wchar_t* text : cases) {
-        ZtLMatrix3f m = Rows(9, 8, 7, 6, 5, 4, 3, 2, 1);
-        EXPECT_FALSE(ZtOdPdsScanTransform(ZtUWideStringBuffer(text), &m)) << text;
-        EXPECT_EQ(m, Rows(9, 8, 7, 6, 5, 4, 3, 2, 1)) << text;
     }
 }
 
@@ -83,37 +73,19 @@ TEST(ZtOdPdsScanPoint, ThreeNumbersSetThePoint) {
 }
 
 TEST(ZtOdPdsFindMasterUnit, AbbreviationsAreTrimmedAndComparedInLowerCase) {
-    struct Case {
-        const wchar_t* text;
-        ZtOaUnit::Linear unit;
-    };
-    const Case cases[] = {
-        {L"m", ZtOaUnit::kMetres},
-        {L"cm", ZtOaUnit::kCentimetres},
-        {L"mm", ZtOaUnit::kMillimetres},
-        {L"ft", ZtOaUnit::kFeet},
-        {L"'", ZtOaUnit::kFeet},
-        {L"in", ZtOaUnit::kInches},
-        {L"\"", ZtOaUnit::kInches},
-        {L"yd", ZtOaUnit::kYards},
-        {L"km", ZtOaUnit::kKilometres},
-        {L"mi", ZtOaUnit::kMiles},
-        {L"um", ZtOaUnit::kMicrometres},
-        {L"mil", ZtOaUnit::kMils},
-        {L"ui", ZtOaUnit::kMicroinches},
-        {L" FT ", ZtOaUnit::kFeet},
-        {L"\n\tIn\r\n", ZtOaUnit::kInches},
-        {L"MIL", ZtOaUnit::kMils},
-        // Anything else is metres.
-        {L"foot", ZtOaUnit::kMetres},
-        {L"", ZtOaUnit::kMetres},
-        {L"f t", ZtOaUnit::kMetres},
-        {L"ft.", ZtOaUnit::kMetres},
-        {L"''", ZtOaUnit::kMetres},
-        {L"\u00b5m", ZtOaUnit::kMetres},
-    };
-    for (const Case& c : cases)
-        EXPECT_EQ(ZtOdPdsFindMasterUnit(ZtUWideStringBuffer(c.text)), c.unit) << c.text;
+    using U = ZtOaUnit;
+    const std::pair<const wchar_t*, U::Linear> cases[] = {
+        {L"m", U::kMetres},         {L"cm", U::kCentimetres}, {L"mm", U::kMillimetres},
+        {L"ft", U::kFeet},          {L"'", U::kFeet},         {L"in", U::kInches},
+        {L"\"", U::kInches},        {L"yd", U::kYards},       {L"km", U::kKilometres},
+        {L"mi", U::kMiles},         {L"um", U::kMicrometres}, {L"mil", U::kMils},
+        {L"ui", U::kMicroinches},   {L" FT ", U::kFeet},      {L"MIL", U::kMils},
+        {L"\n\tIn\r\n", U::kInches}};
+    for (const auto& [text, unit] : cases)
+        EXPECT_EQ(ZtOdPdsFindMasterUnit(ZtUWideStringBuffer(text)), unit) << text;
+    // Anything else is metres.
+    for (const wchar_t* text : {L"foot", L"", L"f t", L"ft.", L"''", L"\u00b5m"})
+        EXPECT_EQ(ZtOdPdsFindMasterUnit(ZtUWideStringBuffer(text)), U::kMetres) << text;
 }
 
 } // namespace
