@@ -29,6 +29,10 @@ TEST(CommandLine, ParsesStepsAndOptionsAnywhere) {
     EXPECT_EQ(line.steps[1].name, "model");
     EXPECT_EQ(line.steps[1].argument, "a.dgn");
     EXPECT_EQ(line.steps[2].name, "select");
+    // Help needs no step.
+    CommandLine help;
+    ASSERT_TRUE(ParseCommandLine({"--help"}, &help, &error));
+    EXPECT_TRUE(help.help);
 }
 
 TEST(CommandLine, RefusesWhatItCannotUse) {
@@ -62,13 +66,6 @@ TEST(CommandLine, RefusesWhatItCannotUse) {
         EXPECT_FALSE(ParseCommandLine(c.args, &line, &error));
         EXPECT_EQ(error, c.message);
     }
-}
-
-TEST(CommandLine, HelpNeedsNoStep) {
-    CommandLine line;
-    std::string error;
-    ASSERT_TRUE(ParseCommandLine({"--help"}, &line, &error));
-    EXPECT_TRUE(line.help);
 }
 
 } // namespace

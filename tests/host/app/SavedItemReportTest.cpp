@@ -11,49 +11,43 @@
 namespace {
 
 // A document with a selection set of two alternatives, one of them negated, and a folder.
-class SelectionSetsReport : public ::testing::Test {
-protected:
-    SelectionSetsReport() {
-        ZtUNameDict* names = state.EditNameDict();
-        const ZtUName* level = ZtUName::StandardName(17, names);
-        const ZtUName* pds = names->Find(L"PDS", "ZtDgnPDSAttributes");
-        const ZtUName* lineId = names->Find(L"line_id", "ZtDgnPDSAttribute");
-        ZtOpFindSpec spec;
-        ZtUData value;
-        value.SetWideString(L"Level 3");
-        spec.AddCondition(ZtOpFindCondition(nullptr, level, Flags(5), Op(6), value));
-        value.SetWideString(L"L\"1*");
-        spec.AddCondition(ZtOpFindCondition(pds, lineId, Flags(105), Op(13), value));
-        value.SetInt32(-4);
-        spec.AddCondition(ZtOpFindCondition(pds, lineId, Flags(41), Op(3), value));
-        spec.SelectAll();
-        auto* set = new ZtOpSelectionSet;
-        set->SetName(L"Pipes");
-        set->SetGuid(ZtOpGuid(1, 2));
-        set->EditImplicitSelection().SetImplicitFindSpec(spec);
-        auto* comment = new ZtOpComment(0);
-        comment->SetBody(L"North\n\rSouth");
-        set->EditComments().PushBack(comment);
-        auto* folder = new ZtOpFolderItem;
-        folder->SetName(L"Empty");
-        folder->SetGuid(ZtOpGuid(3, 4));
-        ZtOpFolderItem imported;
-        imported.AddChild(set);
-        imported.AddChild(folder);
-        ZtOpSelectionSetsElement::Require(state.EditElementList())
-            ->AppendCreateGuidIfDuplicate(&imported);
-    }
-    static ZtOpFindConditionFlags::Enum Flags(unsigned f) {
-        return static_cast<ZtOpFindConditionFlags::Enum>(f);
-    }
-    static ZtOpFindConditionOp::Enum Op(int op) {
-        return static_cast<ZtOpFindConditionOp::Enum>(op);
-    }
-
+TEST(SelectionSetsReport, JsonAndSummary) {
     ZtOpState state;
-};
+    ZtUNameDict* names = state.EditNameDict();
+    const ZtUName* level = ZtUName::StandardName(17, names);
+    const ZtUName* pds = names->Find(L"PDS", "ZtDgnPDSAttributes");
+    const ZtUName* lineId = names->Find(L"line_id", "ZtDgnPDSAttribute");
+    ZtOpFindSpec spec;
+    auto add = [&](const ZtUName* category, const ZtUName* property, unsigned flags, int op,
+                   const ZtUData& value) {
+        spec.AddCondition(ZtOpFindCondition(category, property,
+                                            static_cast<ZtOpFindConditionFlags::Enum>(flags),
+                                            static_cast<ZtOpFindConditionOp::Enum>(op), value));
+    };
+    ZtUData value;
+    value.SetWideString(L"Level 3");
+    add(nullptr, level, 5, 6, value);
+    value.SetWideString(L"L\"1*");
+    add(pds, lineId, 105, 13, value);
+    value.SetInt32(-4);
+    add(pds, lineId, 41, 3, value);
+    spec.SelectAll();
+    auto* set = new ZtOpSelectionSet;
+    set->SetName(L"Pipes");
+    set->SetGuid(ZtOpGuid(1, 2));
+    set->EditImplicitSelection().SetImplicitFindSpec(spec);
+    auto* comment = new ZtOpComment(0);
+    comment->SetBody(L"North\n\rSouth");
+    set->EditComments().PushBack(comment);
+    auto* folder = new ZtOpFolderItem;
+    folder->SetName(L"Empty");
+    folder->SetGuid(ZtOpGuid(3, 4));
+    ZtOpFolderItem imported;
+    imported.AddChild(set);
+    imported.AddChild(folder);
+    ZtOpSelectionSetsElement::Require(state.EditElementList())
+        ->AppendCreateGuidIfDuplicate(&imported);
 
-TEST_F(SelectionSetsReport, Json) {
     std::string out;
     JsonWriter json(out);
     WriteSelectionSetsJson(json, state);
@@ -82,10 +76,8 @@ TEST_F(SelectionSetsReport, Json) {
   }
 ]
 )");
-}
 
-TEST_F(SelectionSetsReport, Summary) {
-    std::string out;
+    out.clear();
     AppendSelectionSetsSummary(out, state);
     EXPECT_EQ(out, "Selection sets: 2\n"
                    "  selectionSet \"Pipes\"\n"
@@ -94,17 +86,15 @@ TEST_F(SelectionSetsReport, Summary) {
                    "    rule: Level = \"Level 3\"\n"
                    "      or: not PDS.line_id matches \"L\"1*\" and PDS.line_id exists\n"
                    "  folder \"Empty\", 0 items\n");
-}
-
-TEST(SelectionSetsReportEmpty, NewDocumentHasNone) {
-    ZtOpState state;
-    std::string out;
-    JsonWriter json(out);
-    WriteSelectionSetsJson(json, state);
-    EXPECT_EQ(out, "[]\n");
-    std::string summary;
-    AppendSelectionSetsSummary(summary, state);
-    EXPECT_EQ(summary, "Selection sets: 0\n");
+    // A new document has none.
+    const ZtOpState bare;
+    std::string empty;
+    JsonWriter emptyJson(empty);
+    WriteSelectionSetsJson(emptyJson, bare);
+    EXPECT_EQ(empty, "[]\n");
+    empty.clear();
+    AppendSelectionSetsSummary(empty, bare);
+    EXPECT_EQ(empty, "Selection sets: 0\n");
 }
 
 } // namespace

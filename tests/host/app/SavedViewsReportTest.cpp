@@ -1,6 +1,5 @@
 #include "app/JsonWriter.h"
 #include "app/SavedItemReport.h"
-#include "support/ZtTestJson.h"
 #include "ztplugin/ZtOpRedlineTag.h"
 #include "ztplugin/ZtOpSavedItemsElement.h"
 #include "ztplugin/ZtOpState.h"
@@ -19,73 +18,64 @@ public:
 };
 
 // A document with one view of two tags, one comment of two lines, and a sketch.
-class SavedViewsReport : public ::testing::Test {
-protected:
-    SavedViewsReport() {
-        auto* view = new ZtOpView;
-        view->SetName(L"Tag View 7");
-        view->SetGuid(ZtOpGuid(5, 6));
-        ZtNvCamera camera;
-        camera.SetPosition({50, 20, 30});
-        camera.PointAt({0, 20, 30});
-        view->AnonView().EditViewPoint()->SetCamera(camera);
-        ZtOaClipPlane* plane = view->AnonView().EditClipPlaneSet()->Edit(2);
-        plane->AlignToPick(ZtOaClipPlane::kAlignToNormal, {49, 0, 0}, ZtLUnitVec3f(-1, 0, 0),
-                           nullptr);
-        plane->SetEnabled(true);
-        for (unsigned id : {7u, 8u}) {
-            auto* comment = new ZtOpComment(id);
-            comment->SetBody(id == 7 ? L"Check\r\nthis valve" : L"Done");
-            view->EditComments().PushBack(comment);
-            auto* tag =
-                new ZtOpRedlineTag(id, id, {0.25, -0.5}, {1, 2}, 1, {12, 21, 30.5}, 0, ZtLBox3f());
-            tag->SetLineThickness(3);
-            view->EditRedlines().PushBack(tag);
-        }
-        view->EditRedlines().PushBack(new Sketch);
-        ZtOpSavedViewsElement::Require(state.EditElementList())->Edit()->AddChild(view);
-    }
-
+TEST(SavedViewsReport, JsonAndSummary) {
     ZtOpState state;
-};
+    auto* view = new ZtOpView;
+    view->SetName(L"Tag View 7");
+    view->SetGuid(ZtOpGuid(5, 6));
+    ZtNvCamera camera;
+    camera.SetPosition({50, 20, 30});
+    camera.PointAt({0, 20, 30});
+    view->AnonView().EditViewPoint()->SetCamera(camera);
+    ZtOaClipPlane* plane = view->AnonView().EditClipPlaneSet()->Edit(2);
+    plane->AlignToPick(ZtOaClipPlane::kAlignToNormal, {49, 0, 0}, ZtLUnitVec3f(-1, 0, 0), nullptr);
+    plane->SetEnabled(true);
+    for (unsigned id : {7u, 8u}) {
+        auto* comment = new ZtOpComment(id);
+        comment->SetBody(id == 7 ? L"Check\r\nthis valve" : L"Done");
+        view->EditComments().PushBack(comment);
+        auto* tag =
+            new ZtOpRedlineTag(id, id, {0.25, -0.5}, {1, 2}, 1, {12, 21, 30.5}, 0, ZtLBox3f());
+        tag->SetLineThickness(3);
+        view->EditRedlines().PushBack(tag);
+    }
+    view->EditRedlines().PushBack(new Sketch);
+    ZtOpSavedViewsElement::Require(state.EditElementList())->Edit()->AddChild(view);
 
-TEST_F(SavedViewsReport, ViewItemsInTheJson) {
     std::string out;
-    JsonWriter writer(out);
-    WriteSavedViewsJson(writer, state);
-    ZtTestJson json;
-    std::string error;
-    ASSERT_TRUE(ZtTestParseJson(out, &json, &error)) << error << out;
-    ASSERT_EQ(json.items.size(), 1u);
-    const ZtTestJson& view = json[0];
-    EXPECT_EQ(view["kind"].text, "view");
-    EXPECT_EQ(view["name"].text, "Tag View 7");
-    EXPECT_EQ(view["viewpoint"]["position"][0].number, 50);
-    EXPECT_EQ(view["viewpoint"]["viewDir"][0].number, -1);
-    EXPECT_TRUE(view["viewpoint"]["focalDistance"].IsNull());
-    ASSERT_EQ(view["clipPlanes"].items.size(), 1u);
-    EXPECT_EQ(view["clipPlanes"][0]["index"].number, 2);
-    EXPECT_EQ(view["clipPlanes"][0]["normal"][0].number, -1);
-    EXPECT_EQ(view["clipPlanes"][0]["distance"].number, -49);
-    ASSERT_EQ(view["comments"].items.size(), 2u);
-    EXPECT_EQ(view["comments"][0]["body"].text, "Check\r\nthis valve");
-    ASSERT_EQ(view["redlines"].items.size(), 3u);
-    const ZtTestJson& tag = view["redlines"][1];
-    EXPECT_EQ(tag["type"].text, "tag");
-    EXPECT_EQ(tag["tagId"].number, 8);
-    EXPECT_EQ(tag["commentId"].number, 8);
-    EXPECT_EQ(tag["pos2dA"][1].number, -0.5);
-    EXPECT_EQ(tag["pos2dB"][0].number, 1);
-    EXPECT_TRUE(tag["pos3dValid"].boolean);
-    EXPECT_EQ(tag["pos3d"][2].number, 30.5);
-    EXPECT_EQ(tag["lineColor"][0].number, 1);
-    EXPECT_EQ(tag["lineThickness"].number, 3);
-    EXPECT_EQ(view["redlines"][2]["type"].text, "1");
-    EXPECT_FALSE(view["redlines"][2].Has("tagId"));
-}
+    JsonWriter json(out);
+    WriteSavedViewsJson(json, state);
+    EXPECT_EQ(out, R"([
+  {
+    "kind": "view",
+    "name": "Tag View 7",
+    "guid": "00000000-0000-0005-0000-000000000006",
+    "comments": [
+      {"id": 7, "body": "Check\r\nthis valve"},
+      {"id": 8, "body": "Done"}
+    ],
+    "viewpoint": {
+      "position": [50, 20, 30],
+      "viewDir": [-1, 0, 0],
+      "up": [0, 1, 0],
+      "heightField": 0.7853981633974483,
+      "focalDistance": null,
+      "worldUp": null,
+      "parts": 0
+    },
+    "clipPlanes": [
+      {"index": 2, "normal": [-1, 0, 0], "distance": -49}
+    ],
+    "redlines": [
+      {"type": "tag", "tagId": 7, "commentId": 7, "pos2dA": [0.25, -0.5], "pos2dB": [1, 2], "pos3dValid": true, "pos3d": [12, 21, 30.5], "lineColor": [1, 0, 0], "lineThickness": 3},
+      {"type": "tag", "tagId": 8, "commentId": 8, "pos2dA": [0.25, -0.5], "pos2dB": [1, 2], "pos3dValid": true, "pos3d": [12, 21, 30.5], "lineColor": [1, 0, 0], "lineThickness": 3},
+      {"type": "1"}
+    ]
+  }
+]
+)");
 
-TEST_F(SavedViewsReport, SummaryListsEachTagWithItsText) {
-    std::string out;
+    out.clear();
     AppendSavedViewsSummary(out, state);
     EXPECT_EQ(out, "Saved views: 1\n"
                    "  view \"Tag View 7\"\n"
@@ -94,8 +84,7 @@ TEST_F(SavedViewsReport, SummaryListsEachTagWithItsText) {
                    "                             this valve\n"
                    "    tag 8 at (12, 21, 30.5): Done\n");
     std::string empty;
-    ZtOpState bare;
-    AppendSavedViewsSummary(empty, bare);
+    AppendSavedViewsSummary(empty, ZtOpState());
     EXPECT_EQ(empty, "Saved views: 0\n");
 }
 

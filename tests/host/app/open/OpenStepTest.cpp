@@ -33,39 +33,27 @@ protected:
     std::unique_ptr<OpenedSceneSet> opened_;
 };
 
-void ExpectNear(const ZtLVec3f& actual, const ZtLVec3f& expected) {
-    EXPECT_NEAR(actual.x, expected.x, 1e-12);
-    EXPECT_NEAR(actual.y, expected.y, 1e-12);
-    EXPECT_NEAR(actual.z, expected.z, 1e-12);
-}
-
+// Load files are found from the control file's folder, not from the one above it.
 TEST_F(OpenStep, MissingAndUnreadableModelsAreReportedAndNotPlaced) {
-    review_.Model("good.dgn", OpenTestReview::Metres());
-    review_.Text("text.dgn", "this is no design file\n");
-    review_.Text("review.dri", "DesignReview_Control{new_origin{5000 0 0}"
-                               "dgn{name{missing.dgn}} dgn{name{text.dgn}} dgn{name{good.dgn}}}");
-    ASSERT_EQ(Open("review.dri"), 0);
-    ASSERT_EQ(opened_->refs.size(), 3u);
-    for (std::size_t i : {0u, 1u}) {
-        EXPECT_EQ(opened_->refs[i].model, nullptr);
-        EXPECT_FALSE(opened_->refs[i].notLoaded.empty());
-        EXPECT_EQ(Ref(i).GetTransform(), ZtLAffine3f());
-    }
-    ASSERT_NE(opened_->refs[2].model, nullptr);
-    ExpectNear(Ref(2).GetTransform().GetTranslation(), ZtLVec3f(5, 0, 0));
-    EXPECT_EQ(ModelsInScene(), 1);
-}
-
-TEST_F(OpenStep, LoadFilesAreFoundFromTheControlFilesFolder) {
-    review_.Model("models/a.dgn", OpenTestReview::Metres());
-    review_.Text("reviews/review.dri", "DesignReview_Control{dgn{name{../models/a.dgn}} dgn{name{" +
-                                           review_.File("models/a.dgn") +
-                                           "}} dgn{name{models/a.dgn}}}");
+    review_.Model("models/good.dgn", OpenTestReview::Metres());
+    review_.Text("models/text.dgn", "this is no design file\n");
+    review_.Text("reviews/review.dri",
+                 "DesignReview_Control{new_origin{5000 0 0} dgn{name{missing.dgn}} "
+                 "dgn{name{../models/text.dgn}} dgn{name{models/good.dgn}} dgn{name{" +
+                     review_.File("models/good.dgn") + "}} dgn{name{../models/good.dgn}}}");
     ASSERT_EQ(Open("reviews/review.dri"), 0);
-    EXPECT_NE(opened_->refs[0].model, nullptr);
-    EXPECT_NE(opened_->refs[1].model, nullptr);
-    // Not from the folder above the control file's.
-    EXPECT_EQ(opened_->refs[2].model, nullptr);
+    ASSERT_EQ(opened_->refs.size(), 5u);
+    for (std::size_t i : {0u, 1u, 2u}) {
+        EXPECT_EQ(opened_->refs[i].model, nullptr) << i;
+        EXPECT_FALSE(opened_->refs[i].notLoaded.empty()) << i;
+        EXPECT_EQ(Ref(i).GetTransform(), ZtLAffine3f()) << i;
+    }
+    for (std::size_t i : {3u, 4u}) {
+        ASSERT_NE(opened_->refs[i].model, nullptr) << i;
+        EXPECT_NEAR((Ref(i).GetTransform().GetTranslation() - ZtLVec3f(5, 0, 0)).Length(), 0,
+                    1e-12);
+    }
+    EXPECT_EQ(ModelsInScene(), 2);
 }
 
 TEST_F(OpenStep, TheLoaderLearnsOfTheDocumentAndItsParameters) {
@@ -93,7 +81,7 @@ TEST(InputFilesValue, NamesTheThreeValues) {
     EXPECT_EQ(InputFilesValue(""), std::nullopt);
 }
 
-TEST_F(OpenStep, SceneSetJsonHasEveryMember) {
+TEST_F(OpenStep, SceneSetJsonHasEveryMemberAndTheSummaryEachModel) {
     review_.Model("a.dgn", OpenTestReview::Feet(), 2);
     review_.Text("review.dri", "DesignReview_Control{master_unit{ft} new_origin{1200 0 -2400}"
                                "dgn{name{a.dgn}} dgn{name{gone.dgn}} master_unit{in}}");
@@ -134,21 +122,15 @@ TEST_F(OpenStep, SceneSetJsonHasEveryMember) {
     JsonWriter nullWriter(none);
     WriteSceneSetJson(nullWriter, nullptr);
     EXPECT_EQ(none, "null");
-}
 
-TEST_F(OpenStep, SummaryGivesEachModelsFileUnitsCountAndPlacement) {
-    review_.Model("a.dgn", OpenTestReview::Feet(), 2);
-    review_.Text("review.dri", "DesignReview_Control{master_unit{ft} new_origin{1200 0 0}"
-                               "dgn{name{a.dgn}} dgn{name{gone.dgn}}}");
-    ASSERT_EQ(Open("review.dri"), 0);
     std::string out;
     AppendSceneSetSummary(out, *opened_);
     for (const std::string& part :
-         {std::string("Scene set: 2 models, scene units ft\n"),
+         {std::string("Scene set: 2 models, scene units in\n"),
           "1. a.dgn: " + review_.File("a.dgn"),
           std::string(
               "model in ft / in, 1200 UORs per master unit, 2 elements; reference units ft"),
-          std::string("placed by rows (1 0 0) (0 1 0) (0 0 1), then moved by (1, 0, 0) ft"),
+          std::string("placed by rows (1 0 0) (0 1 0) (0 0 1), then moved by (12, 0, -24) in"),
           std::string("2. gone.dgn: not loaded (")})
         EXPECT_NE(out.find(part), std::string::npos) << part << "\n" << out;
 }
