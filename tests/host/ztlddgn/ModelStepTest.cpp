@@ -31,6 +31,7 @@ TEST(ZtDgnLoaderPlugin, IsRegisteredOnceWithOption10On) {
     ASSERT_TRUE(loader);
     EXPECT_EQ(ZtDgnRegisterLoaderPlugin(), loader);
     EXPECT_EQ(ZtOpDB::GetPluginByName("ZtKvcLoaderPlugin:ztlddgn"), loader);
+    EXPECT_TRUE(loader->IsScenePropsPlugin());
     EXPECT_TRUE(loader->IUnderstandsFile(L"/x/PIPES.DGN"));
     EXPECT_FALSE(loader->IUnderstandsFile(L"/x/pipes.kvc"));
     ZtUData value;
