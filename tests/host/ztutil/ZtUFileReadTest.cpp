@@ -39,7 +39,8 @@ Units ReadUnitsByLines(const std::wstring& path, int count) {
 }
 
 // What the stream must make of UTF-8 bytes without BOM: the host's UTF-8 decoding, then
-// CR LF to LF, then the end at the first U+FFFF.
+// CR LF to LF, then the end at the first U+FFFF. Utf8ToWide is that decoding; the stream
+// shares its decoder, which the fixtures pin down.
 Units Expected(const std::string& bytes) {
     const std::wstring wide = ZtUSysString::Utf8ToWide(bytes);
     Units units;
