@@ -22,14 +22,6 @@ ZtLMatrix3f QuarterTurnZ() {
     return m;
 }
 
-TEST(ZtLMatrix3f, NewAndResetMatricesAreTheIdentity) {
-    ZtLMatrix3f m;
-    EXPECT_EQ(m * ZtLVec3f(1, 2, 3), ZtLVec3f(1, 2, 3));
-    m.SetValue(1, 2, 3, 4, 5, 6, 7, 8, 9);
-    m.MakeIdentity();
-    EXPECT_EQ(m, ZtLMatrix3f());
-}
-
 TEST(ZtLMatrix3f, SetValueFillsRowsAndActsOnColumnVectors) {
     ZtLMatrix3f m;
     m.SetValue(1, 2, 3, 4, 5, 6, 7, 8, 9);
