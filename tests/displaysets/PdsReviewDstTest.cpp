@@ -1,8 +1,6 @@
-// `pdsreview import-dst` and `pdsreview select` as a user runs them, with the built
-// plug-in library.
+// `pdsreview import-dst` as a user runs it, with the built plug-in library.
 #include "DisplaySetFilesTestSupport.h"
 #include "support/RunProgram.h"
-#include "support/ZtTestDgnWriter.h"
 #include "support/ZtTestJson.h"
 
 #include <gtest/gtest.h>
@@ -106,45 +104,6 @@ TEST(PdsReviewImportDst, OutputIsDeterministicAndReadable) {
     EXPECT_NE(text.out.find("rule: Level = \"Level 7\" and Colour = \"Colour 2\""),
               std::string::npos)
         << text.out;
-}
-
-TEST(PdsReviewSelect, CountsAndListsTheElementsOfEachSet) {
-    ZtTestTempDir dir;
-    ZtTestDgnWriter writer(3, ZtTestDgnUnits{});
-    ZtTestDgnSymbology on10;
-    on10.level = 10;
-    ZtTestDgnSymbology on11;
-    on11.level = 11;
-    const std::uint32_t first = writer.Line(on10, {0, 0, 0}, {10, 0, 0});
-    writer.Line(on11, {0, 0, 0}, {10, 0, 0});
-    const std::uint32_t third = writer.Line(on10, {0, 0, 0}, {10, 0, 0});
-    writer.EndOfDesign();
-    ASSERT_TRUE(writer.Save(dir.File("m.dgn")));
-    ASSERT_TRUE(ZtTestWriteBytes(dir.File("s.dst"), "[DEFINITION SECTION]\n<Display Set>\n"
-                                                    "1 Ten\n<Definition>\nFIND Level 10\n"
-                                                    "<Display Set>\n2 None\n<Definition>\n"
-                                                    "FIND Level 99\n"));
-    ZtTestJson json;
-    const ProgramRun run =
-        RunJson({"model", dir.File("m.dgn"), "import-dst", dir.File("s.dst"), "select"}, &json);
-    ASSERT_EQ(run.exitStatus, 0) << run.err;
-    const ZtTestJson& selections = json["selections"];
-    ASSERT_EQ(selections.items.size(), 2u);
-    EXPECT_EQ(selections[0]["name"].text, "Ten");
-    EXPECT_EQ(selections[0]["count"].number, 2);
-    ASSERT_EQ(selections[0]["elements"].items.size(), 2u);
-    EXPECT_EQ(selections[0]["elements"][0]["model"].text, "m.dgn");
-    EXPECT_EQ(selections[0]["elements"][0]["index"].number, first);
-    EXPECT_EQ(selections[0]["elements"][1]["index"].number, third);
-    EXPECT_EQ(selections[1]["count"].number, 0);
-
-    const ProgramRun table = RunProgram(kProgram, {"--quiet", "model", dir.File("m.dgn"),
-                                                   "import-dst", dir.File("s.dst"), "select"});
-    ASSERT_EQ(table.exitStatus, 0) << table.err;
-    EXPECT_NE(table.out.find("Ten: 2 elements\n    m.dgn: " + std::to_string(first) + " " +
-                             std::to_string(third) + "\n"),
-              std::string::npos)
-        << table.out;
 }
 
 } // namespace

@@ -1,10 +1,12 @@
-// Display sets compiled from their rules and evaluated over models, as the `select` step
-// does it: a generated model, and the sample review.
+// Display sets compiled from their rules and evaluated over models: in process as the
+// `select` step does it, by `pdsreview select` as a user runs it, and over the sample review.
 #include "DisplaySetFilesTestSupport.h"
 #include "app/ModelStep.h"
 #include "app/SelectStep.h"
 #include "displaysets/ZtOdPdsDstImportPlugin.h"
+#include "support/RunProgram.h"
 #include "support/ZtTestDgnWriter.h"
+#include "support/ZtTestJson.h"
 #include "ztplugin/ZtOpState.h"
 
 #include <gtest/gtest.h>
@@ -14,6 +16,8 @@
 #include <vector>
 
 namespace {
+
+using Selected = std::map<std::string, std::vector<std::int64_t>>;
 
 // The selections of the display sets of `dst` over `models`, as the select step makes them.
 std::vector<SelectionResult> SelectOver(const std::vector<std::wstring>& models,
@@ -29,82 +33,86 @@ std::vector<SelectionResult> SelectOver(const std::vector<std::wstring>& models,
     return ComputeSelections(state);
 }
 
-TEST(Select, EachSetSelectsTheElementsItsRuleDescribes) {
-    ZtTestTempDir dir;
-    ZtTestDgnWriter writer(3, ZtTestDgnUnits{});
-    auto symbology = [](int level, int colour) {
-        ZtTestDgnSymbology s;
-        s.level = level;
-        s.colour = colour;
-        return s;
-    };
-    const ZtTestDgnPoint a{0, 0, 0};
-    const ZtTestDgnPoint b{1000, 1000, 0};
-    const std::uint32_t e1 = writer.Line(symbology(10, 2), a, b);
-    const std::uint32_t e2 = writer.Line(symbology(10, 1), a, b);
-    const std::uint32_t e3 = writer.Line(symbology(11, 2), a, b);
-    const std::uint32_t e4 = writer.Line(symbology(12, 3), a, b);
-    const std::uint32_t e5 = writer.BeginCell(symbology(12, 3));
-    const std::uint32_t e6 = writer.Line(symbology(10, 2), a, b);
-    const std::uint32_t e7 = writer.Line(symbology(11, 3), a, b);
-    writer.EndGroup();
-    writer.EndOfDesign();
-    ASSERT_TRUE(writer.Save(dir.File("unit.dgn")));
-    ASSERT_TRUE(ZtTestWriteBytes(dir.File("rules.dst"), R"([DEFINITION SECTION]
-<Display Set>
-1 Level 10
-<Definition>
-FIND Level 10
-<Display Set>
-2 Colour 2 on 10 or 11
-<Definition>
-FIND Level 10, 11
-KEEP ONLY Color 2
-<Display Set>
-3 Not level 10
-<Definition>
-FIND ALL BUT Level 10
-<Display Set>
-4 File without 11
-<Definition>
-FIND File unit.dgn
-THROW AWAY Level 11
-<Display Set>
-5 Reference and scope
-<Definition>
-FIND Display Set Level 10
-ADD
-FIND Color 3
-KEEP ONLY Level 12
-END FIND
-END FIND
-<Display Set>
-6 Other file
-<Definition>
-FIND File other.dgn
-<Display Set>
-7 PDS attribute
-<Definition>
-FIND Data line_id  = 1*
-)"));
+// A model of lines and a cell on levels and colours, and the elements that each set of
+// fixtures/select.dst selects in it.
+class Select : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ZtTestDgnWriter writer(3, ZtTestDgnUnits{});
+        auto line = [&writer](int level, int colour) {
+            ZtTestDgnSymbology s;
+            s.level = level;
+            s.colour = colour;
+            return writer.Line(s, {0, 0, 0}, {1000, 1000, 0});
+        };
+        const std::int64_t e1 = line(10, 2);
+        const std::int64_t e2 = line(10, 1);
+        const std::int64_t e3 = line(11, 2);
+        const std::int64_t e4 = line(12, 3);
+        ZtTestDgnSymbology cell;
+        cell.level = 12;
+        cell.colour = 3;
+        const std::int64_t e5 = writer.BeginCell(cell);
+        const std::int64_t e6 = line(10, 2);
+        const std::int64_t e7 = line(11, 3);
+        writer.EndGroup();
+        writer.EndOfDesign();
+        ASSERT_TRUE(writer.Save(model));
+        expected = {
+            {"Level 10", {e1, e2, e6}},
+            {"Colour 2 on 10 or 11", {e1, e3, e6}},
+            {"Not level 10", {e3, e4, e5, e7}},
+            {"File without 11", {e1, e2, e4, e5, e6}},
+            {"Reference and scope", {e1, e2, e4, e5, e6}},
+            {"Other file", {}},
+            {"PDS attribute", {}},
+        };
+    }
 
-    std::map<std::string, std::vector<std::int64_t>> selected;
-    const std::vector<SelectionResult> results =
-        SelectOver({dir.WideFile("unit.dgn")}, dir.WideFile("rules.dst"));
-    EXPECT_EQ(results.size(), 7u);
-    for (const SelectionResult& result : results)
+    ZtTestTempDir dir;
+    const std::string model = dir.File("unit.dgn");
+    const std::string rules = ZT_TEST_DIR "/fixtures/select.dst";
+    Selected expected;
+};
+
+TEST_F(Select, EachSetSelectsTheElementsItsRuleDescribes) {
+    Selected selected;
+    for (const SelectionResult& result : SelectOver({ZtTestWide(model)}, ZtTestWide(rules))) {
+        std::vector<std::int64_t>& indices = selected[ZtUSysString::WideToUtf8(result.name)];
         for (const SelectedElement& element : result.elements) {
             EXPECT_EQ(element.model, L"unit.dgn");
-            selected[ZtUSysString::WideToUtf8(result.name)].push_back(element.index);
+            indices.push_back(element.index);
         }
-    using Indices = std::vector<std::int64_t>;
-    EXPECT_EQ(selected["Level 10"], (Indices{e1, e2, e6}));
-    EXPECT_EQ(selected["Colour 2 on 10 or 11"], (Indices{e1, e3, e6}));
-    EXPECT_EQ(selected["Not level 10"], (Indices{e3, e4, e5, e7}));
-    EXPECT_EQ(selected["File without 11"], (Indices{e1, e2, e4, e5, e6}));
-    EXPECT_EQ(selected["Reference and scope"], (Indices{e1, e2, e4, e5, e6}));
-    EXPECT_EQ(selected.count("Other file"), 0u);
-    EXPECT_EQ(selected.count("PDS attribute"), 0u);
+    }
+    EXPECT_EQ(selected, expected);
+}
+
+TEST_F(Select, PdsReviewCountsAndListsTheElementsOfEachSet) {
+    const std::string program = ZT_BIN_DIR "/pdsreview";
+    const ProgramRun run =
+        RunProgram(program, {"--json", "--quiet", "model", model, "import-dst", rules, "select"});
+    ASSERT_EQ(run.exitStatus, 0) << run.err;
+    ZtTestJson json;
+    std::string error;
+    ASSERT_TRUE(ZtTestParseJson(run.out, &json, &error)) << error << "\n" << run.out;
+    Selected selected;
+    for (const ZtTestJson& selection : json["selections"].items) {
+        std::vector<std::int64_t>& indices = selected[selection["name"].text];
+        for (const ZtTestJson& element : selection["elements"].items) {
+            EXPECT_EQ(element["model"].text, "unit.dgn");
+            indices.push_back(static_cast<std::int64_t>(element["index"].number));
+        }
+        EXPECT_EQ(selection["count"].number, indices.size()) << selection["name"].text;
+    }
+    EXPECT_EQ(selected, expected);
+
+    const ProgramRun table =
+        RunProgram(program, {"--quiet", "model", model, "import-dst", rules, "select"});
+    ASSERT_EQ(table.exitStatus, 0) << table.err;
+    std::string level10 = "Level 10: 3 elements\n    unit.dgn:";
+    for (std::int64_t index : expected["Level 10"])
+        level10 += " " + std::to_string(index);
+    EXPECT_NE(table.out.find(level10 + "\n"), std::string::npos) << table.out;
 }
 
 // The display sets of the sample review, over its three models.
