@@ -62,6 +62,17 @@ protected:
 
     std::string Name(std::size_t index) const { return Narrow(Set(index).GetName().Str()); }
 
+    // Every set made so far as "name: conditions", the conditions as above.
+    std::vector<std::string> Made() const {
+        std::vector<std::string> out;
+        for (std::size_t i = 0; i < Count(); ++i) {
+            out.push_back(Name(i) + ":");
+            for (const std::string& condition : Conditions(i))
+                out.back() += " " + condition;
+        }
+        return out;
+    }
+
     ZtUNameDict names;
     ZtOpFolderItem folder;
     ZtOdPdsDstContext context;
