@@ -38,10 +38,13 @@ TEST(ZtOpSelectInTree, EvaluatesEverySpecOnEveryElementNode) {
     ZtUNameDict names;
     ZtUName* element = names.Find(L"Element", "ZtDgnElement");
     ZtUName* level = ZtUName::StandardName(17, &names);
-    auto levelProperty = [&](const wchar_t* text) {
+    auto text = [](const wchar_t* text) {
         ZtUData value;
         value.SetWideString(text);
-        return Properties{{element, ZtOaProperty(level, value)}};
+        return value;
+    };
+    auto levelProperty = [&](const wchar_t* value) {
+        return Properties{{element, ZtOaProperty(level, text(value))}};
     };
     ZtOaPartition root(L"document");
     auto* first = new ZtOaPartition(L"a.dgn");
@@ -56,27 +59,21 @@ TEST(ZtOpSelectInTree, EvaluatesEverySpecOnEveryElementNode) {
     second->AddChild(Element(1, levelProperty(L"Level 3")));
     root.AddChild(second);
 
-    auto spec = [&](const wchar_t* text) {
-        ZtOpFindSpec s;
-        ZtUData value;
-        value.SetWideString(text);
-        s.AddCondition(ZtOpFindCondition(nullptr, level, ZtOpFindConditionFlags::kIgnoreCase,
-                                         ZtOpFindConditionOp::kEqual, value));
-        return s;
-    };
-    const ZtOpFindSpec three = spec(L"Level 3");
-    const ZtOpFindSpec four = spec(L"level 4");
+    ZtOpFindSpec three, four;
     const ZtOpFindSpec none;
-    const auto selected = ZtOpSelectInTree(root, {&three, &four, &none});
-    ASSERT_EQ(selected.size(), 3u);
-    std::vector<std::pair<std::wstring, std::int64_t>> got;
-    for (const ZtOpSelectedElement& e : selected[0])
-        got.push_back({e.model->GetName().Str(), e.index});
-    EXPECT_EQ(got, (std::vector<std::pair<std::wstring, std::int64_t>>{
-                       {L"a.dgn", 1}, {L"a.dgn", 3}, {L"b.dgn", 1}}));
-    ASSERT_EQ(selected[1].size(), 1u);
-    EXPECT_EQ(selected[1][0].index, 2);
-    EXPECT_TRUE(selected[2].empty());
+    for (auto [spec, value] : {std::pair{&three, L"Level 3"}, {&four, L"level 4"}})
+        spec->AddCondition(ZtOpFindCondition(nullptr, level, ZtOpFindConditionFlags::kIgnoreCase,
+                                             ZtOpFindConditionOp::kEqual, text(value)));
+    std::vector<std::string> got;
+    for (const auto& elements : ZtOpSelectInTree(root, {&three, &four, &none})) {
+        got.emplace_back();
+        for (const ZtOpSelectedElement& e : elements) {
+            const std::wstring model = e.model->GetName().Str();
+            got.back() +=
+                std::string(model.begin(), model.end()) + ":" + std::to_string(e.index) + " ";
+        }
+    }
+    EXPECT_EQ(got, (std::vector<std::string>{"a.dgn:1 a.dgn:3 b.dgn:1 ", "a.dgn:2 ", ""}));
     EXPECT_TRUE(ZtOpSelectInTree(root, {}).empty());
 }
 
