@@ -72,16 +72,12 @@ TEST(PdsReviewExportTags, StatusOfTheExportIsTheExitStatus) {
         int status;
     };
     const Case cases[] = {
-        {{"--uors-per-master", "1000", "export-tags", dir.File("empty.tag")}, 0},
-        {{"export-tags", dir.File("none.tag")}, 6},
-        {{"--uors-per-master", "1000", "export-tags", dir.File("no/such/dir.tag")}, 1},
+        {{"--quiet", "--uors-per-master", "1000", "export-tags", dir.File("empty.tag")}, 0},
+        {{"--quiet", "export-tags", dir.File("none.tag")}, 6},
+        {{"--quiet", "--uors-per-master", "1000", "export-tags", dir.File("no/such/dir.tag")}, 1},
     };
     for (const Case& c : cases) {
-        const ProgramRun run = RunProgram(kProgram, [&] {
-            std::vector<std::string> args = {"--quiet"};
-            args.insert(args.end(), c.args.begin(), c.args.end());
-            return args;
-        }());
+        const ProgramRun run = RunProgram(kProgram, c.args);
         EXPECT_EQ(run.exitStatus, c.status) << c.args.back() << "\n" << run.err;
     }
     EXPECT_EQ(ZtTestReadBytes(dir.File("empty.tag")), "");

@@ -1,7 +1,7 @@
 // Every tag file of the fixtures and the sample review, imported, exported and imported
 // again, gives the same tags: the same comments, and the same viewpoints and positions up
 // to what the format itself loses, each loss checked at its own bound below.
-#include "TagExportTestSupport.h"
+#include "TagTestSupport.h"
 
 #include "plugin/ZtOdPdsStatus.h"
 #include "tags/ZtOdPdsTagImportPlugin.h"
@@ -64,7 +64,7 @@ std::vector<FlatTag> Flatten(const ZtOpState& state, std::size_t* views) {
     return out;
 }
 
-int Import(ExportDocument& doc, const std::wstring& path) {
+int Import(TagDocument& doc, const std::wstring& path) {
     ZtOdPdsTagImportPlugin import;
     const ZtUWideString name(path.c_str());
     return import.IExport(0, &doc.state, nullptr, &name);
@@ -82,23 +82,17 @@ std::vector<std::string> TagFiles() {
     return files;
 }
 
-void ExpectNear(const ZtLVec3f& a, const ZtLVec3f& b, double bound, const std::string& what) {
-    EXPECT_NEAR(a.x, b.x, bound) << what;
-    EXPECT_NEAR(a.y, b.y, bound) << what;
-    EXPECT_NEAR(a.z, b.z, bound) << what;
-}
-
 TEST(TagRoundTrip, ImportExportImportKeepsTagsUpToTheFormatsLosses) {
     const std::vector<std::string> files = TagFiles();
     ASSERT_FALSE(files.empty());
     for (const double factor : {1000.0, 80000.0}) {
         for (const std::string& file : files) {
             const std::string what = file + " at " + std::to_string(factor);
-            ExportDocument first(factor);
+            TagDocument first(factor);
             ASSERT_EQ(Import(first, ZtTestWide(file)), kZtOdPdsOk) << what;
             ZtOdPdsTagExportPlugin plugin;
             ASSERT_EQ(first.Export(plugin, nullptr), kZtOdPdsOk) << what;
-            ExportDocument second(factor);
+            TagDocument second(factor);
             ASSERT_EQ(Import(second, first.dir.WideFile("out.tag")), kZtOdPdsOk) << what;
 
             std::size_t viewsBefore = 0, viewsAfter = 0;
@@ -140,24 +134,18 @@ TEST(TagRoundTrip, ImportExportImportKeepsTagsUpToTheFormatsLosses) {
                 // the tag's depth), and the turn of the view adds its own share.
                 const double depth = (a.pos3d - a.eye).Dot(a.viewDir);
                 const double flat = 2 * uor / depth + 6 * uor;
-                EXPECT_NEAR(b.pos2dA.x, a.pos2dA.x, flat) << at;
-                EXPECT_NEAR(b.pos2dA.y, a.pos2dA.y, flat) << at;
-                EXPECT_NEAR(b.pos2dB.x, a.pos2dB.x, flat) << at;
-                EXPECT_NEAR(b.pos2dB.y, a.pos2dB.y, flat) << at;
+                ExpectNear(b.pos2dA, a.pos2dA, flat, at);
+                ExpectNear(b.pos2dB, a.pos2dB, flat, at);
             }
         }
     }
 }
 
-} // namespace
-
-namespace {
-
 // The losses one at a time: 1001 UORs at 1000 a master unit come back as 1000, and -1001
 // as -1000 (cut towards zero, never rounded); the target comes back one master unit
 // ahead of the eye, wherever it was; 30 degrees come back as 29.
 TEST(TagRoundTrip, EachLossOfTheFormat) {
-    ExportDocument doc(1000.0);
+    TagDocument doc(1000.0);
     const std::wstring in = ZtTestWide(doc.dir.File("in.tag"));
     ZtTestWriteBytes(doc.dir.File("in.tag"), "target{1001 0 0}\n"
                                              "persp_ang{30}\n"

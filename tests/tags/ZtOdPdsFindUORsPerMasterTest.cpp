@@ -65,6 +65,11 @@ TEST_F(FindUORsPerMaster, NothingFoundGivesZero) {
     ZtOaGroup wrongProperty;
     wrongProperty.AddAttribute(SceneProps({{"ZtDgnUorsPerMaster", 5.0}}));
     EXPECT_EQ(ZtOdPdsFindUORsPerMaster(&wrongProperty), 0.0);
+    // Children with no positive factor.
+    ZtOaGroup root;
+    root.AddChild(Model(-1.0));
+    root.AddChild(Model(0.0));
+    EXPECT_EQ(ZtOdPdsFindUORsPerMaster(&root), 0.0);
 }
 
 TEST_F(FindUORsPerMaster, ChildrenAreSearchedDepthFirstForAPositiveFactor) {
@@ -84,13 +89,6 @@ TEST_F(FindUORsPerMaster, ChildrenAreSearchedDepthFirstForAPositiveFactor) {
     root.AddChild(c);
     root.AddChild(Model(12.0));
     EXPECT_EQ(ZtOdPdsFindUORsPerMaster(&root), 254.0);
-}
-
-TEST_F(FindUORsPerMaster, NoPositiveChildGivesZero) {
-    ZtOaGroup root;
-    root.AddChild(Model(-1.0));
-    root.AddChild(Model(0.0));
-    EXPECT_EQ(ZtOdPdsFindUORsPerMaster(&root), 0.0);
 }
 
 // Groups that borrow their children, so that a deep chain is freed without recursion.

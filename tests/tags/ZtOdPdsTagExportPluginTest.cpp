@@ -1,4 +1,4 @@
-#include "TagExportTestSupport.h"
+#include "TagTestSupport.h"
 
 #include "plugin/ZtOdPdsStatus.h"
 #include "tags/ZtOdPdsTagRecord.h"
@@ -16,7 +16,7 @@ constexpr double kFactor = 1000.0;
 
 // Straight down from `height` above (2, 1, 0): the view direction is exactly -Z, so that
 // every value below is exact in UORs.
-ZtOpView* DownView(ExportDocument& doc, double height, ZtOpGroupItem* folder = nullptr) {
+ZtOpView* DownView(TagDocument& doc, double height, ZtOpGroupItem* folder = nullptr) {
     return doc.AddView({2, 1, height}, {2, 1, 0}, 0.7853981633974483, folder);
 }
 
@@ -31,13 +31,13 @@ struct TwoModels {
     TwoModels() {
         ZtOaPartition* zeta = doc.AddModel(L"/data/zeta.dgn");
         ZtOaPartition* alpha = doc.AddModel(L"C:\\plant\\alpha.dgn");
-        ExportDocument::AddElement(zeta, Element(1), 0x0001000200030004ull);
-        ExportDocument::AddElement(alpha, Element(3), 0);
-        ExportDocument::AddElement(alpha, Element(5), 0xFF);
+        TagDocument::AddElement(zeta, Element(1), 0x0001000200030004ull);
+        TagDocument::AddElement(alpha, Element(3), 0);
+        TagDocument::AddElement(alpha, Element(5), 0xFF);
 
         ZtOpView* first = DownView(doc, 10);
-        ExportDocument::AddPlane(first, 0, {0, 0, 1}, 12); // against the view: far
-        ExportDocument::AddPlane(first, 1, {0, 0, -1}, 2); // along it: near
+        TagDocument::AddPlane(first, 0, {0, 0, 1}, 12); // against the view: far
+        TagDocument::AddPlane(first, 1, {0, 0, -1}, 2); // along it: near
         AddTag(first, 1, 1, L"Zeta");
         AddTag(first, 2, 7, L"Nothing here");
         AddTag(first, 3, 3, L"Alpha");
@@ -50,10 +50,10 @@ struct TwoModels {
     static void AddTag(ZtOpView* view, std::uint64_t id, double x, const wchar_t* body) {
         const ZtLPos3f at(x, 1, 0.125);
         const ZtLPos3f second = Beside(at);
-        ExportDocument::AddTag(view, id, at, body, &second);
+        TagDocument::AddTag(view, id, at, body, &second);
     }
 
-    ExportDocument doc{kFactor};
+    TagDocument doc{kFactor};
 };
 
 // Unfiled tags first, then the files by name; each viewpoint key only where it changes,
@@ -87,31 +87,25 @@ const char* const kTwoModelsText = "file{0n{}}\n"
                                    "l{1 2 3 4}\n"
                                    "text{4\nZeta}}\n";
 
+// A second export with the same plug-in starts afresh.
 TEST(ZtOdPdsTagExportPlugin, WritesGroupsAndStickyKeysAsTheFormatSays) {
     TwoModels scene;
     ZtOdPdsTagExportPlugin plugin;
-    std::string text;
-    ASSERT_EQ(scene.doc.Export(plugin, &text), kZtOdPdsOk);
-    EXPECT_EQ(text, kTwoModelsText);
-    EXPECT_EQ(plugin.GetTagCount(), 4);
-    EXPECT_EQ(plugin.GetWrittenCount(), 4);
-    EXPECT_DOUBLE_EQ(plugin.GetUorsPerMaster(), kFactor);
-}
-
-TEST(ZtOdPdsTagExportPlugin, SecondExportStartsAfresh) {
-    TwoModels scene;
-    ZtOdPdsTagExportPlugin plugin;
-    std::string first, second;
-    ASSERT_EQ(scene.doc.Export(plugin, &first), kZtOdPdsOk);
-    ASSERT_EQ(scene.doc.Export(plugin, &second, nullptr, "again.tag"), kZtOdPdsOk);
-    EXPECT_EQ(second, first);
-    ASSERT_NE(plugin.GetUnfiledRecords(), nullptr);
-    EXPECT_EQ(plugin.GetUnfiledRecords()->Size(), 1u);
+    for (const char* name : {"out.tag", "again.tag"}) {
+        std::string text;
+        ASSERT_EQ(scene.doc.Export(plugin, &text, nullptr, name), kZtOdPdsOk);
+        EXPECT_EQ(text, kTwoModelsText);
+        EXPECT_EQ(plugin.GetTagCount(), 4);
+        EXPECT_EQ(plugin.GetWrittenCount(), 4);
+        EXPECT_DOUBLE_EQ(plugin.GetUorsPerMaster(), kFactor);
+        ASSERT_NE(plugin.GetUnfiledRecords(), nullptr);
+        EXPECT_EQ(plugin.GetUnfiledRecords()->Size(), 1u);
+    }
 }
 
 TEST(ZtOdPdsTagExportPlugin, AllFiledStartsWithTheFirstFileAtIndexZero) {
-    ExportDocument doc(kFactor);
-    ExportDocument::AddElement(doc.AddModel(L"/m/pipes.dgn"), TwoModels::Element(1), 7);
+    TagDocument doc(kFactor);
+    TagDocument::AddElement(doc.AddModel(L"/m/pipes.dgn"), TwoModels::Element(1), 7);
     ZtOpView* view = DownView(doc, 10);
     TwoModels::AddTag(view, 9, 1, L"x");
     ZtOdPdsTagExportPlugin plugin;
@@ -124,7 +118,7 @@ TEST(ZtOdPdsTagExportPlugin, AllFiledStartsWithTheFirstFileAtIndexZero) {
 // Statuses in the order of the tests: file name, state, factor, saved views, file.
 TEST(ZtOdPdsTagExportPlugin, StatusesOfIExport) {
     ZtOdPdsTagExportPlugin plugin;
-    ExportDocument doc(kFactor);
+    TagDocument doc(kFactor);
     const ZtUWideString name(doc.dir.WideFile("s.tag").c_str());
     EXPECT_EQ(plugin.IExport(0, nullptr, nullptr, nullptr), kZtOdPdsNoFile);
     EXPECT_EQ(plugin.IExport(0, nullptr, nullptr, &name), kZtOdPdsNoState);
@@ -163,7 +157,7 @@ TEST(ZtOdPdsTagExportPlugin, GatheringWalksFoldersAndCountsDroppedTags) {
         void OnProgress(double overall) override { seen.push_back(overall); }
         std::vector<double> seen;
     } progress;
-    ExportDocument doc(kFactor);
+    TagDocument doc(kFactor);
     auto* folder = new ZtOpFolderItem;
     doc.Root()->AddChild(folder);
     auto* selection = new ZtOpSelectionSet;
@@ -171,10 +165,10 @@ TEST(ZtOdPdsTagExportPlugin, GatheringWalksFoldersAndCountsDroppedTags) {
     doc.Root()->AddChild(selection);
     ZtOpView* inner = DownView(doc, 10, folder);
     ZtOpView* outer = DownView(doc, 10);
-    ExportDocument::AddTag(inner, 1, {2, 1, 0}, L"one");
-    ExportDocument::AddTag(inner, 2, {2, 1, 0}, L"no comment", nullptr, false);
-    ExportDocument::AddTag(outer, 3, {2, 1, 0}, L"no position", nullptr, true, 0);
-    ExportDocument::AddTag(outer, 4, {2, 1, 0}, L"");
+    TagDocument::AddTag(inner, 1, {2, 1, 0}, L"one");
+    TagDocument::AddTag(inner, 2, {2, 1, 0}, L"no comment", nullptr, false);
+    TagDocument::AddTag(outer, 3, {2, 1, 0}, L"no position", nullptr, true, 0);
+    TagDocument::AddTag(outer, 4, {2, 1, 0}, L"");
 
     ZtOdPdsTagExportPlugin plugin;
     std::string text;
@@ -193,25 +187,6 @@ TEST(ZtOdPdsTagExportPlugin, GatheringWalksFoldersAndCountsDroppedTags) {
     ASSERT_EQ(progress.seen.size(), expected.size()) << ::testing::PrintToString(progress.seen);
     for (std::size_t i = 0; i < expected.size(); ++i)
         EXPECT_NEAR(progress.seen[i], expected[i], 1e-12) << i;
-}
-
-TEST(ZtOdPdsTagExportPlugin, TextsOfTheMenuEntry) {
-    ZtOdPdsTagExportPlugin plugin;
-    EXPECT_EQ(plugin.GetTypeNumber(), 131u);
-    EXPECT_STREQ(plugin.GetRegisteredName().GetString(), "ZtOdPdsTagExportPlugin");
-    ZtUWideStringBuffer text;
-    plugin.IGetMenuName(&text);
-    EXPECT_STREQ(text.GetString(), L"PDS Tags...");
-    plugin.IGetFileTypeName(&text);
-    EXPECT_STREQ(text.GetString(), L"PDS Tag File");
-    plugin.IGetFileExtension(&text);
-    EXPECT_STREQ(text.GetString(), L".tag");
-    ZtUStringBuffer resource;
-    plugin.IGetResourceName(&resource);
-    EXPECT_STREQ(resource.GetString(), "ztodpds");
-    EXPECT_EQ(plugin.IHelp(), 1);
-    EXPECT_EQ(ZtOdPdsTagExportPlugin::StartComponent(), 1);
-    EXPECT_EQ(ZtOdPdsTagExportPlugin::EndComponent(), 1);
 }
 
 } // namespace

@@ -1,6 +1,5 @@
-#include "tags/ZtOdPdsTagImportAction.h"
-#include "TagImportTestSupport.h"
-#include "readers/ZtOdPdsBlock.h"
+#include "TagTestSupport.h"
+
 #include "ztplugin/ZtOpNextCommentIdElement.h"
 #include "ztplugin/ZtOpProgress.h"
 #include "ztplugin/ZtOpSavedItemsElement.h"
@@ -11,12 +10,11 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <optional>
 
 namespace {
 
 using Ids = std::vector<std::vector<unsigned long long>>;
-
-constexpr double kTolerance = 1e-12;
 
 // Camera space worked out by hand: the point seen from `eye` along `dir` with `up`,
 // on the image plane at distance 1.
@@ -27,23 +25,19 @@ ZtLPos2f CameraSpace(const ZtLPos3f& p, const ZtLPos3f& eye, const ZtLVec3f& dir
     return {r.Dot(dir.Cross(up)) / depth, r.Dot(up) / depth};
 }
 
-void ExpectNear(const ZtLVec3f& actual, const ZtLVec3f& expected) {
-    EXPECT_NEAR(actual.x, expected.x, kTolerance);
-    EXPECT_NEAR(actual.y, expected.y, kTolerance);
-    EXPECT_NEAR(actual.z, expected.z, kTolerance);
-}
-
-void ExpectNear(const ZtLPos2f& actual, const ZtLPos2f& expected) {
-    EXPECT_NEAR(actual.x, expected.x, kTolerance);
-    EXPECT_NEAR(actual.y, expected.y, kTolerance);
-}
-
 void ExpectPlane(const ZtOpView& view, int index, const ZtLVec3f& normal, double distance) {
     const ZtOaClipPlane* plane = view.AnonView().GetClipPlaneSet().Get(index);
     ASSERT_TRUE(plane->IsEnabled()) << index;
     ExpectNear(plane->GetNormal(), normal);
-    EXPECT_NEAR(plane->GetPlane3f().GetDistance(), distance, kTolerance);
+    EXPECT_NEAR(plane->GetPlane3f().GetDistance(), distance, 1e-12);
 }
+
+// An action over a document at a factor of 1.
+class ImportAction : public ::testing::Test {
+protected:
+    TagDocument document{1.0};
+    ZtOdPdsTagImportAction action{&document.state, document.state.GetRootNode()};
+};
 
 // Runs one action over the text at a factor of 1; the action for inspection.
 struct Imported {
@@ -142,34 +136,100 @@ TEST(ZtOdPdsTagImportAction, WithoutStickyKeysTheDefaultsMakeOneView) {
     EXPECT_EQ(TagAt(view, 0).GetPos2dA(), TagAt(view, 0).GetPos2dB());
 }
 
-TEST(ZtOdPdsTagImportAction, WhatStandsBetweenTwoTagsDecidesTheirViews) {
+// The first of two tags, with a counted `body` (UTF-8, LF line ends).
+std::string Counted(const std::string& body) {
+    const std::size_t units = ZtUSysString::Utf8ToWide(body).size();
+    return Head(1) + "text{" + std::to_string(units) + "\n" + body + "}}\n" + Tag(2);
+}
+
+std::string Between(const std::string& text) {
+    return Tag(1) + text + Tag(2);
+}
+
+TEST(ZtOdPdsTagImportAction, WhatATagFileImports) {
+    using U64 = std::numeric_limits<std::uint64_t>;
+    const std::uint64_t int64Max = std::numeric_limits<std::int64_t>::max();
+    const std::string good = "text{4\nnote}}\n";
+    // The comment ids view by view, the highest id if given, and the first body if given.
     struct Case {
-        const char* between;
+        std::string text;
         Ids views;
+        std::optional<std::uint64_t> highest = std::nullopt;
+        std::optional<std::wstring> body = std::nullopt;
     };
     const Case cases[] = {
-        {"", {{1, 2}}},
-        {"target{0 0 0}\n", {{1}, {2}}}, // the same value still asks for a new view
-        {"eye{5 0 0}\n", {{1}, {2}}},
-        {"persp_ang{45}\n", {{1}, {2}}},
-        {"clip_near{0}\n", {{1}, {2}}},
-        {"clip_far{-3}\n", {{1}, {2}}},
-        {"up{1 0 0}\n", {{1, 2}}},
-        {"up{}\n", {{1, 2}}},
-        {"target{1 2}\n", {{1, 2}}}, // too few numbers: ignored
-        {"eye{a b c}\n", {{1, 2}}},
-        {"persp_ang{}\n", {{1, 2}}},
-        {"clip_near{x}\n", {{1, 2}}},
-        {"Target{1 2 3}\n", {{1, 2}}}, // keys are exact
-        {"file{1n{other.dgn}}\n", {{1, 2}}},
-        {"p{1 2 3}\ntext{3\nabc}\nl{1 2 3 4}\n", {{1, 2}}}, // nested keys at top level
-        {"tag{5 1 7 0.0 0 0 0\ntext{2\nxy}}\n", {{1, 2}}},  // a dropped tag
+        // What stands between two tags decides their views.
+        {Between(""), {{1, 2}}},
+        {Between("target{0 0 0}\n"), {{1}, {2}}}, // the same value still asks for a new view
+        {Between("eye{5 0 0}\n"), {{1}, {2}}},
+        {Between("persp_ang{45}\n"), {{1}, {2}}},
+        {Between("clip_near{0}\n"), {{1}, {2}}},
+        {Between("clip_far{-3}\n"), {{1}, {2}}},
+        {Between("up{1 0 0}\n"), {{1, 2}}},
+        {Between("up{}\n"), {{1, 2}}},
+        {Between("target{1 2}\n"), {{1, 2}}}, // too few numbers: ignored
+        {Between("eye{a b c}\n"), {{1, 2}}},
+        {Between("persp_ang{}\n"), {{1, 2}}},
+        {Between("clip_near{x}\n"), {{1, 2}}},
+        {Between("Target{1 2 3}\n"), {{1, 2}}}, // keys are exact
+        {Between("file{1n{other.dgn}}\n"), {{1, 2}}},
+        {Between("p{1 2 3}\ntext{3\nabc}\nl{1 2 3 4}\n"), {{1, 2}}}, // nested keys at top level
+        {Between("tag{5 1 7 0.0 0 0 0\ntext{2\nxy}}\n"), {{1, 2}}},  // a dropped tag
+        // Bad tags are dropped without a trace.
+        {"tag{5 1 1 0.0 0 0 0\n" + good, {}, 0},           // third value not 0
+        {"tag{5 1 0 0.0 0 0\n" + good, {}, 0},             // six values
+        {"tag{5 1 0 x 0 0 0\n" + good, {}, 0},             // fourth value no number
+        {"tag{x 1 0 0.0 0 0 0\n" + good, {}, 0},           // no identifier
+        {"tag{5 1 99999999999 0.0 0 0 0\n" + good, {}, 0}, // saturates, and is not 0
+        {Head(5) + "p{1 2}\n" + good, {}, 0},              // `p` too short
+        {Head(5) + "text{4\nnote}p{1 2 x}}\n", {}, 0},     // ... also behind the text
+        {Head(5) + "}\n", {}, 0},                          // no text
+        {Head(5) + "text{4 note}}\n", {}, 0},              // no line end in the text
+        {Head(5) + "text{1\n}}\n", {}, 0},                 // an empty body
+        {"persp_ang{0}\n" + Head(5) + good, {}, 0},        // no valid frustum
+        {"persp_ang{180}\n" + Head(5) + good, {}, 0},
+        // ... until a key gives a valid camera again.
+        {"persp_ang{0}\n" + Tag(1) + Tag(2) + "persp_ang{30}\n" + Tag(3), {{3}}},
+        // Identifiers are taken as they stand: 0 leaves the highest at 0, repeated ones are
+        // both imported, a negative one is a large unsigned one, an overlong one saturates.
+        {Tag(0) + Tag(0), {{0, 0}}, 0},
+        {Head(-1) + "text{2\nok}}\n" + Tag(4), {{U64::max(), 4}}, U64::max()},
+        {"tag{123456789012345678901234567890 1 0 0 0 0 0\ntext{2\nok}}\n", {{int64Max}}, int64Max},
+        // Counted bodies keep braces, line ends and wide characters.
+        {Counted("one line"), {{1, 2}}, {}, L"one line"},
+        {Counted("two\nlines"), {{1, 2}}, {}, L"two\r\nlines"},
+        {Counted("\n\nblank lines\n"), {{1, 2}}, {}, L"\r\n\r\nblank lines\r\n"},
+        {Counted("braces { and } and {{ in it"), {{1, 2}}, {}, L"braces { and } and {{ in it"},
+        {Counted("}{ first"), {{1, 2}}, {}, L"}{ first"},
+        {Counted("tag{1 1 0 0 0 0 0 inside"), {{1, 2}}, {}, L"tag{1 1 0 0 0 0 0 inside"},
+        {Counted("Ventil \xC3\xBC\xC3\xA4 \xE2\x82\xAC"),
+         {{1, 2}},
+         {},
+         L"Ventil \u00FC\u00E4 \u20AC"},
+        // A character beyond the Basic Multilingual Plane counts as two units.
+        {Counted("pipe \xF0\x9F\x94\xA7 {x} ok"),
+         {{1, 2}},
+         {},
+         std::wstring{L"pipe "} + wchar_t(0xD83D) + wchar_t(0xDD27) + L" {x} ok"},
+        // A text without a line end keeps the body before it, whose line ends are then
+        // widened once more, as every text's are.
+        {Head(3) + "text{6\nab\ncd}text{12}}\n", {{3}}, {}, L"ab\r\r\ncd"},
+        // A `}` in the last two characters of a body ends the text early, and the brace
+        // left over ends the read; a `{` there leaves the tag open to the end of the file.
+        {Head(1) + "text{5\nabc}d}}\n" + Tag(2), {{1}}, {}, L"abc"},
+        {Tag(1) + Head(2) + "text{5\nabc{d}}\n" + Tag(3), {{1}}},
     };
     for (const Case& c : cases) {
-        SCOPED_TRACE(c.between);
-        Imported run(Tag(1) + c.between + Tag(2));
+        SCOPED_TRACE(c.text);
+        Imported run(c.text);
         EXPECT_EQ(run.status, 0);
         EXPECT_EQ(CommentIds(run.action), c.views);
+        if (c.highest) {
+            EXPECT_EQ(run.action.GetHighestId(), *c.highest);
+        }
+        if (c.body && !c.views.empty()) {
+            EXPECT_EQ(ViewAt(run.action, 0).GetComments()[0]->GetBody().Str(), *c.body);
+        }
     }
 }
 
@@ -196,36 +256,8 @@ TEST(ZtOdPdsTagImportAction, StickyValuesTakeEffectAtTheNextTag) {
     ExpectPlane(ViewAt(run.action, 2), 0, {-1, 0, 0}, -(1 - 20.0));
     ExpectPlane(ViewAt(run.action, 2), 1, {1, 0, 0}, 1 - 50.0);
     EXPECT_EQ(EnabledPlanes(ViewAt(run.action, 3)), (std::vector<int>{0}));
-}
-
-TEST(ZtOdPdsTagImportAction, BadTagsAreDroppedWithoutATrace) {
-    const std::string good = "text{4\nnote}}\n";
-    const std::string bad[] = {
-        "tag{5 1 1 0.0 0 0 0\n" + good,           // third value not 0
-        "tag{5 1 0 0.0 0 0\n" + good,             // six values
-        "tag{5 1 0 x 0 0 0\n" + good,             // fourth value no number
-        "tag{x 1 0 0.0 0 0 0\n" + good,           // no identifier
-        "tag{5 1 99999999999 0.0 0 0 0\n" + good, // saturates, and is not 0
-        Head(5) + "p{1 2}\n" + good,              // `p` too short
-        Head(5) + "text{4\nnote}p{1 2 x}}\n",     // ... also behind the text
-        Head(5) + "}\n",                          // no text
-        Head(5) + "text{4 note}}\n",              // no line end in the text
-        Head(5) + "text{1\n}}\n",                 // an empty body
-        "persp_ang{0}\n" + Head(5) + good,        // no valid frustum
-        "persp_ang{180}\n" + Head(5) + good,
-    };
-    for (const std::string& tag : bad) {
-        SCOPED_TRACE(tag);
-        Imported run(tag);
-        EXPECT_EQ(run.status, 0);
-        EXPECT_EQ(run.action.GetFolder().GetNumChildren(), 0u);
-        EXPECT_EQ(run.action.GetHighestId(), 0u);
-    }
-    // A viewpoint without a frustum drops tags until a key gives a valid camera again.
-    Imported run("persp_ang{0}\n" + Tag(1) + Tag(2) + "persp_ang{30}\n" + Tag(3));
-    EXPECT_EQ(CommentIds(run.action), (Ids{{3}}));
     // The sticky keys in front of a dropped tag stay in force.
-    Imported sticky("eye{7 0 0}\ntag{5 1 1 0.0 0 0 0\n" + good + Tag(6));
+    Imported sticky("eye{7 0 0}\ntag{5 1 1 0.0 0 0 0\ntext{4\nnote}}\n" + Tag(6));
     EXPECT_EQ(CommentIds(sticky.action), (Ids{{6}}));
     ExpectNear(ViewAt(sticky.action, 0).AnonView().GetViewPoint().GetCamera().GetPosition(),
                {7, 0, 0});
@@ -241,21 +273,6 @@ TEST(ZtOdPdsTagImportAction, HeadValuesMayTakeAnyFormOfTheirField) {
     ExpectNear(TagAt(ViewAt(run.action, 0), 0).GetPos3d(), {-10, 20, 30});
 }
 
-TEST(ZtOdPdsTagImportAction, IdentifiersAreTakenAsTheyStand) {
-    // 0 is imported and leaves the highest at 0; repeated identifiers are both imported;
-    // a negative identifier is a large unsigned one; an overlong one saturates.
-    Imported zero(Tag(0) + Tag(0));
-    EXPECT_EQ(CommentIds(zero.action), (Ids{{0, 0}}));
-    EXPECT_EQ(zero.action.GetHighestId(), 0u);
-
-    Imported negative(Head(-1) + "text{2\nok}}\n" + Tag(4));
-    EXPECT_EQ(negative.action.GetHighestId(), std::numeric_limits<std::uint64_t>::max());
-
-    Imported huge("tag{123456789012345678901234567890 1 0 0 0 0 0\ntext{2\nok}}\n");
-    EXPECT_EQ(huge.action.GetHighestId(),
-              static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()));
-}
-
 TEST(ZtOdPdsTagImportAction, NestedBlocksOfATag) {
     // The last `p` holds; a later text with a line end replaces the body; unknown blocks
     // are skipped; `p` and text may come in any order.
@@ -268,49 +285,6 @@ TEST(ZtOdPdsTagImportAction, NestedBlocksOfATag) {
     const ZtLVec3f dir(-1, 0, 0), up(0, 0, 1);
     ExpectNear(TagAt(view, 0).GetPos2dB(), CameraSpace({0, 2, 3}, eye, dir, up));
     ExpectNear(TagAt(view, 1).GetPos2dB(), CameraSpace({-4, 0, 7}, eye, dir, up));
-    // A text without a line end keeps the body before it, whose line ends are then
-    // widened once more, as every text's are.
-    Imported again(Head(3) + "text{6\nab\ncd}text{12}}\n");
-    ASSERT_EQ(CommentIds(again.action), (Ids{{3}}));
-    EXPECT_EQ(ViewAt(again.action, 0).GetComments()[0]->GetBody().Str(), L"ab\r\r\ncd");
-}
-
-TEST(ZtOdPdsTagImportAction, CountedBodiesKeepBracesLineEndsAndWideCharacters) {
-    struct Case {
-        std::string body;     // UTF-8, LF line ends
-        std::wstring comment; // as the document holds it
-    };
-    const Case cases[] = {
-        {"one line", L"one line"},
-        {"two\nlines", L"two\r\nlines"},
-        {"\n\nblank lines\n", L"\r\n\r\nblank lines\r\n"},
-        {"braces { and } and {{ in it", L"braces { and } and {{ in it"},
-        {"}{ first", L"}{ first"},
-        {"tag{1 1 0 0 0 0 0 inside", L"tag{1 1 0 0 0 0 0 inside"},
-        {"Ventil \xC3\xBC\xC3\xA4 \xE2\x82\xAC", L"Ventil \u00FC\u00E4 \u20AC"},
-        // A character beyond the Basic Multilingual Plane counts as two units.
-        {"pipe \xF0\x9F\x94\xA7 {x} ok",
-         std::wstring{L"pipe "} + wchar_t(0xD83D) + wchar_t(0xDD27) + L" {x} ok"},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.body);
-        const std::wstring wide = ZtUSysString::Utf8ToWide(c.body);
-        Imported run(Head(1) + "text{" + std::to_string(wide.size()) + "\n" + c.body + "}}\n" +
-                     Tag(2));
-        ASSERT_EQ(CommentIds(run.action), (Ids{{1, 2}}));
-        EXPECT_EQ(ViewAt(run.action, 0).GetComments()[0]->GetBody().Str(), c.comment);
-    }
-}
-
-TEST(ZtOdPdsTagImportAction, BracesInTheLastTwoCharactersOfABody) {
-    // A `}` there ends the text early, and the brace left over ends the read.
-    Imported close(Head(1) + "text{5\nabc}d}}\n" + Tag(2));
-    EXPECT_EQ(close.status, 0);
-    ASSERT_EQ(CommentIds(close.action), (Ids{{1}}));
-    EXPECT_EQ(ViewAt(close.action, 0).GetComments()[0]->GetBody().Str(), L"abc");
-    // A `{` there leaves the tag open to the end of the file.
-    Imported open(Tag(1) + Head(2) + "text{5\nabc{d}}\n" + Tag(3));
-    EXPECT_EQ(CommentIds(open.action), (Ids{{1}}));
 }
 
 TEST(ZtOdPdsTagImportAction, CrLfFilesReadLikeLfFiles) {
@@ -342,9 +316,7 @@ TEST(ZtOdPdsTagImportAction, UnitsComeFromTheModelsFactor) {
     ExpectPlane(view, 0, {-1, 0, 0}, -1.5);
 }
 
-TEST(ZtOdPdsTagImportAction, Statuses) {
-    TagDocument document(1.0);
-    ZtOdPdsTagImportAction action(&document.state, document.state.GetRootNode());
+TEST_F(ImportAction, Statuses) {
     EXPECT_EQ(action.Perform(nullptr, nullptr), 1);
     EXPECT_EQ(action.Perform(L"/nonexistent/t.tag", nullptr), 1);
     EXPECT_EQ(action.Perform(document.Write("").c_str(), nullptr), 0);
@@ -363,9 +335,7 @@ TEST(ZtOdPdsTagImportAction, Statuses) {
     EXPECT_EQ(unitless.GetFolder().GetNumChildren(), 0u);
 }
 
-TEST(ZtOdPdsTagImportAction, TheFirstPassCountsLinesThatBeginATag) {
-    TagDocument document(1.0);
-    ZtOdPdsTagImportAction action(&document.state, document.state.GetRootNode());
+TEST_F(ImportAction, TheFirstPassCountsLinesThatBeginATag) {
     EXPECT_EQ(action.CountTags(L"/nonexistent/t.tag"), 0);
     EXPECT_EQ(action.CountTags(document.Write(Tag(1) + Tag(2)).c_str()), 2);
     // Indented: imported, not counted. A body line beginning "tag{": counted.
@@ -373,9 +343,7 @@ TEST(ZtOdPdsTagImportAction, TheFirstPassCountsLinesThatBeginATag) {
     EXPECT_EQ(action.CountTags(document.Write(Head(1) + "text{9\nx\ntag{yy}}\n").c_str()), 2);
 }
 
-TEST(ZtOdPdsTagImportAction, TwoFilesThroughOneAction) {
-    TagDocument document(1.0);
-    ZtOdPdsTagImportAction action(&document.state, document.state.GetRootNode());
+TEST_F(ImportAction, TwoFilesThroughOneAction) {
     const std::wstring first =
         document.Write("eye{4 0 0}\n" + Tag(5) + Tag(1) + "eye{9 0 0}\n", "a.tag");
     const std::wstring second = document.Write(Tag(3), "b.tag");
@@ -387,9 +355,7 @@ TEST(ZtOdPdsTagImportAction, TwoFilesThroughOneAction) {
     ExpectNear(ViewAt(action, 1).AnonView().GetViewPoint().GetCamera().GetPosition(), {9, 0, 0});
 }
 
-TEST(ZtOdPdsTagImportAction, HandOverToTheDocument) {
-    TagDocument document(1.0);
-    ZtOdPdsTagImportAction action(&document.state, document.state.GetRootNode());
+TEST_F(ImportAction, HandOverToTheDocument) {
     EXPECT_EQ(action.AppendTo(nullptr), 0);
     ASSERT_EQ(action.Perform(document.Write(Tag(4) + "eye{2 0 0}\n" + Tag(40)).c_str(), nullptr),
               0);
@@ -412,9 +378,7 @@ TEST(ZtOdPdsTagImportAction, HandOverToTheDocument) {
     EXPECT_EQ(ids.GetCommentId(), 1u);
 }
 
-TEST(ZtOdPdsTagImportAction, ClipPlanesTakeTheFirstFreePlaces) {
-    TagDocument document(1.0);
-    ZtOdPdsTagImportAction action(&document.state, document.state.GetRootNode());
+TEST_F(ImportAction, ClipPlanesTakeTheFirstFreePlaces) {
     ZtOpView* view = action.MakeView();
     ASSERT_NE(view, nullptr);
     view->AnonView().EditClipPlaneSet()->Edit(1)->SetEnabled(true);
@@ -429,9 +393,7 @@ TEST(ZtOdPdsTagImportAction, ClipPlanesTakeTheFirstFreePlaces) {
     delete view;
 }
 
-TEST(ZtOdPdsTagImportAction, ProgressIsTheShareOfCountedTags) {
-    TagDocument document(1.0);
-    ZtOdPdsTagImportAction action(&document.state, document.state.GetRootNode());
+TEST_F(ImportAction, ProgressIsTheShareOfCountedTags) {
     struct Recording : ZtOpProgress {
         std::vector<double> fractions;
         void OnProgress(double overall) override { fractions.push_back(overall); }

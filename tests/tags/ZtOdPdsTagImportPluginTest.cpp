@@ -1,9 +1,11 @@
 #include "tags/ZtOdPdsTagImportPlugin.h"
-#include "TagImportTestSupport.h"
+#include "TagTestSupport.h"
 #include "ztplugin/ZtOpLock.h"
 #include "ztplugin/ZtOpNextCommentIdElement.h"
 #include "ztplugin/ZtOpSavedItemsElement.h"
 #include "ztutil/ZtUString.h"
+
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -13,21 +15,27 @@ const ZtOpFolderItem& SavedViews(const ZtOpState& state) {
     return *ZtOpSavedViewsElement::Get(&state)->Get();
 }
 
-TEST(ZtOdPdsTagImportPlugin, DescribesItself) {
-    ZtOdPdsTagImportPlugin plugin;
-    EXPECT_EQ(plugin.GetTypeNumber(), 137u);
-    EXPECT_EQ(plugin.GetRegisteredName().Str(), "ZtOdPdsTagImportPlugin");
-    ZtUStringBuffer resource;
-    plugin.IGetResourceName(&resource);
-    EXPECT_EQ(resource.Str(), "ztodpds");
-    ZtUWideStringBuffer text;
-    plugin.IGetMenuName(&text);
-    EXPECT_EQ(text.Str(), L"PDS Tags...");
-    plugin.IGetFileTypeName(&text);
-    EXPECT_EQ(text.Str(), L"PDS Tag File");
-    plugin.IGetFileExtension(&text);
-    EXPECT_EQ(text.Str(), L".tag");
-    EXPECT_EQ(plugin.IHelp(), 1);
+// Both plug-ins stand on the same menu entry under their own type numbers and names.
+TEST(TagPlugins, DescribeThemselves) {
+    ZtOdPdsTagImportPlugin import;
+    ZtOdPdsTagExportPlugin exporter;
+    const std::tuple<ZtOpExportPlugin*, unsigned, const char*> plugins[] = {
+        {&import, 137u, "ZtOdPdsTagImportPlugin"}, {&exporter, 131u, "ZtOdPdsTagExportPlugin"}};
+    for (const auto& [plugin, type, name] : plugins) {
+        EXPECT_EQ(plugin->GetTypeNumber(), type);
+        EXPECT_EQ(plugin->GetRegisteredName().Str(), name);
+        ZtUStringBuffer resource;
+        plugin->IGetResourceName(&resource);
+        EXPECT_EQ(resource.Str(), "ztodpds");
+        ZtUWideStringBuffer text;
+        plugin->IGetMenuName(&text);
+        EXPECT_EQ(text.Str(), L"PDS Tags...");
+        plugin->IGetFileTypeName(&text);
+        EXPECT_EQ(text.Str(), L"PDS Tag File");
+        plugin->IGetFileExtension(&text);
+        EXPECT_EQ(text.Str(), L".tag");
+        EXPECT_EQ(plugin->IHelp(), 1);
+    }
 }
 
 TEST(ZtOdPdsTagImportPlugin, StatusesInTheOrderOfTheirTests) {
@@ -103,7 +111,7 @@ TEST(ZtOdPdsTagImportPlugin, EachImportAppendsBehindTheDocumentsViews) {
     EXPECT_NE(static_cast<ZtOpLock*>(idsLock), nullptr);
 }
 
-TEST(ZtOdPdsTagImportPlugin, Components) {
+TEST(TagPlugins, Components) {
     EXPECT_EQ(ZtOdPdsTagImportPlugin::StartComponent(), 1);
     EXPECT_TRUE(ZtOdPdsTagImportPlugin::GetComponent().IsLive());
     EXPECT_TRUE(ZtOdPdsTagImportAction::GetComponent().IsLive());
@@ -114,6 +122,8 @@ TEST(ZtOdPdsTagImportPlugin, Components) {
     EXPECT_EQ(ZtOdPdsTagImportPlugin::EndComponent(), 0);
     EXPECT_EQ(ZtOdPdsTagImportAction::StartComponent(), 1);
     EXPECT_EQ(ZtOdPdsTagImportAction::EndComponent(), 1);
+    EXPECT_EQ(ZtOdPdsTagExportPlugin::StartComponent(), 1);
+    EXPECT_EQ(ZtOdPdsTagExportPlugin::EndComponent(), 1);
 }
 
 } // namespace

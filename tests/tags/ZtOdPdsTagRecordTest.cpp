@@ -1,4 +1,4 @@
-#include "TagExportTestSupport.h"
+#include "TagTestSupport.h"
 
 #include "tags/ZtOdPdsTagRecord.h"
 #include "ztutil/ZtUAutoCLocaleOverride.h"
@@ -16,40 +16,18 @@ constexpr double kFactor = 1000.0;
 struct OneTag {
     OneTag() {
         view = doc.AddView({0, 0, 10}, {0, 0, 0});
-        const ZtLPos3f second(0.25, 0.5, 0);
-        tag = ExportDocument::AddTag(view, 42, {0, 0, 0}, L"body", &second);
+        tag = TagDocument::AddTag(view, 42, {0, 0, 0}, L"body");
     }
-    ZtOdPdsTagRecord Fill(const ZtOaNode* node = nullptr) {
+    ZtOdPdsTagRecord Fill() {
         ZtOdPdsTagRecord record;
-        record.Fill(node, tag, view->GetComments()[0], view, kFactor);
+        record.Fill(nullptr, tag, view->GetComments()[0], view, kFactor);
         return record;
     }
 
-    ExportDocument doc{kFactor};
+    TagDocument doc{kFactor};
     ZtOpView* view;
     ZtOpRedlineTag* tag;
 };
-
-TEST(ZtOdPdsTagRecord, FillTakesViewpointTagAndElement) {
-    OneTag one;
-    ZtOaShape element(ZtLBox3f({0, 0, 0}, {1, 1, 1}));
-    element.AddAttribute(new ZtOaNat64Attribute("ZtDgnDMRSAttribute", 0x0001000200030004ull));
-    const ZtOdPdsTagRecord record = one.Fill(&element);
-    EXPECT_EQ(record.id, 42u);
-    EXPECT_STREQ(record.text.GetString(), L"body");
-    EXPECT_EQ(record.position, (ZtOdPdsUorVector{0, 0, 0}));
-    EXPECT_EQ(record.eye, (ZtOdPdsUorVector{0, 0, 10000}));
-    // Without a focal distance the target stands one master unit ahead.
-    EXPECT_EQ(record.target, (ZtOdPdsUorVector{0, 0, 9000}));
-    EXPECT_EQ(record.perspAngle, 45);
-    EXPECT_EQ(record.clipNear, -1);
-    EXPECT_EQ(record.clipFar, -1);
-    EXPECT_NEAR(static_cast<double>(record.secondPoint.x), 250, 1);
-    EXPECT_NEAR(static_cast<double>(record.secondPoint.y), 500, 1);
-    EXPECT_EQ(record.secondPoint.z, 0);
-    EXPECT_EQ(record.linkage.word0, 1);
-    EXPECT_EQ(record.linkage.word3, 4);
-}
 
 TEST(ZtOdPdsTagRecord, FocalDistanceSetsTheTarget) {
     OneTag one;
@@ -62,9 +40,8 @@ TEST(ZtOdPdsTagRecord, CameraWithoutFrustumGivesTheTagsOwnPointAsSecond) {
     ZtNvCamera camera = one.view->AnonView().GetViewPoint().GetCamera();
     camera.SetHeightField(0.0);
     one.view->AnonView().EditViewPoint()->SetCamera(camera);
-    one.tag = ExportDocument::AddTag(one.view, 43, {1.5, -2.5, 0}, L"x");
-    ZtOdPdsTagRecord record;
-    record.Fill(nullptr, one.tag, one.view->GetComments()[0], one.view, kFactor);
+    one.tag = TagDocument::AddTag(one.view, 43, {1.5, -2.5, 0}, L"x");
+    const ZtOdPdsTagRecord record = one.Fill();
     EXPECT_EQ(record.secondPoint, (ZtOdPdsUorVector{1500, -2500, 0}));
     EXPECT_EQ(record.perspAngle, 0);
 }
@@ -94,12 +71,12 @@ TEST(ZtOdPdsTagRecord, ClipDistancesFromSquarePlanes) {
     for (const Case& c : cases) {
         OneTag one;
         for (std::size_t i = 0; i < c.planes.size(); ++i) {
-            ExportDocument::AddPlane(one.view, static_cast<int>(i), c.planes[i].normal,
-                                     c.planes[i].distance);
+            const Plane& p = c.planes[i];
+            TagDocument::AddPlane(one.view, static_cast<int>(i), p.normal, p.distance);
             one.view->AnonView()
                 .EditClipPlaneSet()
                 ->Edit(static_cast<int>(i))
-                ->SetEnabled(c.planes[i].enabled);
+                ->SetEnabled(p.enabled);
         }
         const ZtOdPdsTagRecord record = one.Fill();
         EXPECT_EQ(record.clipNear, c.nearUors) << c.what;

@@ -2,26 +2,40 @@
 #include "support/ZtTestFiles.h"
 #include "tags/ZtOdPdsCameraMaps.h"
 #include "tags/ZtOdPdsTagExportPlugin.h"
+#include "tags/ZtOdPdsTagImportAction.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztobject/ZtOaAttribute.h"
 #include "ztobject/ZtOaShape.h"
-#include "ztplugin/ZtOpLock.h"
 #include "ztplugin/ZtOpRedlineTag.h"
 #include "ztplugin/ZtOpSavedItemsElement.h"
 #include "ztplugin/ZtOpState.h"
 #include "ztplugin/ZtOpView.h"
 #include "ztutil/ZtUWideString.h"
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
 #include <string>
+#include <vector>
 
-// A document to export from: a first, empty model that gives the units factor, models of
-// boxes made in memory, and saved views with tags, all in master units.
-struct ExportDocument {
-    explicit ExportDocument(double uorsPerMaster) {
+inline std::wstring TagFixture(const char* name) {
+    return ZtTestWide(std::string(ZT_TEST_DIR "/fixtures/") + name);
+}
+
+// A document whose first, empty model gives the units factor, with a folder for tag
+// files. Models of boxes made in memory and saved views with tags, all in master units,
+// can be added to export them.
+struct TagDocument {
+    explicit TagDocument(double uorsPerMaster) {
         auto* units = new ZtDgnModel(L"", state.EditNameDict());
         units->SetUorsPerMaster(uorsPerMaster);
         state.GetRootNode()->AddChild(units);
+    }
+
+    // Writes `text` (UTF-8) as a tag file; its wide path.
+    std::wstring Write(const std::string& text, const std::string& name = "t.tag") {
+        ZtTestWriteBytes(dir.File(name), text);
+        return dir.WideFile(name);
     }
 
     // A model partition loaded, as it were, from `path`.
@@ -73,8 +87,8 @@ struct ExportDocument {
         }
         return tag;
     }
-    // Switches on plane `index` of the view at `distance` from the eye, its normal along
-    // the view direction turned by `direction` (1 along, -1 against) or as given.
+    // Switches on plane `index` of the view at `distance` from the eye along the view
+    // direction, with the given normal.
     static void AddPlane(ZtOpView* view, int index, const ZtLVec3f& normal, double distance) {
         const ZtNvCamera& camera = view->AnonView().GetViewPoint().GetCamera();
         ZtOaClipPlane* plane = view->AnonView().EditClipPlaneSet()->Edit(index);
@@ -97,3 +111,58 @@ struct ExportDocument {
     ZtOpState state;
     ZtTestTempDir dir;
 };
+
+inline void ExpectNear(const ZtLVec3f& actual, const ZtLVec3f& expected, double bound = 1e-12,
+                       const std::string& what = "") {
+    EXPECT_NEAR(actual.x, expected.x, bound) << what;
+    EXPECT_NEAR(actual.y, expected.y, bound) << what;
+    EXPECT_NEAR(actual.z, expected.z, bound) << what;
+}
+
+inline void ExpectNear(const ZtLPos2f& actual, const ZtLPos2f& expected, double bound = 1e-12,
+                       const std::string& what = "") {
+    EXPECT_NEAR(actual.x, expected.x, bound) << what;
+    EXPECT_NEAR(actual.y, expected.y, bound) << what;
+}
+
+inline const ZtOpView& ViewAt(const ZtOdPdsTagImportAction& action, std::size_t index) {
+    return *static_cast<const ZtOpView*>(action.GetFolder().GetChild(index));
+}
+
+inline const ZtOpRedlineTag& TagAt(const ZtOpView& view, std::size_t index) {
+    return *static_cast<const ZtOpRedlineTag*>(view.GetRedlines().Get(index));
+}
+
+// The identifiers of the comments of each view of the action's folder, view by view.
+inline std::vector<std::vector<unsigned long long>>
+CommentIds(const ZtOdPdsTagImportAction& action) {
+    std::vector<std::vector<unsigned long long>> out;
+    for (std::size_t v = 0; v < action.GetFolder().GetNumChildren(); ++v) {
+        const ZtOpView& view = ViewAt(action, v);
+        out.emplace_back();
+        for (std::size_t c = 0; c < view.GetComments().Size(); ++c)
+            out.back().push_back(view.GetComments()[c]->GetId());
+    }
+    return out;
+}
+
+inline std::vector<int> EnabledPlanes(const ZtOpView& view) {
+    std::vector<int> out;
+    const ZtOaClipPlaneSet& planes = view.AnonView().GetClipPlaneSet();
+    for (int i = 0; i < planes.Size(); ++i)
+        if (planes.Get(i)->IsEnabled())
+            out.push_back(i);
+    return out;
+}
+
+// The tag head "tag{ID 1 0 0.000000 X Y Z" and a line end.
+inline std::string Head(int id, int x = 0, int y = 0, int z = 0) {
+    return "tag{" + std::to_string(id) + " 1 0 0.000000 " + std::to_string(x) + " " +
+           std::to_string(y) + " " + std::to_string(z) + "\n";
+}
+
+// A whole tag with a one-line body "note ID" and no `p`.
+inline std::string Tag(int id) {
+    const std::string body = "note " + std::to_string(id);
+    return Head(id) + "text{" + std::to_string(body.size()) + "\n" + body + "}}\n";
+}
