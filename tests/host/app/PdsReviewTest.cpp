@@ -64,6 +64,8 @@ TEST(PdsReview, HostFailuresExitWithTwoAndSayWhy) {
         {{"--plugin", ZT_BIN_DIR "/libztutil.so", "plugins"},
          "has no entry function ZtOpPluginEntryztodpds"},
         {{"model", ZT_SOURCE_DIR "/README.md"}, "not a DGN V7 design file"},
+        {{"--redline-color", "1,0", "plugins"}, "--redline-color"},
+        {{"--redline-color", "2,0,0", "plugins"}, "--redline-color"},
     };
     for (const Case& c : cases) {
         const ProgramRun run = RunProgram(kProgram, c.args);

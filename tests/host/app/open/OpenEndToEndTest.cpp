@@ -55,7 +55,7 @@ TEST_F(OpenEndToEnd, ModelsInDifferentUnitsArePlaced) {
                               "transform{0 -1 0 1 0 0 0 0 1}\n"
                               "old_origin{1000 0 0} new_origin{13000 2400 0}\n"
                               "master_unit{m} dgn{name{models/pipes.dgn}}\n"
-                              "master_unit{ft} dgn{name{models/tank.dgn}}\n"
+                              "master_unit{ft} dgn{name{models/tank.dgn}} dgn{name{gone.dgn}}\n"
                               "master_unit{m}\n"
                               "}\n");
     ZtTestJson json;
@@ -63,15 +63,16 @@ TEST_F(OpenEndToEnd, ModelsInDifferentUnitsArePlaced) {
     ASSERT_EQ(run.exitStatus, 0) << run.err;
     const ZtTestJson& set = json["sceneSet"];
     EXPECT_EQ(set["linearUnits"].number, 0);
-    ASSERT_EQ(set["refs"].items.size(), 2u);
+    ASSERT_EQ(set["refs"].items.size(), 3u);
     struct Expected {
         const char* sourceName;
         int units;
         double x, y;
         int elements;
+        double uorsPerMaster;
     };
-    const Expected expected[] = {{"models/pipes.dgn", 0, 12, 2.4, 2},
-                                 {"models/tank.dgn", 3, 3.048, 0.6096, 3}};
+    const Expected expected[] = {{"models/pipes.dgn", 0, 12, 2.4, 2, 1000},
+                                 {"models/tank.dgn", 3, 3.048, 0.6096, 3, 1200}};
     for (std::size_t i = 0; i < 2; ++i) {
         const ZtTestJson& ref = set["refs"][i];
         const Expected& e = expected[i];
@@ -81,8 +82,15 @@ TEST_F(OpenEndToEnd, ModelsInDifferentUnitsArePlaced) {
         EXPECT_EQ(ref["transform"]["matrix"][1][0].number, 1);
         EXPECT_NEAR(ref["transform"]["translation"][0].number, e.x, 1e-12);
         EXPECT_NEAR(ref["transform"]["translation"][1].number, e.y, 1e-12);
+        EXPECT_EQ(ref["loadKind"].number, 2);
         EXPECT_EQ(ref["model"]["elements"].number, e.elements);
+        EXPECT_EQ(ref["model"]["uorsPerMaster"].number, e.uorsPerMaster);
+        EXPECT_TRUE(ref.Has("notLoaded") && ref["notLoaded"].IsNull());
     }
+    // A model that is not there: no model, and why.
+    const ZtTestJson& gone = set["refs"][2];
+    EXPECT_TRUE(gone.Has("model") && gone["model"].IsNull());
+    EXPECT_EQ(gone["notLoaded"].kind, ZtTestJson::kString);
     // The models of the document, in load order, loaded with the option off.
     ASSERT_EQ(json["models"].items.size(), 2u);
     EXPECT_EQ(json["models"][1]["file"].text, "tank.dgn");
