@@ -8,10 +8,11 @@
 #include "ztlddgn/ZtDgnReader.h"
 #include "ztutil/ZtUName.h"
 
+#include "BenchMemory.h"
+
 #include <benchmark/benchmark.h>
 
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <unistd.h>
 
@@ -60,24 +61,10 @@ const std::string& ModelFile() {
     return file.path;
 }
 
-void ResetPeakMemory() {
-    std::ofstream("/proc/self/clear_refs") << "5";
-}
-
-// A figure of /proc/self/status, such as "VmHWM:" (peak) or "VmRSS:" (now), in MiB.
-double StatusMiB(const char* key) {
-    std::ifstream status("/proc/self/status");
-    std::string line;
-    while (std::getline(status, line))
-        if (line.rfind(key, 0) == 0)
-            return std::stod(line.substr(std::string(key).size())) / 1024.0;
-    return 0;
-}
-
 void BM_DgnReadHeaders(benchmark::State& state) {
     const std::string& path = ModelFile();
-    ResetPeakMemory();
-    state.counters["start_MiB"] = StatusMiB("VmRSS:");
+    ZtBenchResetPeakMemory();
+    state.counters["start_MiB"] = ZtBenchStatusMiB("VmRSS:");
     for (auto _ : state) {
         ZtDgnElementStream stream;
         std::string reason;
@@ -101,15 +88,15 @@ void BM_DgnReadHeaders(benchmark::State& state) {
         benchmark::DoNotOptimize(sum);
         state.counters["elements"] = static_cast<double>(count);
     }
-    state.counters["peak_MiB"] = StatusMiB("VmHWM:");
+    state.counters["peak_MiB"] = ZtBenchStatusMiB("VmHWM:");
 }
 BENCHMARK(BM_DgnReadHeaders)->Unit(benchmark::kMillisecond)->Iterations(5);
 
 void BM_DgnLoadModel(benchmark::State& state) {
     const std::string& path = ModelFile();
     const std::wstring widePath(path.begin(), path.end());
-    ResetPeakMemory();
-    state.counters["start_MiB"] = StatusMiB("VmRSS:");
+    ZtBenchResetPeakMemory();
+    state.counters["start_MiB"] = ZtBenchStatusMiB("VmRSS:");
     ZtUNameDict names;
     for (auto _ : state) {
         std::string reason;
@@ -124,7 +111,7 @@ void BM_DgnLoadModel(benchmark::State& state) {
         model.reset();
         state.ResumeTiming();
     }
-    state.counters["peak_MiB"] = StatusMiB("VmHWM:");
+    state.counters["peak_MiB"] = ZtBenchStatusMiB("VmHWM:");
 }
 BENCHMARK(BM_DgnLoadModel)->Unit(benchmark::kMillisecond)->Iterations(5);
 

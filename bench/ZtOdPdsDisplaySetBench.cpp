@@ -7,15 +7,14 @@
 #include "ztplugin/ZtOpState.h"
 #include "ztutil/ZtUSysString.h"
 
+#include "support/ZtTestFiles.h"
+
 #include <benchmark/benchmark.h>
 
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <map>
 #include <string>
 #include <sys/resource.h>
-#include <unistd.h>
 
 namespace {
 
@@ -23,12 +22,6 @@ namespace {
 // at exit.
 class BenchFiles {
 public:
-    ~BenchFiles() {
-        std::error_code ignored;
-        if (!dir_.empty())
-            std::filesystem::remove_all(dir_, ignored);
-    }
-
     // `sets` display sets of the kind a plant's file holds: lists of levels and colours,
     // files, a negated step, a nested scope, and references to earlier sets.
     const std::wstring& ManySets(int sets) {
@@ -83,20 +76,13 @@ public:
 
 private:
     template <class Fill> std::wstring Write(const std::string& name, Fill fill) {
-        if (dir_.empty()) {
-            const char* base = std::getenv("TMPDIR");
-            std::string pattern = std::string(base && *base ? base : "/tmp") + "/ztdst-XXXXXX";
-            if (!::mkdtemp(pattern.data()))
-                return {};
-            dir_ = pattern;
-        }
-        const std::string path = dir_ + "/" + name;
+        const std::string path = dir_.File(name);
         std::ofstream out(path, std::ios::binary);
         fill(out);
         return out ? ZtUSysString::Utf8ToWide(path) : std::wstring();
     }
 
-    std::string dir_;
+    ZtTestTempDir dir_;
     std::map<std::pair<int, int>, std::wstring> paths_;
 };
 

@@ -8,13 +8,12 @@
 #include "ztutil/ZtUSysFile.h"
 #include "ztutil/ZtUSysString.h"
 
+#include "support/ZtTestFiles.h"
+
 #include <benchmark/benchmark.h>
 
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <string>
-#include <unistd.h>
 
 namespace {
 
@@ -24,12 +23,7 @@ constexpr std::size_t kFileSize = 64 * 1024 * 1024;
 class BenchFile {
 public:
     BenchFile() {
-        const char* base = std::getenv("TMPDIR");
-        std::string pattern = std::string(base && *base ? base : "/tmp") + "/ztbench-XXXXXX";
-        if (!::mkdtemp(pattern.data()))
-            return;
-        dir_ = pattern;
-        const std::string path = dir_ + "/bench.tag";
+        const std::string path = dir_.File("bench.tag");
         std::ofstream out(path, std::ios::binary);
         std::string block;
         for (std::size_t i = 0; size_ < kFileSize; ++i) {
@@ -45,18 +39,13 @@ public:
         if (out)
             path_ = ZtUSysString::Utf8ToWide(path);
     }
-    ~BenchFile() {
-        std::error_code ignored;
-        if (!dir_.empty())
-            std::filesystem::remove_all(dir_, ignored);
-    }
 
     const wchar_t* Path() const { return path_.c_str(); }
     std::size_t Size() const { return size_; }
     bool Ready() const { return !path_.empty(); }
 
 private:
-    std::string dir_;
+    ZtTestTempDir dir_;
     std::wstring path_;
     std::size_t size_ = 0;
 };

@@ -12,10 +12,11 @@
 #include "ztplugin/ZtOpView.h"
 #include "ztutil/ZtUWideString.h"
 
+#include "BenchMemory.h"
+
 #include <benchmark/benchmark.h>
 
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <string>
 #include <unistd.h>
@@ -27,19 +28,6 @@ constexpr int kViews = 100;
 constexpr int kTagsPerView = 100;
 constexpr std::int32_t kPitch = 8000; // UORs between elements
 constexpr double kFactor = 80000.0;   // 1000 mm a metre, 80 UORs a mm
-
-void ResetPeakMemory() {
-    std::ofstream("/proc/self/clear_refs") << "5";
-}
-
-double StatusMiB(const char* key) {
-    std::ifstream status("/proc/self/status");
-    std::string line;
-    while (std::getline(status, line))
-        if (line.rfind(key, 0) == 0)
-            return std::stod(line.substr(std::string(key).size())) / 1024.0;
-    return 0;
-}
 
 // A design file of 1,000,000 line strings on a grid, each with a DMRS linkage, and a
 // document with the model loaded and 10,000 tags over it in 100 views. Made once.
@@ -117,8 +105,8 @@ void Export(benchmark::State& state, bool buildIndex) {
     const ZtUWideString output(scene.output.c_str());
     if (!buildIndex)
         plugin.IExport(0, &scene.state, nullptr, &output);
-    ResetPeakMemory();
-    state.counters["start_MiB"] = StatusMiB("VmRSS:");
+    ZtBenchResetPeakMemory();
+    state.counters["start_MiB"] = ZtBenchStatusMiB("VmRSS:");
     for (auto _ : state) {
         if (buildIndex) {
             state.PauseTiming();
@@ -134,7 +122,7 @@ void Export(benchmark::State& state, bool buildIndex) {
     state.counters["tags"] = plugin.GetWrittenCount();
     state.counters["filed"] =
         plugin.GetWrittenCount() - static_cast<double>(plugin.GetUnfiledRecords()->Size());
-    state.counters["peak_MiB"] = StatusMiB("VmHWM:");
+    state.counters["peak_MiB"] = ZtBenchStatusMiB("VmHWM:");
 }
 
 void BM_TagExportWithIndexBuild(benchmark::State& state) {

@@ -10,13 +10,13 @@
 #include "ztutil/ZtUSysFile.h"
 #include "ztutil/ZtUSysString.h"
 
+#include "BenchMemory.h"
+#include "support/ZtTestFiles.h"
+
 #include <benchmark/benchmark.h>
 
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <string>
-#include <unistd.h>
 
 namespace {
 
@@ -28,12 +28,7 @@ constexpr int kTagsPerView = 10;
 class TagBenchFile {
 public:
     TagBenchFile() {
-        const char* base = std::getenv("TMPDIR");
-        std::string pattern = std::string(base && *base ? base : "/tmp") + "/zttagbench-XXXXXX";
-        if (!::mkdtemp(pattern.data()))
-            return;
-        dir_ = pattern;
-        const std::string path = dir_ + "/bench.tag";
+        const std::string path = dir_.File("bench.tag");
         std::ofstream out(path, std::ios::binary);
         out << "file{0n{pipes.dgn}}\ntarget{1600000 1200000 240000}\nclip_far{9600000}\n"
                "persp_ang{40}\n";
@@ -50,17 +45,12 @@ public:
         if (out)
             path_ = ZtUSysString::Utf8ToWide(path);
     }
-    ~TagBenchFile() {
-        std::error_code ignored;
-        if (!dir_.empty())
-            std::filesystem::remove_all(dir_, ignored);
-    }
 
     const wchar_t* Path() const { return path_.c_str(); }
     bool Ready() const { return !path_.empty(); }
 
 private:
-    std::string dir_;
+    ZtTestTempDir dir_;
     std::wstring path_;
 };
 
@@ -69,25 +59,11 @@ const TagBenchFile& File() {
     return file;
 }
 
-void ResetPeakMemory() {
-    std::ofstream("/proc/self/clear_refs") << "5";
-}
-
-// A figure of /proc/self/status, such as "VmHWM:" (peak) or "VmRSS:" (now), in MiB.
-double StatusMiB(const char* key) {
-    std::ifstream status("/proc/self/status");
-    std::string line;
-    while (std::getline(status, line))
-        if (line.rfind(key, 0) == 0)
-            return std::stod(line.substr(std::string(key).size())) / 1024.0;
-    return 0;
-}
-
 void BM_TagFileStreamDecode(benchmark::State& state) {
     if (!File().Ready())
         return state.SkipWithError("cannot write the benchmark file");
-    ResetPeakMemory();
-    state.counters["start_MiB"] = StatusMiB("VmRSS:");
+    ZtBenchResetPeakMemory();
+    state.counters["start_MiB"] = ZtBenchStatusMiB("VmRSS:");
     for (auto _ : state) {
         ZtUFile* file =
             ZtUSysFile::fopenW(File().Path(), ZtUSysFile::kAccessRead, ZtUSysFile::kOpenExisting,
@@ -98,7 +74,7 @@ void BM_TagFileStreamDecode(benchmark::State& state) {
         benchmark::DoNotOptimize(sum);
         ZtUSysFile::fclose(file);
     }
-    state.counters["peak_MiB"] = StatusMiB("VmHWM:");
+    state.counters["peak_MiB"] = ZtBenchStatusMiB("VmHWM:");
 }
 BENCHMARK(BM_TagFileStreamDecode)->Unit(benchmark::kMillisecond)->Iterations(5);
 
@@ -130,8 +106,8 @@ void BM_TagImport(benchmark::State& state) {
     auto* model = new ZtDgnModel(L"", document.EditNameDict());
     model->SetUorsPerMaster(80000);
     document.GetRootNode()->AddChild(model);
-    ResetPeakMemory();
-    state.counters["start_MiB"] = StatusMiB("VmRSS:");
+    ZtBenchResetPeakMemory();
+    state.counters["start_MiB"] = ZtBenchStatusMiB("VmRSS:");
     for (auto _ : state) {
         auto* action = new ZtOdPdsTagImportAction(&document, document.GetRootNode());
         if (action->Perform(File().Path(), nullptr) != 0)
@@ -143,7 +119,7 @@ void BM_TagImport(benchmark::State& state) {
         delete action;
         state.ResumeTiming();
     }
-    state.counters["peak_MiB"] = StatusMiB("VmHWM:");
+    state.counters["peak_MiB"] = ZtBenchStatusMiB("VmHWM:");
 }
 BENCHMARK(BM_TagImport)->Unit(benchmark::kMillisecond)->Iterations(5);
 
