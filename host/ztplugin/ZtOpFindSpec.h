@@ -18,7 +18,7 @@ public:
     std::size_t GetNumConditions() const { return conditions_.size(); }
     const ZtOpFindCondition& GetCondition(std::size_t index) const { return conditions_[index]; }
 
-    // Puts the spec into its select-all mode: every matching object is selected, not only
+    // Puts the find spec into its select-all mode: every matching object is selected, not only
     // the first.
     void SelectAll() { selectAll_ = true; }
     bool IsSelectAll() const { return selectAll_; }
