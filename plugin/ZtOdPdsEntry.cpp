@@ -12,8 +12,8 @@ ZtOpPluginList* ZtOpPluginEntryztodpds() {
     // The library offers nothing in any other control mode: an empty list, not a null.
     if (ZtOpDB::GetControlMode() != ZtOpDB::kModeNormal)
         return list;
-    // The plug-ins join here in their fixed order: tag import, tag export, display-set
-    // import, control-file loader.
+    // The host relies on this order: tag import, tag export, display-set import,
+    // control-file loader.
     list->PushBack(new ZtOdPdsTagImportPlugin);
     list->PushBack(new ZtOdPdsTagExportPlugin);
     list->PushBack(new ZtOdPdsDstImportPlugin);
