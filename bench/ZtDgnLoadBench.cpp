@@ -8,7 +8,7 @@
 #include "ztlddgn/ZtDgnReader.h"
 #include "ztutil/ZtUName.h"
 
-#include "BenchMemory.h"
+#include "BenchSupport.h"
 
 #include <benchmark/benchmark.h>
 

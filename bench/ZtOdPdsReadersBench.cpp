@@ -8,6 +8,7 @@
 #include "ztutil/ZtUSysFile.h"
 #include "ztutil/ZtUSysString.h"
 
+#include "BenchSupport.h"
 #include "support/ZtTestFiles.h"
 
 #include <benchmark/benchmark.h>
@@ -73,14 +74,7 @@ void BM_StreamDecode(benchmark::State& state) {
     if (!File().Ready())
         return state.SkipWithError("cannot write the benchmark file");
     for (auto _ : state) {
-        ZtUFile* file =
-            ZtUSysFile::fopenW(File().Path(), ZtUSysFile::kAccessRead, ZtUSysFile::kOpenExisting,
-                               ZtUSysFile::kTranslateText, ZtUSysFile::kShareReadWrite, 0, 384);
-        unsigned sum = 0;
-        for (unsigned c; (c = ZtUSysFile::fgetwc(file)) != ZtUFile::kEnd;)
-            sum += c;
-        benchmark::DoNotOptimize(sum);
-        ZtUSysFile::fclose(file);
+        benchmark::DoNotOptimize(ZtBenchDecodeFile(File().Path()));
     }
     Finish(state);
 }

@@ -12,7 +12,7 @@
 #include "ztplugin/ZtOpView.h"
 #include "ztutil/ZtUWideString.h"
 
-#include "BenchMemory.h"
+#include "BenchSupport.h"
 
 #include <benchmark/benchmark.h>
 

@@ -10,7 +10,7 @@
 #include "ztutil/ZtUSysFile.h"
 #include "ztutil/ZtUSysString.h"
 
-#include "BenchMemory.h"
+#include "BenchSupport.h"
 #include "support/ZtTestFiles.h"
 
 #include <benchmark/benchmark.h>
@@ -65,14 +65,7 @@ void BM_TagFileStreamDecode(benchmark::State& state) {
     ZtBenchResetPeakMemory();
     state.counters["start_MiB"] = ZtBenchStatusMiB("VmRSS:");
     for (auto _ : state) {
-        ZtUFile* file =
-            ZtUSysFile::fopenW(File().Path(), ZtUSysFile::kAccessRead, ZtUSysFile::kOpenExisting,
-                               ZtUSysFile::kTranslateText, ZtUSysFile::kShareReadWrite, 0, 384);
-        unsigned sum = 0;
-        for (unsigned c; (c = ZtUSysFile::fgetwc(file)) != ZtUFile::kEnd;)
-            sum += c;
-        benchmark::DoNotOptimize(sum);
-        ZtUSysFile::fclose(file);
+        benchmark::DoNotOptimize(ZtBenchDecodeFile(File().Path()));
     }
     state.counters["peak_MiB"] = ZtBenchStatusMiB("VmHWM:");
 }

@@ -1,0 +1,14 @@
+#pragma once
+
+// What several benchmarks share: memory figures of this process from Linux's /proc, and
+// the bare decode of a text file that the readers are measured against.
+
+// Starts a new measure of the peak: VmHWM falls back to the present resident size.
+void ZtBenchResetPeakMemory();
+// A figure of /proc/self/status, such as "VmHWM:" (peak) or "VmRSS:" (now), in MiB; 0 if
+// the system gives none.
+double ZtBenchStatusMiB(const char* key);
+
+// Takes every character of the file at `path` through the host's text stream, and gives
+// their sum (so that the loop can't be optimised away); 0 if the file can't be opened.
+unsigned ZtBenchDecodeFile(const wchar_t* path);
