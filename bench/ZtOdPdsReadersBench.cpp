@@ -5,7 +5,6 @@
 #include "readers/ZtOdPdsBlockFileSource.h"
 #include "readers/ZtOdPdsInputConsumer.h"
 #include "readers/ZtOdPdsTextFile.h"
-#include "ztutil/ZtUSysFile.h"
 #include "ztutil/ZtUSysString.h"
 
 #include "BenchSupport.h"

@@ -7,7 +7,6 @@
 #include "tags/ZtOdPdsTagImportAction.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztplugin/ZtOpState.h"
-#include "ztutil/ZtUSysFile.h"
 #include "ztutil/ZtUSysString.h"
 
 #include "BenchSupport.h"
