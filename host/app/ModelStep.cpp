@@ -107,7 +107,7 @@ int RunModelStep(ZtOpState& state, const std::wstring& path, std::string* error,
             std::string("another plug-in holds the name ") + ZtDgnLoaderPlugin::kRegisteredName;
     if (!model) {
         if (error)
-            *error = "cannot load " + ZtUSysString::WideToUtf8(path) + " as a model: " + reason;
+            *error = "cannot load " + ZtUSysString::WideToPath(path) + " as a model: " + reason;
         return 2;
     }
     state.GetRootNode()->AddChild(model.release());

@@ -20,7 +20,7 @@ StepOutcome RunExport(Session& session, const Step& step, const char* registered
     auto* plugin = dynamic_cast<ZtOpExportPlugin*>(session.FindPlugin(registeredName));
     if (!plugin)
         return {0, std::string("the plug-in ") + registeredName + " is no menu plug-in"};
-    const ZtUWideString path(ZtUSysString::Utf8ToWide(step.argument));
+    const ZtUWideString path(ZtUSysString::PathToWide(step.argument));
     return {plugin->IExport(0, &session.state, &session.progress, &path), {}};
 }
 
@@ -40,14 +40,14 @@ StepOutcome Open(Session& session, const Step& step) {
     auto* loader = dynamic_cast<ZtOpSceneSetPlugin*>(session.FindPlugin("ZtOdPdsDriLoaderPlugin"));
     if (!loader)
         return {0, "the plug-in ZtOdPdsDriLoaderPlugin is no scene-set plug-in"};
-    return {RunOpenStep(session.state, *loader, ZtUSysString::Utf8ToWide(step.argument),
+    return {RunOpenStep(session.state, *loader, ZtUSysString::PathToWide(step.argument),
                         session.options.open, &session.sceneSet, &session.progress),
             {}};
 }
 
 StepOutcome LoadModel(Session& session, const Step& step) {
     std::string reason;
-    const int status = RunModelStep(session.state, ZtUSysString::Utf8ToWide(step.argument), &reason,
+    const int status = RunModelStep(session.state, ZtUSysString::PathToWide(step.argument), &reason,
                                     &session.progress);
     if (status != 0)
         return {status, reason};

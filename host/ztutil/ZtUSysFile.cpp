@@ -22,7 +22,7 @@ std::size_t LastSeparator(const std::wstring& path) {
 }
 
 std::string ToSystemPath(const wchar_t* path) {
-    return ZtUSysString::WideToUtf8(path);
+    return ZtUSysString::WideToPath(path);
 }
 
 // Opens without blocking (a FIFO would wait for a partner) and keeps regular files only.
@@ -211,7 +211,7 @@ ZtUSysDirHandle ZtUSysFile::OpenDirW(const wchar_t* path) {
     std::vector<std::wstring> fullNames;
     fullNames.reserve(names.size());
     for (const std::string& name : names)
-        fullNames.push_back(prefix + ZtUSysString::Utf8ToWide(name));
+        fullNames.push_back(prefix + ZtUSysString::PathToWide(name));
     return ZtUSysDirHandle(std::move(fullNames));
 }
 

@@ -37,7 +37,11 @@ void ZtUSysString::AppendUtf8(std::string& out, char32_t cp) {
     }
 }
 
-std::string ZtUSysString::WideToUtf8(std::wstring_view text) {
+namespace {
+
+// Wide text to UTF-8; a lone surrogate becomes the bytes `loneSurrogate` gives for it.
+template <class LoneSurrogate>
+std::string EncodeWide(std::wstring_view text, LoneSurrogate loneSurrogate) {
     std::string out;
     out.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -45,14 +49,57 @@ std::string ZtUSysString::WideToUtf8(std::wstring_view text) {
         if (unit >= 0xD800 && unit <= 0xDBFF && i + 1 < text.size()) {
             const char32_t low = static_cast<char32_t>(text[i + 1]) & 0xFFFF;
             if (low >= 0xDC00 && low <= 0xDFFF) {
-                AppendUtf8(out, 0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00));
+                ZtUSysString::AppendUtf8(out, 0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00));
                 ++i;
                 continue;
             }
         }
-        AppendUtf8(out, unit >= 0xD800 && unit <= 0xDFFF ? 0xFFFD : unit);
+        if (unit >= 0xD800 && unit <= 0xDFFF)
+            loneSurrogate(out, unit);
+        else
+            ZtUSysString::AppendUtf8(out, unit);
     }
     return out;
+}
+
+// UTF-8 to wide text; a byte that begins no valid sequence becomes `invalid(byte)`.
+template <class Invalid> std::wstring DecodeBytes(std::string_view text, Invalid invalid) {
+    std::wstring out;
+    out.reserve(text.size());
+    const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
+    for (std::size_t i = 0; i < text.size();) {
+        char32_t cp;
+        std::size_t length = ZtUSysString::DecodeUtf8(bytes + i, text.size() - i, &cp);
+        if (length == 0) {
+            cp = invalid(bytes[i]);
+            length = 1;
+        }
+        if (cp >= 0x10000) {
+            out += static_cast<wchar_t>(0xD800 + ((cp - 0x10000) >> 10));
+            out += static_cast<wchar_t>(0xDC00 + ((cp - 0x10000) & 0x3FF));
+        } else {
+            out += static_cast<wchar_t>(cp);
+        }
+        i += length;
+    }
+    return out;
+}
+
+constexpr char32_t kEscapedByteBase = 0xDC00;
+
+} // namespace
+
+std::string ZtUSysString::WideToUtf8(std::wstring_view text) {
+    return EncodeWide(text, [](std::string& out, char32_t) { AppendUtf8(out, 0xFFFD); });
+}
+
+std::string ZtUSysString::WideToPath(std::wstring_view text) {
+    return EncodeWide(text, [](std::string& out, char32_t unit) {
+        if (unit >= kEscapedByteBase + 0x80 && unit <= kEscapedByteBase + 0xFF)
+            out += static_cast<char>(unit - kEscapedByteBase);
+        else
+            AppendUtf8(out, 0xFFFD);
+    });
 }
 
 std::size_t ZtUSysString::DecodeUtf8(const unsigned char* s, std::size_t available,
@@ -87,23 +134,9 @@ std::size_t ZtUSysString::DecodeUtf8(const unsigned char* s, std::size_t availab
 }
 
 std::wstring ZtUSysString::Utf8ToWide(std::string_view text) {
-    std::wstring out;
-    out.reserve(text.size());
-    const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
-    for (std::size_t i = 0; i < text.size();) {
-        char32_t cp;
-        std::size_t length = DecodeUtf8(bytes + i, text.size() - i, &cp);
-        if (length == 0) {
-            cp = bytes[i];
-            length = 1;
-        }
-        if (cp >= 0x10000) {
-            out += static_cast<wchar_t>(0xD800 + ((cp - 0x10000) >> 10));
-            out += static_cast<wchar_t>(0xDC00 + ((cp - 0x10000) & 0x3FF));
-        } else {
-            out += static_cast<wchar_t>(cp);
-        }
-        i += length;
-    }
-    return out;
+    return DecodeBytes(text, [](unsigned char byte) { return char32_t{byte}; });
+}
+
+std::wstring ZtUSysString::PathToWide(std::string_view bytes) {
+    return DecodeBytes(bytes, [](unsigned char byte) { return kEscapedByteBase + byte; });
 }

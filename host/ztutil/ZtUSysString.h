@@ -17,6 +17,12 @@ public:
     // UTF-8 to UTF-16 code units. A byte that does not begin a valid, shortest-form
     // sequence stands for itself (Latin-1), so that no input is lost.
     static std::wstring Utf8ToWide(std::string_view text);
+    // A file name's bytes to wide text and back, losing nothing, so that any file the
+    // system can name can be opened and named in messages: valid UTF-8 decodes as usual,
+    // and each byte that begins no valid sequence becomes the lone surrogate U+DC00 plus
+    // the byte (U+DC80 to U+DCFF), which WideToPath turns back into that byte.
+    static std::wstring PathToWide(std::string_view bytes);
+    static std::string WideToPath(std::wstring_view text);
 
     // Appends the UTF-8 form of one code point (no surrogates) to `out`.
     static void AppendUtf8(std::string& out, char32_t codePoint);
