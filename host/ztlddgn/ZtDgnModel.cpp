@@ -120,12 +120,6 @@ std::uint64_t ZtDgnModel::GetDmrs(std::size_t slot) const {
     return ZtDgnFindDmrs(GetLinkageWords(element), element.linkageWords);
 }
 
-void ZtDgnModel::Reserve(std::size_t elements, std::size_t linkageWords) {
-    ReserveChildren(elements);
-    if (linkageWords > linkageCapacity_)
-        GrowLinkageStore(linkageWords);
-}
-
 ZtOaNode* ZtDgnModel::AddElement(const ZtDgnElement& element, const unsigned char* linkages,
                                  std::size_t linkageCount, bool group, ZtDgnGroupNode* parent) {
     const std::size_t first = linkageSize_;

@@ -74,11 +74,7 @@ public:
     // The element's DMRS value (see ZtDgnFindDmrs); 0 if it has none.
     std::uint64_t GetDmrs(std::size_t slot) const;
 
-    // Building, for the reader: makes room for up to `elements` top-level elements and
-    // `linkageWords` linkage words, so that neither store is copied as it grows. Room
-    // that is never used is never touched.
-    void Reserve(std::size_t elements, std::size_t linkageWords);
-    // Adds an element's record with `linkageCount` linkage words
+    // Building, for the reader: adds an element's record with `linkageCount` linkage words
     // (taken from the file bytes at `linkages`) and makes its node, a group if `group`.
     // The node is added to `parent`, or to the model itself if `parent` is null. Returns
     // the new node, or null if the linkage store would grow past its addressable size.
@@ -104,8 +100,8 @@ private:
     ZtOaPropertyAttribute* sceneProps_; // owned by the partition's attribute list
 
     ZtDgnChunkedArray<ZtDgnElement> elements_;
-    // Linkage words of all elements back to back, in a block that grows by doubling (the
-    // reader reserves an upper bound up front, so that it never has to).
+    // Linkage words of all elements back to back, in a block that grows by doubling as
+    // elements are read (never from the file's size, which may be a sparse file's).
     std::uint16_t* linkageStore_ = nullptr;
     std::size_t linkageSize_ = 0;
     std::size_t linkageCapacity_ = 0;

@@ -79,7 +79,7 @@ std::unique_ptr<ZtDgnModel> ZtDgnReadModel(const wchar_t* path, ZtUNameDict* nam
     std::string ignored;
     std::string& why = reason ? *reason : ignored;
     ZtDgnElementStream stream;
-    if (!stream.Open(ZtUSysString::WideToUtf8(path ? path : L""), &why))
+    if (!stream.Open(ZtUSysString::WideToPath(path ? path : L""), &why))
         return nullptr;
 
     unsigned char start[4];
@@ -115,11 +115,6 @@ std::unique_ptr<ZtDgnModel> ZtDgnReadModel(const wchar_t* path, ZtUNameDict* nam
     auto model = std::make_unique<ZtDgnModel>(path, names);
     model->SetHeader(header);
     model->SetOption10AtLoad(option10);
-    // The smallest drawn element is 36 bytes, and linkages take at most the whole file.
-    const std::uint64_t rest =
-        stream.GetFileSize() - std::min<std::uint64_t>(stream.GetFileSize(), raw.size);
-    model->Reserve(static_cast<std::size_t>(rest / kGraphicHeaderBytes),
-                   static_cast<std::size_t>(rest / 2));
 
     std::vector<OpenGroup> open;
     std::uint32_t index = 1;
@@ -130,6 +125,15 @@ std::unique_ptr<ZtDgnModel> ZtDgnReadModel(const wchar_t* path, ZtUNameDict* nam
         if (index == std::numeric_limits<std::uint32_t>::max()) {
             model->AddWarning("the file holds more elements than a model can count; the rest "
                               "are not loaded");
+            break;
+        }
+        // No element has an all-zero header; zeros here are a hole or padding (a sparse
+        // file may hold terabytes of them), not design data.
+        if (raw.size == 4 && ZtDgnWord(raw.bytes) == 0) {
+            model->AddWarning("the file holds zero bytes where an element should begin, at byte " +
+                              std::to_string(raw.offset) + "; the " +
+                              Count(stream.GetFileSize() - raw.offset, "byte", "bytes") +
+                              " from there on are not read");
             break;
         }
         const std::uint32_t elementIndex = index++;

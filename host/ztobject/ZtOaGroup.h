@@ -23,7 +23,6 @@ public:
             NoteEdit();
         }
     }
-    void ReserveChildren(std::size_t count) { children_.reserve(count); }
 
     // Takes ownership.
     void AddAttribute(ZtOaAttribute* attribute) { attributes_.Add(attribute); }

@@ -167,6 +167,23 @@ TEST(ZtDgnMalformed, AGroupLongerThanTheFileTakesTheRest) {
     EXPECT_EQ(static_cast<const ZtOaGroup*>(model->GetChild(0))->GetNumChildren(), 2);
 }
 
+// A hole in the file (a sparse one may hold terabytes of zeros) ends the read at once.
+TEST(ZtDgnMalformed, ZerosWhereAnElementShouldBeginEndTheRead) {
+    ZtTestDgnWriter writer(3, {});
+    writer.Line({}, {0, 0, 0}, {1, 1, 1});
+    std::vector<std::uint8_t> bytes = writer.Bytes();
+    const std::size_t hole = bytes.size();
+    bytes.resize(hole + 1000, 0);
+    DgnTestFolder folder;
+    auto model = folder.Load(bytes);
+    ASSERT_TRUE(model);
+    EXPECT_EQ(model->GetNumElements(), 1u);
+    ASSERT_EQ(model->GetWarnings().size(), 1u);
+    EXPECT_EQ(model->GetWarnings()[0],
+              "the file holds zero bytes where an element should begin, at byte " +
+                  std::to_string(hole) + "; the 1000 bytes from there on are not read");
+}
+
 // Whatever the bytes, the reader neither fails nor reads outside them (the sanitizer
 // build checks the latter).
 TEST(ZtDgnMalformed, DamagedFilesNeverBreakTheReader) {
