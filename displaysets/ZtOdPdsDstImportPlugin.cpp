@@ -1,6 +1,7 @@
 #include "displaysets/ZtOdPdsDstImportPlugin.h"
 
 #include "displaysets/ZtOdPdsDstImportAction.h"
+#include "plugin/ZtOdPdsGuard.h"
 #include "plugin/ZtOdPdsStatus.h"
 #include "rules/ZtOdPdsComponents.h"
 #include "rules/ZtOdPdsCriterion.h"
@@ -42,15 +43,17 @@ int ZtOdPdsDstImportPlugin::IExport(unsigned int, ZtOpState* state, ZtOpProgress
         return kZtOdPdsNoFile;
     if (!state)
         return kZtOdPdsNoState;
-    ZtOdPdsDstImportAction action(state);
-    const int status = action.Perform(fileName->GetString(), progress);
-    if (status == kZtOdPdsOk) {
-        // The lock is held for the hand-over only, not while the file is read.
-        ZtOpAutoLock lock(ZtOpSelectionSetsElement::GetClass(), state, 0);
-        if (ZtOpSelectionSetsElement* element = ZtOpSelectionSetsElement::Edit(state, lock))
-            action.AppendTo(element);
-    }
-    return status;
+    return ZtOdPdsGuard(static_cast<int>(kZtOdPdsNoState), [&] {
+        ZtOdPdsDstImportAction action(state);
+        const int status = action.Perform(fileName->GetString(), progress);
+        if (status == kZtOdPdsOk) {
+            // The lock is held for the hand-over only, not while the file is read.
+            ZtOpAutoLock lock(ZtOpSelectionSetsElement::GetClass(), state, 0);
+            if (ZtOpSelectionSetsElement* element = ZtOpSelectionSetsElement::Edit(state, lock))
+                action.AppendTo(element);
+        }
+        return status;
+    });
 }
 
 int ZtOdPdsDstImportPlugin::IHelp() {

@@ -1,6 +1,8 @@
 #include "displaysets/ZtOdPdsWalkDirectory.h"
 
 #include "plugin/ZtOdPdsFileAction.h"
+#include "plugin/ZtOdPdsGuard.h"
+#include "plugin/ZtOdPdsStatus.h"
 #include "ztutil/ZtUSysFile.h"
 
 int ZtOdPdsWalkDirectory(const wchar_t* directory, const wchar_t* extension,
@@ -10,7 +12,9 @@ int ZtOdPdsWalkDirectory(const wchar_t* directory, const wchar_t* extension,
         ZtUSysFileInfoHandle* info = dir.OpenFileInfo();
         const wchar_t* name = info->GetFullNameW();
         if (!extension || ZtUSysFile::HasFileExtensionW(name, extension)) {
-            action->Perform(name, progress);
+            // A file that fails is passed over like one that can't be read.
+            ZtOdPdsGuard(static_cast<int>(kZtOdPdsNoState),
+                         [&] { return action->Perform(name, progress); });
             ++count;
         }
         ZtUSysFile::CloseFileInfo(info);

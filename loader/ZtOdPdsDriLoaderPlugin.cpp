@@ -4,6 +4,7 @@
 #include "displaysets/ZtOdPdsWalkDirectory.h"
 #include "loader/ZtOdPdsDriLoadRecord.h"
 #include "loader/ZtOdPdsDriValues.h"
+#include "plugin/ZtOdPdsGuard.h"
 #include "plugin/ZtOdPdsStatus.h"
 #include "readers/ZtOdPdsBlock.h"
 #include "readers/ZtOdPdsBlockFileSource.h"
@@ -116,6 +117,11 @@ void ZtOdPdsDriLoaderPlugin::IGetFormatExtension(ZtUWideStringBuffer* extension)
 int ZtOdPdsDriLoaderPlugin::IReadSet(const ZtUWideString& path, ZtOpSceneSet* set, void** record) {
     if (record)
         *record = nullptr;
+    return ZtOdPdsGuard(static_cast<int>(kZtOdPdsUnreadableSet),
+                        [&] { return ReadSet(path, set, record); });
+}
+
+int ZtOdPdsDriLoaderPlugin::ReadSet(const ZtUWideString& path, ZtOpSceneSet* set, void** record) {
     // Flags 0: "text" has no meaning in a control file.
     ZtOdPdsBlockFileSource source(0);
     if (!source.Open(path.GetString()))
@@ -205,10 +211,14 @@ int ZtOdPdsDriLoaderPlugin::IFinishSet(void* record, ZtOpSceneProps* props,
         viewPoint->SetParts(viewPoint->GetParts() | kWorldUpPart);
         ZtOpScene::DefaultInitializeViewPoint(viewPoint, partition);
         if (loadRecord && state_) {
-            if (importTags_)
-                ImportTags(*loadRecord, *props, partition, progress);
-            if (importDisplaySets_)
-                ImportDisplaySets(*loadRecord, *props, progress);
+            // The side files are extras: when they fail, the scene stands all the same.
+            ZtOdPdsGuard(false, [&] {
+                if (importTags_)
+                    ImportTags(*loadRecord, *props, partition, progress);
+                if (importDisplaySets_)
+                    ImportDisplaySets(*loadRecord, *props, progress);
+                return true;
+            });
         }
     }
     delete loadRecord;

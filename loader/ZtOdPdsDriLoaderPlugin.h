@@ -50,8 +50,8 @@ public:
     void IGetFormatName(ZtUWideStringBuffer* name, NameContext context) override;
     void IGetFormatExtension(ZtUWideStringBuffer* extension) override;
     // Reads the whole control file into `set`, one reference a `dgn` block, and hands
-    // out the load record. Returns 64 if the file can't be opened or holds no block, 128
-    // if its first block is not "DesignReview_Control", and 0 otherwise; only with 0 is
+    // out the load record. Returns 64 if the file can't be opened, holds no block or exhausts the
+    // memory, 128 if its first block is not "DesignReview_Control", and 0 otherwise; only with 0 is
     // there a record, and only then is the DGN loader's option 10 switched off.
     int IReadSet(const ZtUWideString& path, ZtOpSceneSet* set, void** record) override;
     // Gives the DGN loader its option back and sets up the current view of `props` to
@@ -73,6 +73,7 @@ public:
 
 private:
     // Acts on one block inside the enclosing one; reads the children of a `dgn` block.
+    int ReadSet(const ZtUWideString& path, ZtOpSceneSet* set, void** record);
     void ReadBlock(ZtOdPdsBlock& block, const ZtOdPdsDriLoadRecord& record, ZtOpSceneSet* set);
     void AddSceneRef(const ZtUWideStringBuffer& name, const ZtOdPdsDriLoadRecord& record,
                      ZtOpSceneSet* set) const;

@@ -1,5 +1,6 @@
 #include "tags/ZtOdPdsTagExportPlugin.h"
 
+#include "plugin/ZtOdPdsGuard.h"
 #include "plugin/ZtOdPdsStatus.h"
 #include "tags/ZtOdPdsCameraMaps.h"
 #include "tags/ZtOdPdsFindUORsPerMaster.h"
@@ -93,7 +94,8 @@ int ZtOdPdsTagExportPlugin::IExport(unsigned int, ZtOpState* state, ZtOpProgress
     uorsPerMaster_ = ZtOdPdsFindUORsPerMaster(state->GetRootNode());
     if (uorsPerMaster_ == 0.0)
         return kZtOdPdsNoUnits;
-    return Export(state, fileName, progress);
+    return ZtOdPdsGuard(static_cast<int>(kZtOdPdsNoState),
+                        [&] { return Export(state, fileName, progress); });
 }
 
 int ZtOdPdsTagExportPlugin::IHelp() {

@@ -1,5 +1,6 @@
 #include "tags/ZtOdPdsTagImportPlugin.h"
 
+#include "plugin/ZtOdPdsGuard.h"
 #include "plugin/ZtOdPdsStatus.h"
 #include "tags/ZtOdPdsTagImportAction.h"
 #include "ztplugin/ZtOpLock.h"
@@ -42,8 +43,13 @@ int ZtOdPdsTagImportPlugin::IExport(unsigned int, ZtOpState* state, ZtOpProgress
         return kZtOdPdsNoFile;
     if (!state)
         return kZtOdPdsNoState;
+    return ZtOdPdsGuard(static_cast<int>(kZtOdPdsNoState),
+                        [&] { return Import(state, fileName->GetString(), progress); });
+}
+
+int ZtOdPdsTagImportPlugin::Import(ZtOpState* state, const wchar_t* path, ZtOpProgress* progress) {
     ZtOdPdsTagImportAction action(state, state->GetRootNode());
-    const int status = action.Perform(fileName->GetString(), progress);
+    const int status = action.Perform(path, progress);
     if (status != kZtOdPdsOk)
         return status;
     {

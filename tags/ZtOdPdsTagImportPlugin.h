@@ -17,7 +17,7 @@ public:
     // the document's saved views and brings both next identifiers past the highest one
     // imported, unless both are past it already. Each element is locked for its own
     // hand-over only. 1 for a null file name or a file that can't be opened, 3 for a
-    // null state, 6 when the models give no units factor.
+    // null state or memory that ran out, 6 when the models give no units factor.
     int IExport(unsigned int, ZtOpState* state, ZtOpProgress* progress,
                 const ZtUWideString* fileName) override;
     int IHelp() override;
@@ -25,4 +25,7 @@ public:
     static ZtUComponent& GetComponent();
     static int StartComponent();
     static int EndComponent();
+
+private:
+    int Import(ZtOpState* state, const wchar_t* path, ZtOpProgress* progress);
 };
