@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -46,8 +47,12 @@ ProgramRun RunProgram(const std::string& program, const std::vector<std::string>
         _exit(127);
     }
     int status = 0;
-    if (pid > 0 && waitpid(pid, &status, 0) == pid && WIFEXITED(status))
-        run.exitStatus = WEXITSTATUS(status);
+    struct rusage usage {};
+    if (pid > 0 && wait4(pid, &status, 0, &usage) == pid) {
+        if (WIFEXITED(status))
+            run.exitStatus = WEXITSTATUS(status);
+        run.peakBytes = static_cast<std::uint64_t>(usage.ru_maxrss) * 1024; // Linux: KiB
+    }
     close(outFd);
     close(errFd);
     run.out = ReadAll(outPath);

@@ -1,12 +1,14 @@
 #pragma once
+#include <cstdint>
 #include <string>
 #include <vector>
 
 // The outcome of running a program to its end.
 struct ProgramRun {
-    int exitStatus = -1; // -1 if it did not exit normally
-    std::string out;     // standard output
-    std::string err;     // standard error
+    int exitStatus = -1;         // -1 if it did not exit normally
+    std::string out;             // standard output
+    std::string err;             // standard error
+    std::uint64_t peakBytes = 0; // the child's peak resident memory
 };
 
 // Runs `program` with `args` (no shell), with standard input closed, and collects both
