@@ -7,6 +7,7 @@
 #include "readers/ZtOdPdsTextFile.h"
 #include "rules/ZtOdPdsComponents.h"
 #include "rules/ZtOdPdsCriterion.h"
+#include "rules/ZtOdPdsLimits.h"
 #include "ztplugin/ZtOpSavedItemsElement.h"
 #include "ztplugin/ZtOpState.h"
 
@@ -30,6 +31,7 @@ int ZtOdPdsDstImportAction::Perform(const wchar_t* path, ZtOpProgress* progress)
     ZtOdPdsDstContext context;
     context.names = state_->EditNameDict();
     context.folder = &folder_;
+    context.conditionsLeft = kZtOdPdsMaxFileConditions;
     ZtOdPdsDisplaySetFile sets(&context, counter.GetCount(), progress);
     if (!file.Open(path))
         return kZtOdPdsNoFile;

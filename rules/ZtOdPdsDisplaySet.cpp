@@ -1,5 +1,6 @@
 #include "rules/ZtOdPdsDisplaySet.h"
 
+#include "readers/ZtOdPdsDstContext.h"
 #include "readers/ZtOdPdsLineTests.h"
 #include "rules/ZtOdPdsCriterion.h"
 #include "rules/ZtOdPdsDisplaySetDict.h"
@@ -7,6 +8,8 @@
 #include "rules/ZtOdPdsLimits.h"
 #include "rules/ZtOdPdsNode.h"
 #include "rules/ZtOdPdsTreeSize.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -157,10 +160,17 @@ int ZtOdPdsDisplaySet::End() {
     ZtOdPdsRewriteBudget budget;
     if (!tree_->Flatten(budget))
         return Abandon();
-    ZtOdPdsFindSpecBuilder builder(name_.GetString());
+    ZtOdPdsDstContext* context = GetContext();
+    const std::uint64_t fileLeft = context ? context->conditionsLeft : kZtOdPdsMaxConditions;
+    ZtOdPdsFindSpecBuilder builder(name_.GetString(), std::min(kZtOdPdsMaxConditions, fileLeft));
     tree_->Emit(builder);
-    if (builder.HasOverflowed())
+    if (builder.HasOverflowed()) {
+        if (context && fileLeft < kZtOdPdsMaxConditions)
+            context->conditionsLeft = 0;
         return Abandon();
+    }
+    if (context)
+        context->conditionsLeft -= builder.GetFindSpec().GetNumConditions();
     builder.SetComment(comment_.GetString());
     builder.AddSelectionSet(GetContext());
     return 1;

@@ -12,6 +12,10 @@ constexpr std::size_t kZtOdPdsMaxScopeDepth = 10000;
 constexpr std::size_t kZtOdPdsMaxTreeDepth = 10000;
 // Conditions of its flat form, and of its find spec.
 constexpr std::uint64_t kZtOdPdsMaxConditions = 1000000;
+// Conditions of the find specs made from one file, all its sets together: sets that
+// repeat others can make output far larger than the file. The set that would pass it is
+// abandoned, and so is every set behind it.
+constexpr std::uint64_t kZtOdPdsMaxFileConditions = 4000000;
 // Operations that Distribute may allocate for it.
 constexpr std::uint64_t kZtOdPdsMaxNewNodes = 2000000;
 // Rotations that Flatten may make for it.

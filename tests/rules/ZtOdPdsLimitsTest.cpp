@@ -63,6 +63,20 @@ TEST_F(DisplaySets, InputBeyondALimitIsAbandonedAndInputWithinIsEvaluated) {
     }
 }
 
+// The file's budget is shared by its sets in order; once one does not fit, no later set
+// is made, however small.
+TEST_F(DisplaySets, SetsBeyondTheFilesBudgetAreAbandoned) {
+    context.conditionsLeft = 5;
+    EXPECT_EQ(Read({L"1 two", L"<Definition>", L"FIND Level 1, 2"}), 1);
+    EXPECT_EQ(Read({L"2 three", L"<Definition>", L"FIND Level 1, 2, 3"}), 1);
+    EXPECT_EQ(context.conditionsLeft, 0u);
+    EXPECT_EQ(Read({L"3 one", L"<Definition>", L"FIND Level 1"}), 0);
+    context.conditionsLeft = 2;
+    EXPECT_EQ(Read({L"4 three", L"<Definition>", L"FIND Level 1, 2, 3"}), 0);
+    EXPECT_EQ(Read({L"5 one", L"<Definition>", L"FIND Level 1"}), 0);
+    EXPECT_EQ(Made(), (std::vector<std::string>{"two: L1 *L2", "three: L1 *L2 *L3"}));
+}
+
 TEST(ZtOdPdsFindSpecBuilder, RefusesConditionsBeyondItsMaximumAndChangesNothing) {
     ZtUNameDict names;
     ZtOdPdsFindSpecBuilder builder(L"small", 2);
