@@ -1,11 +1,14 @@
 #include "app/Steps.h"
 
 #include "app/CommandLine.h"
+#include "app/DisplaySetBudget.h"
 #include "app/ModelStep.h"
 #include "app/Session.h"
 #include "ztplugin/ZtOpExportPlugin.h"
 #include "ztplugin/ZtOpFilePlugin.h"
 #include "ztutil/ZtUSysString.h"
+
+#include <cstdio>
 
 namespace {
 
@@ -33,7 +36,16 @@ StepOutcome ExportTags(Session& session, const Step& step) {
 }
 
 StepOutcome ImportDisplaySets(Session& session, const Step& step) {
-    return RunExport(session, step, "ZtOdPdsDstImportPlugin");
+    const DisplaySetBudget budget(session.state);
+    StepOutcome outcome = RunExport(session, step, "ZtOdPdsDstImportPlugin");
+    const std::wstring path = ZtUSysString::PathToWide(step.argument);
+    if (const std::size_t abandoned = budget.CountAbandoned(session.state, path.c_str()))
+        std::fprintf(stderr,
+                     "pdsreview: warning: %zu display sets of %s were abandoned: the file's "
+                     "sets would hold more than %llu conditions in all\n",
+                     abandoned, step.argument.c_str(),
+                     static_cast<unsigned long long>(DisplaySetBudget::kFileConditions));
+    return outcome;
 }
 
 StepOutcome Open(Session& session, const Step& step) {
