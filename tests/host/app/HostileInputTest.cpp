@@ -59,6 +59,31 @@ TEST(HostileInput, ASparseDesignFileLoadsWithAWarning) {
     }
 }
 
+// One 20 MB line, in a display set's comment and as a tag block that holds no inner
+// block: each is read once, in memory in proportion to it.
+TEST(HostileInput, ATwentyMegabyteLineIsReadWithinTheMemoryBound) {
+    const std::string line(20u << 20, 'x');
+    ZtTestTempDir dir;
+    struct Case {
+        const char* step;
+        const char* file;
+        std::string text;
+    };
+    const Case cases[] = {
+        {"import-dst", "line.dst",
+         "[DEFINITION SECTION]\n<Display Set>\n1 long\n" + line + "\n<Definition>\nFIND Level 1\n"},
+        {"import-tags", "block.tag", "tag{101 1 0 0.0 1 2 3\np{1 2 3}\n" + line + "}\n"},
+    };
+    for (const Case& c : cases) {
+        ASSERT_TRUE(ZtTestWriteBytes(dir.File(c.file), c.text));
+        const ProgramRun run =
+            RunProgram(kProgram, {"--quiet", "model", kPipes, c.step, dir.File(c.file)});
+        EXPECT_EQ(run.exitStatus, 0) << c.file << run.err;
+        EXPECT_EQ(run.err, "") << c.file;
+        ExpectWithinMemoryBound(run, c.text.size(), c.file);
+    }
+}
+
 // A name whose bytes are no UTF-8 opens, and a missing one is named as it was given.
 TEST(HostileInput, FileNamesThatAreNoUtf8) {
     ZtTestTempDir dir;
