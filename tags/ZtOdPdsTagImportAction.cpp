@@ -184,19 +184,22 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
     // line end.
     ZtLPos3f point;
     ZtUWideStringBuffer body;
-    ZtOdPdsBlock child;
-    while (block.NextChild(&child)) {
-        const ZtUWideStringBuffer& name = child.GetName();
-        if (name == L"p") {
-            ZtOdPdsUorVector second3d;
-            if (!ScanUorVector(child, &second3d))
-                return;
-            point = second3d.ToMaster(uorsPerMaster_);
-            havePoint_ = 1;
-        } else if (name == L"text") {
-            ExtractBody(child.GetValue(), &body);
-            // Comments hold CR LF line ends, the file LF.
-            body.Replace(L"\n", L"\r\n", 1);
+    {
+        // Gone before the comment is made, so that a long text is not held a fourth time.
+        ZtOdPdsBlock child;
+        while (block.NextChild(&child)) {
+            const ZtUWideStringBuffer& name = child.GetName();
+            if (name == L"p") {
+                ZtOdPdsUorVector second3d;
+                if (!ScanUorVector(child, &second3d))
+                    return;
+                point = second3d.ToMaster(uorsPerMaster_);
+                havePoint_ = 1;
+            } else if (name == L"text") {
+                ExtractBody(child.GetValue(), &body);
+                // Comments hold CR LF line ends, the file LF.
+                body.Replace(L"\n", L"\r\n", 1);
+            }
         }
     }
     // Before anything is made, so that a tag without text leaves no empty view behind.

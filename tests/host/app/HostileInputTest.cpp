@@ -59,8 +59,8 @@ TEST(HostileInput, ASparseDesignFileLoadsWithAWarning) {
     }
 }
 
-// One 20 MB line, in a display set's comment and as a tag block that holds no inner
-// block: each is read once, in memory in proportion to it.
+// One 20 MB line: a display set's comment, a tag block that holds no inner block, and a
+// tag's counted text.
 TEST(HostileInput, ATwentyMegabyteLineIsReadWithinTheMemoryBound) {
     const std::string line(20u << 20, 'x');
     ZtTestTempDir dir;
@@ -68,11 +68,17 @@ TEST(HostileInput, ATwentyMegabyteLineIsReadWithinTheMemoryBound) {
         const char* step;
         const char* file;
         std::string text;
+        const char* shows;
     };
     const Case cases[] = {
         {"import-dst", "line.dst",
-         "[DEFINITION SECTION]\n<Display Set>\n1 long\n" + line + "\n<Definition>\nFIND Level 1\n"},
-        {"import-tags", "block.tag", "tag{101 1 0 0.0 1 2 3\np{1 2 3}\n" + line + "}\n"},
+         "[DEFINITION SECTION]\n<Display Set>\n1 long\n" + line + "\n<Definition>\nFIND Level 1\n",
+         "Selection sets: 1"},
+        {"import-tags", "block.tag", "tag{101 1 0 0.0 1 2 3\np{1 2 3}\n" + line + "}\n",
+         "Saved views: 0"},
+        {"import-tags", "text.tag",
+         "tag{101 1 0 0.0 1 2 3\ntext{" + std::to_string(line.size() + 2) + "\n" + line + "}}\n",
+         "Saved views: 1"},
     };
     for (const Case& c : cases) {
         ASSERT_TRUE(ZtTestWriteBytes(dir.File(c.file), c.text));
@@ -80,6 +86,7 @@ TEST(HostileInput, ATwentyMegabyteLineIsReadWithinTheMemoryBound) {
             RunProgram(kProgram, {"--quiet", "model", kPipes, c.step, dir.File(c.file)});
         EXPECT_EQ(run.exitStatus, 0) << c.file << run.err;
         EXPECT_EQ(run.err, "") << c.file;
+        EXPECT_NE(run.out.find(c.shows), std::string::npos) << c.file;
         ExpectWithinMemoryBound(run, c.text.size(), c.file);
     }
 }
