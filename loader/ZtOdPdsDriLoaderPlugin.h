@@ -72,8 +72,9 @@ public:
     static const ZtUComponent& GetComponent() { return component_; }
 
 private:
-    // Acts on one block inside the enclosing one; reads the children of a `dgn` block.
+    // IReadSet's work, which may throw.
     int ReadSet(const ZtUWideString& path, ZtOpSceneSet* set, void** record);
+    // Acts on one block inside the enclosing one; reads the children of a `dgn` block.
     void ReadBlock(ZtOdPdsBlock& block, const ZtOdPdsDriLoadRecord& record, ZtOpSceneSet* set);
     void AddSceneRef(const ZtUWideStringBuffer& name, const ZtOdPdsDriLoadRecord& record,
                      ZtOpSceneSet* set) const;
