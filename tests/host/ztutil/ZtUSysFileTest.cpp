@@ -1,5 +1,5 @@
 #include "ztutil/ZtUSysFile.h"
-#include "support/ZtTestFiles.h"
+#include "tools/ZtTestFiles.h"
 
 #include <gtest/gtest.h>
 
