@@ -23,11 +23,17 @@ int Fail(const std::string& message) {
     return kHostFailure;
 }
 
-// The plug-in library built beside this program.
+// The plug-in library beside this program, as the build tree has it, or else in the
+// installed tree's lib folder beside bin.
 std::string DefaultPluginPath() {
     std::error_code error;
     const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
-    return (error ? std::filesystem::path(".") : self.parent_path()) / "ztodpds.so";
+    const std::filesystem::path folder = error ? std::filesystem::path(".") : self.parent_path();
+    const std::filesystem::path beside = folder / "ztodpds.so";
+    const std::filesystem::path installed = folder / ".." / "lib" / "ztodpds.so";
+    if (!std::filesystem::exists(beside, error) && std::filesystem::exists(installed, error))
+        return installed.lexically_normal();
+    return beside;
 }
 
 } // namespace
