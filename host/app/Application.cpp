@@ -65,7 +65,7 @@ StepResult RunStep(Session& session, const Step& step, StepHandler handler,
         session.warnings.resize(warnings);
         result.message = ExplainFailure(step, result.status, writes, session.state);
         std::error_code error;
-        if (!writes.empty() && std::filesystem::exists(writes.front().path, error))
+        if (!writes.empty() && std::filesystem::is_regular_file(writes.front().path, error))
             result.message += "; the old file is left as it was";
     }
     return result;

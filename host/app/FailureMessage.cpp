@@ -28,12 +28,8 @@ std::string WriteProblem(const std::string& path) {
     if (!std::filesystem::is_directory(folder, error))
         return "the folder " + folder.string() + " does not exist";
     if (std::filesystem::is_directory(target, error))
-        return path + " is a folder";
+        return "it is a folder";
     return "";
-}
-
-std::string FileMessage(const std::string& problem, int status) {
-    return problem.empty() ? StatusMeaning(status) : problem;
 }
 
 } // namespace
@@ -67,7 +63,9 @@ std::string ExplainFailure(const Step& step, int status,
                                    : std::string("no model is loaded to give the tags their "
                                                  "units: ") +
                                          kHowToLoad;
-        return FileMessage(WriteProblem(step.argument), status);
+        const std::string problem = WriteProblem(step.argument);
+        return problem.empty() ? StatusMeaning(status)
+                               : "cannot write " + step.argument + ": " + problem;
     }
     if (step.name == "import-tags" || step.name == "import-dst" || step.name == "open") {
         const std::string problem = ReadProblem(step.argument);
