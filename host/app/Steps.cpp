@@ -135,7 +135,7 @@ StepOutcome LoadModel(Session& session, const Step& step) {
 }
 
 StepOutcome Select(Session& session, const Step&) {
-    session.selections = ComputeSelections(session.state);
+    session.selections = ComputeSelections(session.state, &session.progress);
     std::size_t selected = 0;
     for (const SelectionResult& result : *session.selections)
         selected += result.elements.size();
