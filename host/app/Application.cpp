@@ -144,7 +144,9 @@ int RunPdsReview(int argc, char** argv) {
         std::fprintf(stderr, "pdsreview: stopped after %s: a warning under --strict\n",
                      session.steps.back().step.c_str());
 
+    session.progress.Start("report");
     const std::string report = commandLine.json ? JsonReport(session) : SummaryReport(session);
+    session.progress.Finish();
     if (!WriteReport(report, &error))
         return Fail(error, kExitWriteFailed);
     return status;

@@ -161,7 +161,7 @@ std::string JsonReport(Session& session) {
     json.Key("sceneSet");
     WriteSceneSetJson(json, session.sceneSet.get());
     json.Key("models");
-    WriteModelsJson(json, session.state, session.options.elements);
+    WriteModelsJson(json, session.state, session.options.elements, &session.progress);
     json.Key("document");
     WriteDocumentJson(json, session.state);
     if (session.selections) {
