@@ -12,15 +12,16 @@
 
 namespace {
 
-constexpr const char* kHowToLoad =
-    "load one first with 'open FILE.dri' or 'model FILE.dgn', or give --uors-per-master F";
+constexpr const char* kNoModel =
+    "no model is loaded to give the tags their units: load one first with 'open FILE.dri' "
+    "or 'model FILE.dgn', or give --uors-per-master F";
 
 bool HasModel(const ZtOpState& state) {
     const ZtOaPartition* root = state.GetRootNode();
     return root && root->GetNumChildren() > 0;
 }
 
-// Why a file can't be written at `path`, found from its folder.
+// Why a file can't be written at `path`, found from its folder; empty if nothing shows.
 std::string WriteProblem(const std::string& path) {
     const std::filesystem::path target(path);
     const std::filesystem::path folder = target.has_parent_path() ? target.parent_path() : ".";
@@ -32,8 +33,7 @@ std::string WriteProblem(const std::string& path) {
     return "";
 }
 
-} // namespace
-
+// Why `path` can't be read as a file, or empty if nothing is wrong with it.
 std::string ReadProblem(const std::string& path) {
     if (path.empty())
         return "no file name";
@@ -49,30 +49,25 @@ std::string ReadProblem(const std::string& path) {
     return "";
 }
 
+} // namespace
+
 std::string ExplainFailure(const Step& step, int status,
                            const std::vector<ZtUSysFile::WriteFailure>& writes,
                            const ZtOpState& state) {
     if (step.name == "export-tags") {
-        if (!writes.empty()) {
-            const std::string problem = WriteProblem(step.argument);
-            return "cannot write " + writes.front().path + ": " +
-                   (problem.empty() ? writes.front().reason : problem);
-        }
-        if (status == 6)
-            return HasModel(state) ? "the document has no saved views to export"
-                                   : std::string("no model is loaded to give the tags their "
-                                                 "units: ") +
-                                         kHowToLoad;
         const std::string problem = WriteProblem(step.argument);
-        return problem.empty() ? StatusMeaning(status)
-                               : "cannot write " + step.argument + ": " + problem;
-    }
-    if (step.name == "import-tags" || step.name == "import-dst" || step.name == "open") {
+        if (!problem.empty())
+            return "cannot write " + step.argument + ": " + problem;
+        if (!writes.empty())
+            return "cannot write " + writes.front().path + ": " + writes.front().reason;
+        if (status == 6)
+            return HasModel(state) ? "the document has no saved views to export" : kNoModel;
+    } else if (step.name == "import-tags" || step.name == "import-dst" || step.name == "open") {
         const std::string problem = ReadProblem(step.argument);
         if (!problem.empty())
             return problem;
         if (status == 6)
-            return std::string("no model is loaded to give the tags their units: ") + kHowToLoad;
+            return kNoModel;
         if (status == 64)
             return "no block begins in " + step.argument;
     }

@@ -14,6 +14,3 @@ struct Step;
 std::string ExplainFailure(const Step& step, int status,
                            const std::vector<ZtUSysFile::WriteFailure>& writes,
                            const ZtOpState& state);
-
-// Why `path` can't be read as a file, or empty if nothing is wrong with it.
-std::string ReadProblem(const std::string& path);
