@@ -181,7 +181,22 @@ TEST(PdsReview, StepsCountWhatTheyDidAndWarn) {
               std::string::npos)
         << opened.out;
 
+    // A line of a tag's text that looks like a record is not counted as one.
     ZtTestTempDir dir;
+    ASSERT_TRUE(ZtTestWriteBytes(dir.File("in.tag"), "file{0n{pipes.dgn}}\n"
+                                                     "eye{4800000 -2400000 2400000}\n"
+                                                     "tag{101 1 0 0.000000 640000 480000 120000\n"
+                                                     "l{0 13 301 0}\n"
+                                                     "text{9\na\ntag{1 2}}\n"));
+    const ProgramRun exported =
+        Shell(dir.Path(), "pdsreview --json --no-tags open '" + kPlant +
+                              "/plant.dri' import-tags in.tag export-tags out.tag");
+    EXPECT_EQ(exported.exitStatus, 0) << exported.err;
+    EXPECT_NE(exported.out.find("\"counts\": {\"records\": 1, \"unfiled\": 0, "
+                                "\"fileGroups\": 1, \"tagsDropped\": 0}"),
+              std::string::npos)
+        << exported.out;
+
     ASSERT_TRUE(ZtTestWriteBytes(dir.File("review.dri"),
                                  "DesignReview_Control{\ndgn{name{gone.dgn}}\n}\n"));
     struct Case {
