@@ -49,7 +49,8 @@ std::vector<ZtUSysFile::WriteFailure>& WriteFailures() {
     return failures;
 }
 
-// The mode of a new file for the Windows permission pair, less the umask.
+// The mode of a new file for the Windows permission pair, less the umask. The umask can
+// only be read by setting it; the host creates files from one thread.
 mode_t NewFileMode(unsigned permissions) {
     constexpr unsigned kWindowsWrite = 0x80;
     const mode_t mask = ::umask(0);
