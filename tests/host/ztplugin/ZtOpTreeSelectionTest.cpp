@@ -1,7 +1,7 @@
 #include "ztplugin/ZtOpTreeSelection.h"
+#include "support/ZtTestRecordingProgress.h"
 #include "ztobject/ZtOaPartition.h"
 #include "ztobject/ZtOaProperty.h"
-#include "ztplugin/ZtOpProgress.h"
 
 #include <gtest/gtest.h>
 
@@ -80,13 +80,7 @@ TEST(ZtOpSelectInTree, EvaluatesEverySpecOnEveryElementNode) {
 
 // A long walk tells how far it got now and then, not at every element, and ends at 1.
 TEST(ZtOpSelectInTree, ReportsProgressOverTheExpectedElements) {
-    class Recording : public ZtOpProgress {
-    public:
-        std::vector<double> seen;
-
-    protected:
-        void OnProgress(double overall) override { seen.push_back(overall); }
-    } progress;
+    ZtTestRecordingProgress progress;
     ZtOaPartition root(L"document");
     for (int i = 0; i < 10000; ++i)
         root.AddChild(Element(i, {}));

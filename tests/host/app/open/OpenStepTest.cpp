@@ -4,10 +4,10 @@
 #include "app/JsonWriter.h"
 #include "app/OpenStep.h"
 #include "loader/ZtOdPdsDriLoaderPlugin.h"
+#include "support/ZtTestRecordingProgress.h"
 #include "ztlddgn/ZtDgnLoaderPlugin.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztplugin/ZtOpDB.h"
-#include "ztplugin/ZtOpProgress.h"
 #include "ztplugin/ZtOpState.h"
 
 #include <algorithm>
@@ -108,13 +108,7 @@ TEST_F(OpenStep, SummaryGivesEachModelsFileUnitsCountAndPlacement) {
 
 // The models and every side file share one run of the bar: it never goes back.
 TEST_F(OpenStep, TheProgressRunsOnceFromZeroToOne) {
-    class Recording : public ZtOpProgress {
-    public:
-        std::vector<double> seen;
-
-    protected:
-        void OnProgress(double overall) override { seen.push_back(overall); }
-    } progress;
+    ZtTestRecordingProgress progress;
     ASSERT_EQ(RunOpenStep(state_, loader_, ZtTestWide(ZT_SOURCE_DIR "/examples/plant/plant.dri"),
                           {}, &opened_, &progress),
               0);
