@@ -2,7 +2,7 @@
 // element headers alone. Each benchmark reports the process's resident memory at its
 // start ("start_MiB") and its peak during the run ("peak_MiB"; the kernel's high-water
 // mark is reset first).
-#include "support/ZtTestDgnWriter.h"
+#include "tools/ZtTestDgnWriter.h"
 #include "ztlddgn/ZtDgnBytes.h"
 #include "ztlddgn/ZtDgnElementStream.h"
 #include "ztlddgn/ZtDgnReader.h"

@@ -7,7 +7,7 @@
 #include "ztplugin/ZtOpState.h"
 #include "ztutil/ZtUSysString.h"
 
-#include "support/ZtTestFiles.h"
+#include "tools/ZtTestFiles.h"
 
 #include <benchmark/benchmark.h>
 

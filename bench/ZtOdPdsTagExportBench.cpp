@@ -2,9 +2,9 @@
 // geometry index made in the run, and with it made already. Each benchmark reports the
 // process's resident memory at its start ("start_MiB") and its peak during the run
 // ("peak_MiB"; the kernel's high-water mark is reset first).
-#include "support/ZtTestDgnWriter.h"
 #include "tags/ZtOdPdsCameraMaps.h"
 #include "tags/ZtOdPdsTagExportPlugin.h"
+#include "tools/ZtTestDgnWriter.h"
 #include "ztlddgn/ZtDgnReader.h"
 #include "ztplugin/ZtOpRedlineTag.h"
 #include "ztplugin/ZtOpSavedItemsElement.h"

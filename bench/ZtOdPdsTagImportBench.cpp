@@ -10,7 +10,7 @@
 #include "ztutil/ZtUSysString.h"
 
 #include "BenchSupport.h"
-#include "support/ZtTestFiles.h"
+#include "tools/ZtTestFiles.h"
 
 #include <benchmark/benchmark.h>
 

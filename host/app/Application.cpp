@@ -1,6 +1,7 @@
 #include "app/Application.h"
 
 #include "app/CommandLine.h"
+#include "app/FailureMessage.h"
 #include "app/RedlineOptions.h"
 #include "app/Report.h"
 #include "app/Session.h"
@@ -8,26 +9,84 @@
 #include "ztlddgn/ZtDgnLoaderPlugin.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztplugin/ZtOpDB.h"
+#include "ztutil/ZtUSysFile.h"
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <string>
 #include <vector>
 
 namespace {
 
-constexpr int kHostFailure = 2;
-
-int Fail(const std::string& message) {
+int Fail(const std::string& message, int status = kExitHostFailure) {
     std::fprintf(stderr, "pdsreview: %s\n", message.c_str());
-    return kHostFailure;
+    return status;
 }
 
-// The plug-in library built beside this program.
+// The plug-in library beside this program, as the build tree has it, or else in the
+// installed tree's lib folder beside bin.
 std::string DefaultPluginPath() {
     std::error_code error;
     const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
-    return (error ? std::filesystem::path(".") : self.parent_path()) / "ztodpds.so";
+    const std::filesystem::path folder = error ? std::filesystem::path(".") : self.parent_path();
+    const std::filesystem::path beside = folder / "ztodpds.so";
+    const std::filesystem::path installed = folder / ".." / "lib" / "ztodpds.so";
+    if (!std::filesystem::exists(beside, error) && std::filesystem::exists(installed, error))
+        return installed.lexically_normal();
+    return beside;
+}
+
+// The library to load for --plugin: a name without a folder that exists in the working
+// directory is that file, not a name for the dynamic linker's search.
+std::string PluginPath(const std::string& given) {
+    if (given.empty())
+        return DefaultPluginPath();
+    std::error_code error;
+    if (given.find('/') == std::string::npos && std::filesystem::exists(given, error))
+        return "./" + given;
+    return given;
+}
+
+// Runs one step, and makes a failed write of the host's a failure of the step. A failure
+// of the host itself goes to `hostError`.
+StepResult RunStep(Session& session, const Step& step, StepHandler handler,
+                   std::string* hostError) {
+    const std::size_t warnings = session.warnings.size();
+    session.progress.Start(step.name);
+    StepOutcome outcome = handler(session, step);
+    session.progress.Finish();
+    const std::vector<ZtUSysFile::WriteFailure> writes = ZtUSysFile::TakeWriteFailures();
+    StepResult result{step.name, step.argument, outcome.status, std::move(outcome.counts), {}};
+    if (!outcome.hostError.empty()) {
+        *hostError = outcome.hostError;
+        return result;
+    }
+    if (result.status == 0 && !writes.empty())
+        result.status = kExitWriteFailed;
+    if (result.status != 0) {
+        // What a failed step counted or warned of is not so: its message says what happened.
+        result.counts.clear();
+        session.warnings.resize(warnings);
+        result.message = ExplainFailure(step, result.status, writes, session.state);
+        std::error_code error;
+        if (!writes.empty() && std::filesystem::is_regular_file(writes.front().path, error))
+            result.message += "; the old file is left as it was";
+    }
+    return result;
+}
+
+// Writes the report; false with the reason if standard output did not take it all.
+bool WriteReport(const std::string& report, std::string* why) {
+    errno = 0;
+    if (std::fwrite(report.data(), 1, report.size(), stdout) != report.size() ||
+        std::fflush(stdout) != 0 || std::ferror(stdout)) {
+        *why = std::string("cannot write standard output: ") +
+               (errno ? std::strerror(errno) : "write error");
+        return false;
+    }
+    return true;
 }
 
 } // namespace
@@ -37,20 +96,19 @@ int RunPdsReview(int argc, char** argv) {
     CommandLine commandLine;
     std::string error;
     if (!ParseCommandLine(args, &commandLine, &error)) {
-        std::fprintf(stderr, "pdsreview: %s\n%s", error.c_str(), UsageText());
-        return kHostFailure;
+        std::fprintf(stderr, "pdsreview: %s\nTry 'pdsreview --help' for more.\n", error.c_str());
+        return kExitHostFailure;
     }
-    if (commandLine.help) {
-        std::fputs(UsageText(), stdout);
-        return 0;
+    if (commandLine.help || commandLine.version) {
+        const std::string text =
+            commandLine.help ? UsageText() : std::string("pdsreview ") + ZTODPDS_VERSION + "\n";
+        return WriteReport(text, &error) ? 0 : Fail(error, kExitWriteFailed);
     }
     Session session(commandLine);
     // The host's own model loader is there before any plug-in library.
     ZtDgnRegisterLoaderPlugin();
     ZtOpDB::SetControlMode(static_cast<ZtOpDB::EMode>(commandLine.controlMode));
-    const std::string pluginPath =
-        commandLine.pluginPath.empty() ? DefaultPluginPath() : commandLine.pluginPath;
-    if (!session.LoadLibrary(pluginPath, &error))
+    if (!session.LoadLibrary(PluginPath(commandLine.pluginPath), &error))
         return Fail(error);
     // Refuse a run that can't be done before any step changes anything.
     std::vector<StepHandler> handlers;
@@ -72,21 +130,30 @@ int RunPdsReview(int argc, char** argv) {
     }
 
     int status = 0;
+    std::size_t warned = 0;
     for (std::size_t i = 0; i < commandLine.steps.size() && status == 0; ++i) {
         const Step& step = commandLine.steps[i];
-        session.progress.Start(step.name);
-        const StepOutcome outcome = handlers[i](session, step);
-        session.progress.Finish();
-        if (!outcome.hostError.empty())
-            return Fail(outcome.hostError);
-        session.steps.push_back({step.name, step.argument, outcome.status});
-        status = outcome.status;
+        session.steps.push_back(RunStep(session, step, handlers[i], &error));
+        if (!error.empty())
+            return Fail(error);
+        const StepResult& result = session.steps.back();
+        for (; warned < session.warnings.size(); ++warned)
+            std::fprintf(stderr, "pdsreview: warning: %s\n", session.warnings[warned].c_str());
+        status = result.status;
         if (status != 0)
-            std::fprintf(stderr, "pdsreview: %s %s: status %d, %s\n", step.name.c_str(),
-                         step.argument.c_str(), status, StatusMeaning(status));
+            std::fprintf(stderr, "pdsreview: %s %s: status %d: %s\n", step.name.c_str(),
+                         step.argument.c_str(), status, result.message.c_str());
+        else if (commandLine.strict && !session.warnings.empty())
+            status = kExitStrictWarning;
     }
+    if (status == kExitStrictWarning)
+        std::fprintf(stderr, "pdsreview: stopped after %s: a warning under --strict\n",
+                     session.steps.back().step.c_str());
 
+    session.progress.Start("report");
     const std::string report = commandLine.json ? JsonReport(session) : SummaryReport(session);
-    std::fwrite(report.data(), 1, report.size(), stdout);
+    session.progress.Finish();
+    if (!WriteReport(report, &error))
+        return Fail(error, kExitWriteFailed);
     return status;
 }

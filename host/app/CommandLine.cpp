@@ -61,10 +61,28 @@ const char* UsageText() {
            "  --redline-thickness N     the redline tool's line thickness\n"
            "  --control-mode N          the host's control mode for the plug-in library\n"
            "  --elements                list every element of each model in the JSON\n"
+           "  --strict                  a warning fails the run (exit status 5)\n"
            "  --help                    this text\n"
+           "  --version                 the version of pdsreview\n"
            "\n"
-           "Exit status: the status of the first step that fails (0 when all succeed),\n"
-           "or 2 when pdsreview itself cannot do what was asked.\n";
+           "Each step's line says what it did; warnings go to standard error. The run\n"
+           "stops at the first step that fails, and the exit status says why:\n"
+           "  0    every step succeeded\n"
+           "  1    a file can't be opened or created (the message says which and why)\n"
+           "  2    pdsreview can't do what was asked: a usage error, a plug-in library\n"
+           "       that can't be loaded, a model file that is no DGN model\n"
+           "  3    no document, or a pass over a file failed\n"
+           "  4    a file or standard output could not be written; an old file is left\n"
+           "       as it was\n"
+           "  5    --strict, and a step gave a warning\n"
+           "  6    no model is loaded to give the units, or no saved views to export\n"
+           "  64   the control file can't be opened, or no block begins in it\n"
+           "  128  the control file's first block is not DesignReview_Control\n"
+           "\n"
+           "Examples, from the source folder:\n"
+           "  pdsreview open examples/plant/plant.dri select\n"
+           "  pdsreview --json --strict model examples/plant/pipes.dgn "
+           "import-tags examples/plant/plant.tag\n";
 }
 
 bool ParseCommandLine(const std::vector<std::string>& args, CommandLine* out, std::string* error) {
@@ -85,6 +103,10 @@ bool ParseCommandLine(const std::vector<std::string>& args, CommandLine* out, st
             line.elements = true;
         } else if (arg == "--help" || arg == "-h") {
             line.help = true;
+        } else if (arg == "--version") {
+            line.version = true;
+        } else if (arg == "--strict") {
+            line.strict = true;
         } else if (arg == "--plugin") {
             if (!needValue(i))
                 return false;
@@ -112,8 +134,8 @@ bool ParseCommandLine(const std::vector<std::string>& args, CommandLine* out, st
             if (!needValue(i))
                 return false;
             double factor = 0;
-            if (!ParseWhole(args[++i], &factor) || !std::isfinite(factor)) {
-                *error = "--uors-per-master takes a number, not '" + args[i] + "'";
+            if (!ParseWhole(args[++i], &factor) || !std::isfinite(factor) || factor <= 0) {
+                *error = "--uors-per-master takes a finite number above 0, not '" + args[i] + "'";
                 return false;
             }
             line.uorsPerMaster = factor;
@@ -144,7 +166,7 @@ bool ParseCommandLine(const std::vector<std::string>& args, CommandLine* out, st
             if (!ParseRedlineThickness(args[++i], &thickness, error))
                 return false;
             line.redlineThickness = thickness;
-        } else if (arg.rfind("--", 0) == 0) {
+        } else if (arg.size() > 1 && arg[0] == '-') {
             *error = "unknown option " + arg;
             return false;
         } else if (const StepKind* kind = FindStep(arg)) {
@@ -162,7 +184,7 @@ bool ParseCommandLine(const std::vector<std::string>& args, CommandLine* out, st
             return false;
         }
     }
-    if (line.steps.empty() && !line.help) {
+    if (line.steps.empty() && !line.help && !line.version) {
         *error = "no step given";
         return false;
     }

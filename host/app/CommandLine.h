@@ -18,6 +18,8 @@ struct CommandLine {
     bool quiet = false;
     bool elements = false;
     bool help = false;
+    bool version = false;
+    bool strict = false;    // a warning fails the run
     std::string pluginPath; // empty: the library beside pdsreview
     int controlMode = 0;
     std::optional<std::pair<unsigned long long, unsigned long long>> nextIds; // tag, comment
@@ -30,6 +32,7 @@ struct CommandLine {
 
 // Parses argv[1..]. Returns false with a message for the user in `error` on a usage
 // error: an unknown option or step, a missing or malformed argument, or no step at all.
+// Any word that begins with '-' is an option.
 bool ParseCommandLine(const std::vector<std::string>& args, CommandLine* out, std::string* error);
 
 // The usage text of `pdsreview --help`.

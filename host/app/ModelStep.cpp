@@ -4,6 +4,7 @@
 #include "ztlddgn/ZtDgnLinkage.h"
 #include "ztlddgn/ZtDgnLoaderPlugin.h"
 #include "ztlddgn/ZtDgnModel.h"
+#include "ztplugin/ZtOpProgress.h"
 #include "ztplugin/ZtOpState.h"
 #include "ztutil/ZtUSysString.h"
 
@@ -114,9 +115,16 @@ int RunModelStep(ZtOpState& state, const std::wstring& path, std::string* error,
     return 0;
 }
 
-void WriteModelsJson(JsonWriter& json, const ZtOpState& state, bool elements) {
+void WriteModelsJson(JsonWriter& json, const ZtOpState& state, bool elements,
+                     ZtOpProgress* progress) {
+    const std::vector<const ZtDgnModel*> models = SceneModels(state);
+    std::size_t total = 0, written = 0;
+    for (const ZtDgnModel* model : models)
+        total += model->GetNumElements();
+    // Reports every few thousand elements: often enough for a bar, rare enough to cost nothing.
+    constexpr std::size_t kReportEvery = 4096;
     json.BeginArray();
-    for (const ZtDgnModel* model : SceneModels(state)) {
+    for (const ZtDgnModel* model : models) {
         const ZtDgnModelHeader& header = model->GetHeader();
         json.BeginObject();
         json.Key("file");
@@ -151,8 +159,12 @@ void WriteModelsJson(JsonWriter& json, const ZtOpState& state, bool elements) {
         if (elements) {
             json.Key("elementList");
             json.BeginArray();
-            for (std::size_t slot = 0; slot < model->GetNumElements(); ++slot)
+            for (std::size_t slot = 0; slot < model->GetNumElements(); ++slot) {
                 WriteElementJson(json, *model, slot);
+                if (progress && ++written % kReportEvery == 0)
+                    progress->SetProgress(static_cast<double>(written) /
+                                          static_cast<double>(total));
+            }
             json.EndArray();
         }
         json.EndObject();

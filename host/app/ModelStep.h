@@ -12,8 +12,10 @@ int RunModelStep(ZtOpState& state, const std::wstring& path, std::string* error,
                  ZtOpProgress* progress = nullptr);
 
 // The value of the report's "models" member: every DGN model of the scene, in load
-// order, with the list of its elements if `elements` is set.
-void WriteModelsJson(JsonWriter& json, const ZtOpState& state, bool elements);
+// order, with the list of its elements if `elements` is set; a progress hears how much of
+// that list is written.
+void WriteModelsJson(JsonWriter& json, const ZtOpState& state, bool elements,
+                     ZtOpProgress* progress = nullptr);
 
 // One readable paragraph per model: file, units, dimension, element count, warnings.
 void AppendModelsSummary(std::string& out, const ZtOpState& state);

@@ -1,6 +1,7 @@
 #include "app/OpenStep.h"
 
 #include "app/JsonWriter.h"
+#include "app/PassProgress.h"
 #include "ztlddgn/ZtDgnLoaderPlugin.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztplugin/ZtOpProgress.h"
@@ -53,6 +54,21 @@ ZtDgnModel* LoadRef(ZtOpState& state, ZtDgnLoaderPlugin* dgnLoader, const ZtOpSc
     ZtDgnModel* loaded = model.get();
     state.GetRootNode()->AddChild(model.release());
     return loaded;
+}
+
+// The files beside the control file that finishing the set imports, one progress pass
+// each.
+std::size_t CountSideFiles(const ZtUWideStringBuffer& folder, const OpenParameters& parameters) {
+    std::size_t count = 0;
+    for (ZtUSysDirHandle walk = ZtUSysFile::OpenDirW(folder.GetString()); walk.IsValid();
+         walk.Next()) {
+        ZtUSysFileInfoHandle* info = walk.OpenFileInfo();
+        const wchar_t* name = info->GetFullNameW();
+        count += (parameters.importTags && ZtUSysFile::HasFileExtensionW(name, L"tag")) ||
+                 (parameters.importDisplaySets && ZtUSysFile::HasFileExtensionW(name, L"dst"));
+        ZtUSysFile::CloseFileInfo(info);
+    }
+    return count;
 }
 
 std::string Utf8(const std::wstring& text) {
@@ -133,11 +149,15 @@ int RunOpenStep(ZtOpState& state, ZtOpSceneSetPlugin& loader, const std::wstring
     ZtUWideStringBuffer folder;
     ZtUSysFile::PopPathW(path.c_str(), &folder, nullptr);
     const std::size_t count = opened->set.GetSceneRefs().Size();
+    const std::size_t sideFiles = CountSideFiles(folder, parameters);
+    // The bar runs once: the models share their part by count, the side files theirs.
+    const double modelsEnd = sideFiles == 0 ? 1.0 : 0.5;
     opened->refs.resize(count);
     for (std::size_t i = 0; i < count; ++i) {
         ZtOpSceneRef* ref = opened->set.GetSceneRefs()[i];
         if (progress)
-            progress->BeginSubOperation(static_cast<double>(i + 1) / static_cast<double>(count));
+            progress->BeginSubOperation(modelsEnd * static_cast<double>(i + 1) /
+                                        static_cast<double>(count));
         OpenedRef& outcome = opened->refs[i];
         if (ZtDgnModel* model =
                 LoadRef(state, dgnLoader, *ref, folder, progress, &outcome.notLoaded)) {
@@ -150,7 +170,14 @@ int RunOpenStep(ZtOpState& state, ZtOpSceneSetPlugin& loader, const std::wstring
 
     // The control file opens into the document: its view and side files go straight to
     // the document's scene properties.
-    loader.IFinishSet(record, &state.EditSceneProps(), state.GetRootNode(), progress);
+    if (progress) {
+        progress->BeginSubOperation(1.0);
+        PassProgress passes(*progress, sideFiles);
+        loader.IFinishSet(record, &state.EditSceneProps(), state.GetRootNode(), &passes);
+        progress->EndSubOperation();
+    } else {
+        loader.IFinishSet(record, &state.EditSceneProps(), state.GetRootNode(), nullptr);
+    }
     *sceneSet = std::move(opened);
     return status;
 }

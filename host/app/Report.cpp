@@ -72,6 +72,19 @@ void WriteDocumentJson(JsonWriter& json, const ZtOpState& state) {
     json.EndObject();
 }
 
+// "3 views": the count's JSON name as words.
+std::string CountText(const StepCount& count) {
+    std::string words;
+    for (char c : count.name) {
+        if (c >= 'A' && c <= 'Z') {
+            words += ' ';
+            c = static_cast<char>(c - 'A' + 'a');
+        }
+        words += c;
+    }
+    return std::to_string(count.value) + " " + words;
+}
+
 std::string Narrow(const std::wstring& text) {
     return ZtUSysString::WideToUtf8(text);
 }
@@ -120,8 +133,26 @@ std::string JsonReport(Session& session) {
         }
         json.Key("status");
         json.Int(step.status);
+        if (!step.message.empty()) {
+            json.Key("message");
+            json.String(step.message);
+        }
+        if (!step.counts.empty()) {
+            json.Key("counts");
+            json.BeginObject(true);
+            for (const StepCount& count : step.counts) {
+                json.Key(count.name);
+                json.UInt(count.value);
+            }
+            json.EndObject();
+        }
         json.EndObject();
     }
+    json.EndArray();
+    json.Key("warnings");
+    json.BeginArray();
+    for (const std::string& warning : session.warnings)
+        json.String(warning);
     json.EndArray();
     if (session.listedPlugins) {
         json.Key("plugins");
@@ -130,7 +161,7 @@ std::string JsonReport(Session& session) {
     json.Key("sceneSet");
     WriteSceneSetJson(json, session.sceneSet.get());
     json.Key("models");
-    WriteModelsJson(json, session.state, session.options.elements);
+    WriteModelsJson(json, session.state, session.options.elements, &session.progress);
     json.Key("document");
     WriteDocumentJson(json, session.state);
     if (session.selections) {
@@ -181,10 +212,19 @@ std::string SummaryReport(Session& session) {
         if (!step.file.empty())
             out += " " + step.file;
         out += ": ";
-        if (step.status != 0)
-            out += "status " + std::to_string(step.status) + ", ";
-        out += StatusMeaning(step.status);
+        if (step.status != 0) {
+            out += "status " + std::to_string(step.status) + ", " + step.message + "\n";
+            continue;
+        }
+        out += "done";
+        for (std::size_t i = 0; i < step.counts.size(); ++i)
+            out += (i ? ", " : "; ") + CountText(step.counts[i]);
         out += "\n";
+    }
+    if (!session.warnings.empty()) {
+        out += "Warnings: " + std::to_string(session.warnings.size()) + "\n";
+        for (const std::string& warning : session.warnings)
+            out += "  " + warning + "\n";
     }
     return out;
 }

@@ -312,6 +312,24 @@ void AppendItemSummary(std::string& out, const ZtOpSavedItem& item, const std::s
         out += "\n";
 }
 
+void CountItem(SavedItemCounts& counts, const ZtOpSavedItem& item) {
+    if (item.IsGroup()) {
+        const auto& group = static_cast<const ZtOpGroupItem&>(item);
+        for (std::size_t i = 0; i < group.GetNumChildren(); ++i)
+            CountItem(counts, *group.GetChild(i));
+        return;
+    }
+    counts.comments += item.GetComments().Size();
+    if (item.GetType() == ZtOpSavedItem::kTypeSelectionSet)
+        ++counts.selectionSets;
+    if (item.GetType() != ZtOpSavedItem::kTypeView)
+        return;
+    ++counts.views;
+    const auto& redlines = static_cast<const ZtOpView&>(item).GetRedlines();
+    for (std::size_t i = 0; i < redlines.Size(); ++i)
+        counts.tags += redlines[i]->GetRedlineType() == ZtOpRedline::kTypeTag;
+}
+
 } // namespace
 
 void WriteSavedItemJson(JsonWriter& json, const ZtOpSavedItem& item) {
@@ -373,4 +391,12 @@ void AppendSavedViewsSummary(std::string& out, const ZtOpState& state) {
     out += "Saved views: " + std::to_string(count) + "\n";
     for (std::size_t i = 0; i < count; ++i)
         AppendItemSummary(out, *root->GetChild(i), "  ");
+}
+
+SavedItemCounts CountSavedItems(const ZtOpState& state) {
+    SavedItemCounts counts;
+    for (const ZtOpFolderItem* root : {SavedViewsRoot(state), SelectionSetsRoot(state)})
+        if (root)
+            CountItem(counts, *root);
+    return counts;
 }

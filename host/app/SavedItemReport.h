@@ -1,4 +1,5 @@
 #pragma once
+#include <cstddef>
 #include <string>
 
 class JsonWriter;
@@ -25,3 +26,13 @@ void WriteSavedViewsJson(JsonWriter& json, const ZtOpState& state);
 // The document's saved views, readably: each with its camera, and each of its tags with
 // its position and the text of its comment.
 void AppendSavedViewsSummary(std::string& out, const ZtOpState& state);
+
+// How many items of each kind the document's saved views and selection sets hold, through
+// their folders.
+struct SavedItemCounts {
+    std::size_t views = 0;
+    std::size_t tags = 0;
+    std::size_t comments = 0;
+    std::size_t selectionSets = 0;
+};
+SavedItemCounts CountSavedItems(const ZtOpState& state);

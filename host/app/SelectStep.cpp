@@ -1,6 +1,7 @@
 #include "app/SelectStep.h"
 
 #include "app/JsonWriter.h"
+#include "ztlddgn/ZtDgnModel.h"
 #include "ztobject/ZtOaPartition.h"
 #include "ztplugin/ZtOpSavedItemsElement.h"
 #include "ztplugin/ZtOpSelectionSet.h"
@@ -32,7 +33,7 @@ std::vector<const ZtOpSelectionSet*> SelectionSets(const ZtOpFolderItem& folder)
 
 } // namespace
 
-std::vector<SelectionResult> ComputeSelections(const ZtOpState& state) {
+std::vector<SelectionResult> ComputeSelections(const ZtOpState& state, ZtOpProgress* progress) {
     const ZtOpSelectionSetsElement* element = ZtOpSelectionSetsElement::Get(&state);
     if (!element)
         return {};
@@ -45,8 +46,13 @@ std::vector<SelectionResult> ComputeSelections(const ZtOpState& state) {
         specs.push_back(spec ? spec : &none);
     }
     std::vector<std::vector<ZtOpSelectedElement>> selected;
-    if (const ZtOaPartition* root = state.GetRootNode())
-        selected = ZtOpSelectInTree(*root, specs);
+    if (const ZtOaPartition* root = state.GetRootNode()) {
+        std::size_t elements = 0;
+        for (int i = 0; i < root->GetNumChildren(); ++i)
+            if (const auto* model = dynamic_cast<const ZtDgnModel*>(root->GetChild(i)))
+                elements += model->GetNumElements();
+        selected = ZtOpSelectInTree(*root, specs, progress, elements);
+    }
     std::vector<SelectionResult> results;
     for (std::size_t i = 0; i < sets.size(); ++i) {
         SelectionResult result{sets[i]->GetName().Str(), {}};

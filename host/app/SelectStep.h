@@ -4,6 +4,7 @@
 #include <vector>
 
 class JsonWriter;
+class ZtOpProgress;
 class ZtOpState;
 
 // An element that a selection set selected: its model's name and its index there.
@@ -20,8 +21,9 @@ struct SelectionResult {
 };
 
 // The `select` step: evaluates every selection set of the document (those in folders
-// too, depth first) over the models of its scene.
-std::vector<SelectionResult> ComputeSelections(const ZtOpState& state);
+// too, depth first) over the models of its scene, reporting how far the walk got.
+std::vector<SelectionResult> ComputeSelections(const ZtOpState& state,
+                                               ZtOpProgress* progress = nullptr);
 
 // The value of the report's "selections" member.
 void WriteSelectionsJson(JsonWriter& json, const std::vector<SelectionResult>& results);

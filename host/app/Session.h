@@ -6,6 +6,7 @@
 #include "ztplugin/ZtOpPluginLibrary.h"
 #include "ztplugin/ZtOpState.h"
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,11 +14,19 @@
 
 class ZtOpPlugin;
 
+// One figure of what a step did, under its JSON name ("views", "modelsLoaded", ...).
+struct StepCount {
+    std::string name;
+    std::size_t value = 0;
+};
+
 // The outcome of one step, as the report shows it.
 struct StepResult {
     std::string step;
     std::string file; // as given on the command line; empty for steps without a file
     int status = 0;
+    std::vector<StepCount> counts;
+    std::string message; // what went wrong, when status is not 0
 };
 
 // One run of pdsreview: the document, the loaded plug-in library and what the steps did.
@@ -36,6 +45,10 @@ struct Session {
     ZtOpState state;
     ProgressBar progress;
     std::vector<StepResult> steps;
+    // What a person should hear of although the run goes on, in the order found; any step
+    // may add one. They go to standard error after their step, into the JSON's
+    // "warnings", and fail the run under --strict.
+    std::vector<std::string> warnings;
     bool listedPlugins = false;
     // The scene set of the last open step that read its control file.
     std::unique_ptr<OpenedSceneSet> sceneSet;

@@ -2,15 +2,30 @@
 
 #include "app/CommandLine.h"
 #include "app/DisplaySetBudget.h"
+#include "app/ExportedTagFile.h"
 #include "app/ModelStep.h"
-#include "app/Session.h"
+#include "app/SavedItemReport.h"
+#include "ztlddgn/ZtDgnModel.h"
+#include "ztobject/ZtOaPartition.h"
 #include "ztplugin/ZtOpExportPlugin.h"
 #include "ztplugin/ZtOpFilePlugin.h"
 #include "ztutil/ZtUSysString.h"
 
-#include <cstdio>
+#include <filesystem>
 
 namespace {
+
+// A warning when an import of a file that is not empty brought nothing in.
+void WarnIfNothingCameIn(Session& session, const Step& step, const std::vector<StepCount>& counts) {
+    for (const StepCount& count : counts)
+        if (count.value != 0)
+            return;
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(step.argument, error);
+    if (!error && size > 0)
+        session.warnings.push_back(step.name + " " + step.argument + ": nothing came in from " +
+                                   std::to_string(size) + " bytes");
+}
 
 StepOutcome ListPlugins(Session& session, const Step&) {
     session.listedPlugins = true;
@@ -22,39 +37,102 @@ StepOutcome ListPlugins(Session& session, const Step&) {
 StepOutcome RunExport(Session& session, const Step& step, const char* registeredName) {
     auto* plugin = dynamic_cast<ZtOpExportPlugin*>(session.FindPlugin(registeredName));
     if (!plugin)
-        return {0, std::string("the plug-in ") + registeredName + " is no menu plug-in"};
+        return {0, std::string("the plug-in ") + registeredName + " is no menu plug-in", {}};
     const ZtUWideString path(ZtUSysString::PathToWide(step.argument));
-    return {plugin->IExport(0, &session.state, &session.progress, &path), {}};
+    return {plugin->IExport(0, &session.state, &session.progress, &path), {}, {}};
+}
+
+// What came into the document between two counts of its saved items.
+std::vector<StepCount> Imported(const SavedItemCounts& before, const SavedItemCounts& after,
+                                bool views, bool sets) {
+    std::vector<StepCount> counts;
+    if (views) {
+        counts.push_back({"views", after.views - before.views});
+        counts.push_back({"tags", after.tags - before.tags});
+    }
+    counts.push_back({"comments", after.comments - before.comments});
+    if (sets)
+        counts.push_back({"selectionSets", after.selectionSets - before.selectionSets});
+    return counts;
+}
+
+StepOutcome Import(Session& session, const Step& step, const char* registeredName, bool views) {
+    const SavedItemCounts before = CountSavedItems(session.state);
+    StepOutcome outcome = RunExport(session, step, registeredName);
+    if (outcome.status != 0 || !outcome.hostError.empty())
+        return outcome;
+    outcome.counts = Imported(before, CountSavedItems(session.state), views, !views);
+    WarnIfNothingCameIn(session, step, outcome.counts);
+    return outcome;
 }
 
 StepOutcome ImportTags(Session& session, const Step& step) {
-    return RunExport(session, step, "ZtOdPdsTagImportPlugin");
-}
-
-StepOutcome ExportTags(Session& session, const Step& step) {
-    return RunExport(session, step, "ZtOdPdsTagExportPlugin");
+    return Import(session, step, "ZtOdPdsTagImportPlugin", true);
 }
 
 StepOutcome ImportDisplaySets(Session& session, const Step& step) {
     const DisplaySetBudget budget(session.state);
-    StepOutcome outcome = RunExport(session, step, "ZtOdPdsDstImportPlugin");
+    StepOutcome outcome = Import(session, step, "ZtOdPdsDstImportPlugin", false);
+    if (outcome.status != 0 || !outcome.hostError.empty())
+        return outcome;
     const std::wstring path = ZtUSysString::PathToWide(step.argument);
     if (const std::size_t abandoned = budget.CountAbandoned(session.state, path.c_str()))
-        std::fprintf(stderr,
-                     "pdsreview: warning: %zu display sets of %s were abandoned: the file's "
-                     "sets would hold more than %llu conditions in all\n",
-                     abandoned, step.argument.c_str(),
-                     static_cast<unsigned long long>(DisplaySetBudget::kFileConditions));
+        session.warnings.push_back(
+            "import-dst " + step.argument + ": " + std::to_string(abandoned) +
+            " display sets were abandoned: the file's sets would hold "
+            "more than " +
+            std::to_string(DisplaySetBudget::kFileConditions) + " conditions in all");
+    return outcome;
+}
+
+StepOutcome ExportTags(Session& session, const Step& step) {
+    StepOutcome outcome = RunExport(session, step, "ZtOdPdsTagExportPlugin");
+    if (outcome.status != 0 || !outcome.hostError.empty())
+        return outcome;
+    const std::optional<ExportedTagCounts> written =
+        CountExportedTags(ZtUSysString::PathToWide(step.argument));
+    if (!written)
+        return outcome;
+    const std::size_t tags = CountSavedItems(session.state).tags;
+    const std::size_t dropped = tags > written->records ? tags - written->records : 0;
+    outcome.counts = {{"records", written->records},
+                      {"unfiled", written->unfiled},
+                      {"fileGroups", written->fileGroups},
+                      {"tagsDropped", dropped}};
+    if (dropped > 0)
+        session.warnings.push_back("export-tags " + step.argument + ": " + std::to_string(dropped) +
+                                   " of " + std::to_string(tags) + " tags were not written");
     return outcome;
 }
 
 StepOutcome Open(Session& session, const Step& step) {
     auto* loader = dynamic_cast<ZtOpSceneSetPlugin*>(session.FindPlugin("ZtOdPdsDriLoaderPlugin"));
     if (!loader)
-        return {0, "the plug-in ZtOdPdsDriLoaderPlugin is no scene-set plug-in"};
-    return {RunOpenStep(session.state, *loader, ZtUSysString::PathToWide(step.argument),
-                        session.options.open, &session.sceneSet, &session.progress),
-            {}};
+        return {0, "the plug-in ZtOdPdsDriLoaderPlugin is no scene-set plug-in", {}};
+    const SavedItemCounts before = CountSavedItems(session.state);
+    StepOutcome outcome;
+    outcome.status = RunOpenStep(session.state, *loader, ZtUSysString::PathToWide(step.argument),
+                                 session.options.open, &session.sceneSet, &session.progress);
+    if (outcome.status != 0)
+        return outcome;
+    std::size_t loaded = 0;
+    const ZtUOwnPtrVector<ZtOpSceneRef>& refs = session.sceneSet->set.GetSceneRefs();
+    for (std::size_t i = 0; i < session.sceneSet->refs.size(); ++i) {
+        const OpenedRef& ref = session.sceneSet->refs[i];
+        if (ref.model) {
+            ++loaded;
+            continue;
+        }
+        const std::string name =
+            i < refs.Size() ? ZtUSysString::WideToUtf8(refs[i]->GetSourceName().Str()) : "";
+        session.warnings.push_back("open " + step.argument + ": model " + name +
+                                   " not loaded: " + ref.notLoaded);
+    }
+    outcome.counts = {{"modelsLoaded", loaded},
+                      {"modelsNotLoaded", session.sceneSet->refs.size() - loaded}};
+    for (const StepCount& count : Imported(before, CountSavedItems(session.state), true, true))
+        outcome.counts.push_back(count);
+    return outcome;
 }
 
 StepOutcome LoadModel(Session& session, const Step& step) {
@@ -62,13 +140,18 @@ StepOutcome LoadModel(Session& session, const Step& step) {
     const int status = RunModelStep(session.state, ZtUSysString::PathToWide(step.argument), &reason,
                                     &session.progress);
     if (status != 0)
-        return {status, reason};
-    return {};
+        return {status, reason, {}};
+    const ZtOaPartition* root = session.state.GetRootNode();
+    const auto* model = dynamic_cast<const ZtDgnModel*>(root->GetChild(root->GetNumChildren() - 1));
+    return {0, {}, {{"elements", model ? model->GetNumElements() : std::size_t{0}}}};
 }
 
 StepOutcome Select(Session& session, const Step&) {
-    session.selections = ComputeSelections(session.state);
-    return {};
+    session.selections = ComputeSelections(session.state, &session.progress);
+    std::size_t selected = 0;
+    for (const SelectionResult& result : *session.selections)
+        selected += result.elements.size();
+    return {0, {}, {{"sets", session.selections->size()}, {"elementsSelected", selected}}};
 }
 
 struct StepEntry {

@@ -1,14 +1,23 @@
 #pragma once
-#include <string>
+#include "app/Session.h"
 
-struct Session;
+#include <string>
+#include <vector>
+
 struct Step;
 
+// The exit statuses of pdsreview's own: beside the plug-in's status codes (0, 1, 3, 6, 64,
+// 128), none of which they share.
+constexpr int kExitHostFailure = 2;   // a usage error, or the host can't do what was asked
+constexpr int kExitWriteFailed = 4;   // a file or standard output could not be written
+constexpr int kExitStrictWarning = 5; // --strict, and a step gave a warning
+
 // What a step came to: the plug-in's status code, or a failure of the host itself
-// (`hostError` set), which ends the run with exit status 2.
+// (`hostError` set), which ends the run with exit status 2; and what the step did.
 struct StepOutcome {
     int status = 0;
     std::string hostError;
+    std::vector<StepCount> counts;
 };
 
 using StepHandler = StepOutcome (*)(Session& session, const Step& step);

@@ -5,6 +5,7 @@
 #include "ztobject/ZtOaProperty.h"
 #include "ztobject/ZtOaTraversal.h"
 #include "ztplugin/ZtOpFindSpecEvaluator.h"
+#include "ztplugin/ZtOpProgress.h"
 
 namespace {
 
@@ -31,14 +32,17 @@ private:
 
 class SelectTraversal : public ZtOaTraversal {
 public:
-    SelectTraversal(const std::vector<const ZtOpFindSpec*>& specs)
-        : specs_(specs), selected_(specs.size()) {}
+    SelectTraversal(const std::vector<const ZtOpFindSpec*>& specs, ZtOpProgress* progress,
+                    std::size_t elements)
+        : specs_(specs), selected_(specs.size()), progress_(progress), elements_(elements) {}
 
     Result VisitNode(const ZtOaPathLink& link) override {
         const ZtOaNode* node = link.GetNode();
         const std::int64_t index = node->GetElementIndex();
         if (index < 0)
             return kContinue;
+        if (progress_ && ++visited_ % kReportEvery == 0 && elements_ > 0)
+            progress_->SetProgress(static_cast<double>(visited_) / static_cast<double>(elements_));
         target_.Gather(*node);
         const ZtOaPartition* model = nullptr;
         for (std::size_t i = 0; i < specs_.size(); ++i) {
@@ -61,16 +65,25 @@ private:
         return nullptr;
     }
 
+    // Elements between two reports: often enough for a bar, rare enough to cost nothing.
+    static constexpr std::size_t kReportEvery = 4096;
+
     const std::vector<const ZtOpFindSpec*>& specs_;
     std::vector<std::vector<ZtOpSelectedElement>> selected_;
     NodeTarget target_;
+    ZtOpProgress* progress_;
+    std::size_t elements_;
+    std::size_t visited_ = 0;
 };
 
 } // namespace
 
 std::vector<std::vector<ZtOpSelectedElement>>
-ZtOpSelectInTree(const ZtOaNode& root, const std::vector<const ZtOpFindSpec*>& specs) {
-    SelectTraversal traversal(specs);
+ZtOpSelectInTree(const ZtOaNode& root, const std::vector<const ZtOpFindSpec*>& specs,
+                 ZtOpProgress* progress, std::size_t elements) {
+    SelectTraversal traversal(specs, progress, elements);
     root.ApplyTraversal(&traversal);
+    if (progress)
+        progress->SetProgress(1.0);
     return traversal.Take();
 }

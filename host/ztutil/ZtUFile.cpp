@@ -1,10 +1,12 @@
 #include "ztutil/ZtUFile.h"
 
+#include "ztutil/ZtUSysFile.h"
 #include "ztutil/ZtUSysString.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <cwchar>
 #include <unistd.h>
@@ -39,6 +41,13 @@ ZtUFile::ZtUFile(int descriptor, Mode mode)
         bytes_ = std::make_unique<unsigned char[]>(kChunk + kLookahead);
         units_ = std::make_unique<wchar_t[]>(kChunk + kLookahead);
     }
+}
+
+ZtUFile::ZtUFile(int descriptor, std::string temporary, std::string target, std::string shownPath)
+    : ZtUFile(descriptor, Mode::kWrite) {
+    temporary_ = std::move(temporary);
+    target_ = std::move(target);
+    shownPath_ = std::move(shownPath);
 }
 
 ZtUFile::~ZtUFile() {
@@ -214,7 +223,7 @@ wchar_t* ZtUFile::GetLine(wchar_t* out, int count) {
 
 bool ZtUFile::Write(const wchar_t* text, std::size_t length) {
     if (mode_ != Mode::kWrite || descriptor_ < 0) {
-        error_ = true;
+        Fail(EBADF);
         return false;
     }
     for (std::size_t i = 0; i < length; ++i)
@@ -253,7 +262,7 @@ bool ZtUFile::Flush() {
         if (written < 0 && errno == EINTR)
             continue;
         if (written <= 0) {
-            error_ = true;
+            Fail(written < 0 ? errno : EIO);
             break;
         }
         done += static_cast<std::size_t>(written);
@@ -262,19 +271,39 @@ bool ZtUFile::Flush() {
     return !error_;
 }
 
+void ZtUFile::Fail(int errorNumber) {
+    if (!error_)
+        errorNumber_ = errorNumber;
+    error_ = true;
+}
+
 int ZtUFile::Close() {
     if (descriptor_ < 0)
         return -1;
-    bool ok = true;
     if (mode_ == Mode::kWrite) {
         if (highSurrogate_) {
             highSurrogate_ = 0;
             ZtUSysString::AppendUtf8(pending_, kReplacementCharacter);
         }
-        ok = Flush();
+        // A replacement must be on the device before it takes the old file's place.
+        if (Flush() && !target_.empty() && ::fsync(descriptor_) != 0)
+            Fail(errno);
     }
     if (::close(descriptor_) != 0)
-        ok = false;
+        Fail(errno);
     descriptor_ = -1;
+    const bool ok = Replace(!error_);
     return ok ? 0 : -1;
+}
+
+bool ZtUFile::Replace(bool ok) {
+    if (target_.empty())
+        return ok;
+    if (ok && std::rename(temporary_.c_str(), target_.c_str()) != 0)
+        Fail(errno);
+    if (error_) {
+        ::unlink(temporary_.c_str());
+        ZtUSysFile::RecordWriteFailure(shownPath_, std::strerror(errorNumber_));
+    }
+    return !error_;
 }

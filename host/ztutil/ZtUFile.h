@@ -13,7 +13,10 @@
 // error (which sets the error flag) or at a U+FFFF character, after which nothing is read.
 //
 // Writing encodes UTF-8 without a BOM: a surrogate pair becomes one sequence and a lone
-// surrogate becomes U+FFFD.
+// surrogate becomes U+FFFD. A write stream may stand in for a file it replaces: it writes
+// a temporary file, which Close moves over the target only when every write, the flush to
+// the device and the close succeeded, and removes otherwise, so that a failed write never
+// leaves a cut file. Such a failure is recorded for ZtUSysFile::TakeWriteFailures.
 class ZtUFile {
 public:
     enum class Mode { kRead, kWrite };
@@ -22,6 +25,9 @@ public:
 
     // Takes over an open descriptor.
     ZtUFile(int descriptor, Mode mode);
+    // Takes over a descriptor open for writing on `temporary`, which replaces `target` on
+    // a successful close; `shownPath` names the target in a recorded failure.
+    ZtUFile(int descriptor, std::string temporary, std::string target, std::string shownPath);
     // Flushes and closes, ignoring failures; Close reports them.
     ~ZtUFile();
     ZtUFile(const ZtUFile&) = delete;
@@ -35,7 +41,8 @@ public:
 
     // Encodes and buffers `length` units; false if the stream is not writable.
     bool Write(const wchar_t* text, std::size_t length);
-    // Flushes, closes the descriptor and returns 0, or -1 if anything failed.
+    // Flushes, closes the descriptor (and puts a replacement in place) and returns 0, or
+    // -1 if anything failed.
     int Close();
 
     bool HasError() const { return error_; }
@@ -55,10 +62,17 @@ private:
     std::size_t DecodeUtf16(std::size_t first, std::size_t available, bool last);
     void EncodeUnit(unsigned unit);
     bool Flush();
+    // Marks the stream failed with the operating system's error number.
+    void Fail(int errorNumber);
+    // Moves a replacement's temporary file into place if `ok`, else removes it; false
+    // if the move failed.
+    bool Replace(bool ok);
 
     int descriptor_;
     Mode mode_;
     bool error_ = false;
+    // The errno of the first failure, 0 if none.
+    int errorNumber_ = 0;
     // No more units will come from the file (end, read error or U+FFFF).
     bool ended_ = false;
     Encoding encoding_ = Encoding::kUndecided;
@@ -74,4 +88,8 @@ private:
     // Write side. A high surrogate waits here for its low half.
     std::string pending_;
     unsigned highSurrogate_ = 0;
+    // A replacement's files; empty for a plain stream.
+    std::string temporary_;
+    std::string target_;
+    std::string shownPath_;
 };

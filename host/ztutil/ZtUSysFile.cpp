@@ -4,11 +4,15 @@
 #include "ztutil/ZtUSysString.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdarg>
+#include <cstdlib>
+#include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 
@@ -38,6 +42,62 @@ int OpenRegularFile(const std::string& path, int flags, mode_t permissions) {
         return -1;
     }
     return descriptor;
+}
+
+std::vector<ZtUSysFile::WriteFailure>& WriteFailures() {
+    static std::vector<ZtUSysFile::WriteFailure> failures;
+    return failures;
+}
+
+// The mode of a new file for the Windows permission pair, less the umask. The umask can
+// only be read by setting it; the host creates files from one thread.
+mode_t NewFileMode(unsigned permissions) {
+    constexpr unsigned kWindowsWrite = 0x80;
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return static_cast<mode_t>((permissions & kWindowsWrite) ? 0666 : 0444) & ~mask;
+}
+
+// A write stream on a temporary file in the target's folder; see fopenW.
+ZtUFile* OpenReplacement(const std::string& target, unsigned permissions) {
+    std::string resolved = target;
+    mode_t mode = 0;
+    struct stat status;
+    if (::stat(target.c_str(), &status) == 0) {
+        if (!S_ISREG(status.st_mode)) {
+            ZtUSysFile::RecordWriteFailure(target, S_ISDIR(status.st_mode) ? std::strerror(EISDIR)
+                                                                           : "not a regular file");
+            return nullptr;
+        }
+        mode = status.st_mode & 07777;
+        // Through a link, the file it names is replaced, not the link.
+        if (char* real = ::realpath(target.c_str(), nullptr)) {
+            resolved = real;
+            std::free(real);
+        }
+    } else if (errno == ENOENT) {
+        mode = NewFileMode(permissions);
+    } else {
+        ZtUSysFile::RecordWriteFailure(target, std::strerror(errno));
+        return nullptr;
+    }
+    const std::size_t slash = resolved.rfind('/');
+    const std::string folder = slash == std::string::npos ? "" : resolved.substr(0, slash + 1);
+    const std::string name = slash == std::string::npos ? resolved : resolved.substr(slash + 1);
+    std::string temporary = folder + "." + name + ".XXXXXX";
+    const int descriptor = ::mkostemp(temporary.data(), O_CLOEXEC);
+    if (descriptor < 0) {
+        ZtUSysFile::RecordWriteFailure(target, std::strerror(errno));
+        return nullptr;
+    }
+    if (::fchmod(descriptor, mode) != 0) {
+        const int error = errno;
+        ::close(descriptor);
+        ::unlink(temporary.c_str());
+        ZtUSysFile::RecordWriteFailure(target, std::strerror(error));
+        return nullptr;
+    }
+    return new ZtUFile(descriptor, std::move(temporary), std::move(resolved), target);
 }
 
 std::wstring Normalise(const std::wstring& path) {
@@ -84,19 +144,17 @@ ZtUFile* ZtUSysFile::fopenW(const wchar_t* path, AccessMode access, CreationMode
         const int descriptor = OpenRegularFile(systemPath, O_RDONLY, 0);
         return descriptor < 0 ? nullptr : new ZtUFile(descriptor, ZtUFile::Mode::kRead);
     }
-    if (access == kAccessWrite && creation == kCreateAlways) {
-        // Truncated only once known to be a regular file.
-        const int descriptor = OpenRegularFile(systemPath, O_WRONLY | O_CREAT,
-                                               static_cast<mode_t>(permissions & 0777));
-        if (descriptor < 0)
-            return nullptr;
-        if (::ftruncate(descriptor, 0) != 0) {
-            ::close(descriptor);
-            return nullptr;
-        }
-        return new ZtUFile(descriptor, ZtUFile::Mode::kWrite);
-    }
+    if (access == kAccessWrite && creation == kCreateAlways)
+        return OpenReplacement(systemPath, permissions);
     return nullptr;
+}
+
+std::vector<ZtUSysFile::WriteFailure> ZtUSysFile::TakeWriteFailures() {
+    return std::exchange(WriteFailures(), {});
+}
+
+void ZtUSysFile::RecordWriteFailure(const std::string& path, const std::string& reason) {
+    WriteFailures().push_back({path, reason});
 }
 
 int ZtUSysFile::fclose(ZtUFile* file) {
@@ -189,9 +247,10 @@ bool ZtUSysFile::ExistsW(const wchar_t* path) {
 }
 
 ZtUSysDirHandle ZtUSysFile::OpenDirW(const wchar_t* path) {
-    if (!path || !*path)
+    if (!path)
         return {};
-    DIR* directory = ::opendir(ToSystemPath(path).c_str());
+    // The folder of a bare file name is the empty string: the working directory.
+    DIR* directory = ::opendir(*path ? ToSystemPath(path).c_str() : ".");
     if (!directory)
         return {};
     std::vector<std::string> names;
@@ -206,7 +265,7 @@ ZtUSysDirHandle ZtUSysFile::OpenDirW(const wchar_t* path) {
     std::sort(names.begin(), names.end());
 
     std::wstring prefix = path;
-    if (!IsSeparator(prefix.back()))
+    if (!prefix.empty() && !IsSeparator(prefix.back()))
         prefix += L'/';
     std::vector<std::wstring> fullNames;
     fullNames.reserve(names.size());

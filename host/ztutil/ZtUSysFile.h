@@ -49,12 +49,24 @@ public:
     enum TranslationMode : int { kTranslateText = 2 };
     enum ShareMode : int { kShareReadWrite = 3 };
 
+    // A write that failed: the path as given to fopenW and the operating system's reason.
+    struct WriteFailure {
+        std::string path;
+        std::string reason;
+    };
+
     // Opens a stream on a regular file (or a link to one). Reading decodes the file's
     // text to UTF-16 units (see ZtUFile); writing encodes UTF-8. Returns null for a path
     // that can't be opened in that mode, a directory or a device. Two modes exist: read
-    // an existing file, and write a file created or truncated (kCreateAlways); other
+    // an existing file, and write a file created or replaced (kCreateAlways); other
     // combinations, and translations other than text, give null. Share modes and
-    // attribute flags have no meaning here; the permission bits apply to a created file.
+    // attribute flags have no meaning here.
+    //
+    // Writing goes to a temporary file beside the target, which fclose moves into place
+    // only if everything succeeded; until then, and after any failure, the old file is
+    // as it was. `permissions` are the Windows pair read 0x100 | write 0x80: a new file
+    // gets 0666 (0444 without write) less the umask, a replaced file keeps its mode.
+    // Every failure of a write stream, from opening to the move, is recorded.
     static ZtUFile* fopenW(const wchar_t* path, AccessMode access, CreationMode creation,
                            TranslationMode translation, ShareMode share, unsigned attributes,
                            unsigned permissions);
@@ -69,6 +81,12 @@ public:
     static wchar_t* fgetws(wchar_t* out, int count, ZtUFile* file) {
         return file->GetLine(out, count);
     }
+    // The write failures recorded since the last call, oldest first; the record is
+    // emptied.
+    static std::vector<WriteFailure> TakeWriteFailures();
+    // Records a failure of a write stream on `path`.
+    static void RecordWriteFailure(const std::string& path, const std::string& reason);
+
     // Nonzero once a read or write failed.
     static int ferror(ZtUFile* file) { return file->HasError() ? 1 : 0; }
     // printf-style output with the host's conventions ("%s" takes a wide string);
@@ -100,7 +118,8 @@ public:
     // True if something exists at `path`.
     static bool ExistsW(const wchar_t* path);
 
-    // The regular files of a directory; an invalid handle if it can't be read.
+    // The regular files of a directory; an invalid handle if it can't be read. The empty
+    // path is the working directory, whose entries are named without a folder.
     static ZtUSysDirHandle OpenDirW(const wchar_t* path);
     static void CloseFileInfo(ZtUSysFileInfoHandle* info);
 };

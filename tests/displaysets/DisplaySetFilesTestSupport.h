@@ -1,5 +1,5 @@
 #pragma once
-#include "support/ZtTestFiles.h"
+#include "tools/ZtTestFiles.h"
 #include "ztplugin/ZtOpFindSpec.h"
 #include "ztplugin/ZtOpProgress.h"
 #include "ztplugin/ZtOpSavedItem.h"

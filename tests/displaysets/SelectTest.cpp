@@ -5,8 +5,8 @@
 #include "app/SelectStep.h"
 #include "displaysets/ZtOdPdsDstImportPlugin.h"
 #include "support/RunProgram.h"
-#include "support/ZtTestDgnWriter.h"
 #include "support/ZtTestJson.h"
+#include "tools/ZtTestDgnWriter.h"
 #include "ztplugin/ZtOpState.h"
 
 #include <gtest/gtest.h>

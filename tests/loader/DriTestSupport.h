@@ -1,7 +1,7 @@
 #pragma once
 #include "loader/ZtOdPdsDriLoadRecord.h"
 #include "loader/ZtOdPdsDriLoaderPlugin.h"
-#include "support/ZtTestFiles.h"
+#include "tools/ZtTestFiles.h"
 #include "ztlddgn/ZtDgnLoaderPlugin.h"
 #include "ztobject/ZtOaAttribute.h"
 #include "ztobject/ZtOaGroup.h"

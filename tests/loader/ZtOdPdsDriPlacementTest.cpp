@@ -26,6 +26,7 @@ ZtLMatrix3f Scale(double s) {
 
 // The blocks of a control file before and after its one model.
 struct PlacementCase {
+    const char* name; // of the test
     const char* before;
     const char* after;
     double uorsPerMaster;
@@ -35,28 +36,65 @@ struct PlacementCase {
 
 // Each control file read by a loader of its own.
 const PlacementCase kPlacements[] = {
-    {"", "", 1000, kIdentity, {0, 0, 0}},
+    {"Plain", "", "", 1000, kIdentity, {0, 0, 0}},
     // The origin shift is converted from UORs.
-    {"old_origin{10 20 30} new_origin{110 220 330}", "", 100, kIdentity, {1, 2, 3}},
+    {"OriginShiftFromUors",
+     "old_origin{10 20 30} new_origin{110 220 330}",
+     "",
+     100,
+     kIdentity,
+     {1, 2, 3}},
     // The matrix, rows in file order, is not scaled, and the shift not turned.
-    {"transform{0 -1 0\n1 0 0\n0 0 1} new_origin{500 0 0}",
+    {"MatrixInFileOrder",
+     "transform{0 -1 0\n1 0 0\n0 0 1} new_origin{500 0 0}",
      "",
      10,
      Rows(0, -1, 0, 1, 0, 0, 0, 0, 1),
      {50, 0, 0}},
     // The shift is scaled from the reference's units to the set's: both in millimetres;
     // the set in metres at the end; the reference in feet and the set in inches.
-    {"master_unit{mm} new_origin{1000 0 0}", "", 1, kIdentity, {1000, 0, 0}},
-    {"master_unit{mm} new_origin{1000 0 0}", "master_unit{m}", 1, kIdentity, {1, 0, 0}},
-    {"master_unit{ft} new_origin{0 0 -8000}", "master_unit{in}", 8000, kIdentity, {0, 0, -12}},
+    {"ShiftInMillimetres", "master_unit{mm} new_origin{1000 0 0}", "", 1, kIdentity, {1000, 0, 0}},
+    {"SetInMetres",
+     "master_unit{mm} new_origin{1000 0 0}",
+     "master_unit{m}",
+     1,
+     kIdentity,
+     {1, 0, 0}},
+    {"FeetToInches",
+     "master_unit{ft} new_origin{0 0 -8000}",
+     "master_unit{in}",
+     8000,
+     kIdentity,
+     {0, 0, -12}},
     // A new origin counts from the old origin that stood before it.
-    {"new_origin{5 5 5} old_origin{1 1 1}", "", 1, kIdentity, {5, 5, 5}},
+    {"NewOriginFromTheOldBeforeIt",
+     "new_origin{5 5 5} old_origin{1 1 1}",
+     "",
+     1,
+     kIdentity,
+     {5, 5, 5}},
     // The last transform that parses counts; a tenth number is not read.
-    {"transform{2 0 0 0 2 0 0 0 2} transform{3 0 0 0 3 0 0 0 3}", "", 1, Scale(3), {0, 0, 0}},
-    {"transform{2 0 0 0 2 0 0 0 2} transform{3 0 0 0 3 0 0 0}", "", 1, Scale(2), {0, 0, 0}},
-    {"transform{1 2 3 4 5 6 7 8 9 10}", "", 1, Rows(1, 2, 3, 4, 5, 6, 7, 8, 9), {0, 0, 0}},
+    {"LastTransformCounts",
+     "transform{2 0 0 0 2 0 0 0 2} transform{3 0 0 0 3 0 0 0 3}",
+     "",
+     1,
+     Scale(3),
+     {0, 0, 0}},
+    {"ShortTransformIsIgnored",
+     "transform{2 0 0 0 2 0 0 0 2} transform{3 0 0 0 3 0 0 0}",
+     "",
+     1,
+     Scale(2),
+     {0, 0, 0}},
+    {"TenthNumberIsNotRead",
+     "transform{1 2 3 4 5 6 7 8 9 10}",
+     "",
+     1,
+     Rows(1, 2, 3, 4, 5, 6, 7, 8, 9),
+     {0, 0, 0}},
     // Bad numbers leave the values in force.
-    {"old_origin{10 10 10} new_origin{20 30 40} old_origin{1 2} new_origin{x y z}",
+    {"BadNumbersKeepTheValues",
+     "old_origin{10 10 10} new_origin{20 30 40} old_origin{1 2} new_origin{x y z}",
      "transform{1 0 0 0 1 0 0 0}",
      10,
      kIdentity,
@@ -76,7 +114,13 @@ TEST_P(Placements, TransformOfTheFirstReference) {
         << text << ": " << t.x << " " << t.y << " " << t.z;
 }
 
-INSTANTIATE_TEST_SUITE_P(ControlFiles, Placements, ::testing::ValuesIn(kPlacements));
+// The case's name stands for it in test names and messages.
+void PrintTo(const PlacementCase& c, std::ostream* out) {
+    *out << c.name;
+}
+
+INSTANTIATE_TEST_SUITE_P(ControlFiles, Placements, ::testing::ValuesIn(kPlacements),
+                         [](const auto& info) { return std::string(info.param.name); });
 
 // A model without a factor takes the shift as it stands; a null model is no error; each
 // call multiplies once more.

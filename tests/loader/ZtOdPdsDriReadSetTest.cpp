@@ -70,6 +70,7 @@ TEST_F(ReadSet, TheRecordKeepsThePathAndItsFolder) {
 // What follows "DesignReview_Control{" in a control file, the names (UTF-8) and units of
 // its references, and the units of the set.
 struct ReferencesCase {
+    const char* name; // of the test
     ZtOaUnit::Linear setUnits;
     const char* text;
     std::vector<std::pair<std::string, ZtOaUnit::Linear>> refs;
@@ -80,7 +81,8 @@ const ZtOaUnit::Linear kM = ZtOaUnit::kMetres, kFt = ZtOaUnit::kFeet;
 // Each control file read by a loader of its own.
 const ReferencesCase kReferences[] = {
     // One reference for each dgn with a name, its first; nothing outside the first block.
-    {kM,
+    {"OneForEachNamedDgn",
+     kM,
      "\ndgn{name{pipes.dgn}}\n"
      "dgn{ other{x} name{ steel.dgn } name{second.dgn} }\n"
      "dgn{nothing{here}}\n"
@@ -93,18 +95,26 @@ const ReferencesCase kReferences[] = {
      "dgn{name{behind.dgn}}\n",
      {{"pipes.dgn", kM}, {"steel.dgn", kM}, {"sub/equip.dgn", kM}, {"pipes.dgn", kM}}},
     // Blocks before an unfinished block stand.
-    {kFt, "\ndgn{name{a.dgn}}\nmaster_unit{ft}\ndgn{name{b.dgn}", {{"a.dgn", kM}}},
+    {"BlocksBeforeAnUnfinishedBlockStand",
+     kFt,
+     "\ndgn{name{a.dgn}}\nmaster_unit{ft}\ndgn{name{b.dgn}",
+     {{"a.dgn", kM}}},
     // With counted texts a brace behind "text" would start a count.
-    {kM, "text{5 }{}dgn{name{a.dgn}}}", {{"a.dgn", kM}}},
+    {"CountedTextsStartNoCount", kM, "text{5 }{}dgn{name{a.dgn}}}", {{"a.dgn", kM}}},
     // A master unit goes to later references and to the set; an unknown one is metres.
-    {kFt,
+    {"MasterUnitGoesToLaterReferences",
+     kFt,
      "dgn{name{a.dgn}} master_unit{FT} dgn{name{b.dgn}} master_unit{mm} dgn{name{c.dgn}} "
      "master_unit{ft}}",
      {{"a.dgn", kM}, {"b.dgn", kFt}, {"c.dgn", ZtOaUnit::kMillimetres}}},
-    {kM, "master_unit{in} master_unit{foot} dgn{name{a.dgn}}}", {{"a.dgn", kM}}},
+    {"UnknownUnitIsMetres",
+     kM,
+     "master_unit{in} master_unit{foot} dgn{name{a.dgn}}}",
+     {{"a.dgn", kM}}},
     // Model files need not exist; wide names survive.
-    {kM, "dgn{name{/no/such/model.dgn}}}", {{"/no/such/model.dgn", kM}}},
-    {kM,
+    {"ModelFilesNeedNotExist", kM, "dgn{name{/no/such/model.dgn}}}", {{"/no/such/model.dgn", kM}}},
+    {"WideNamesSurvive",
+     kM,
      "dgn{name{r\xc3\xb6hre-\xf0\x9f\x94\xa7.dgn}}}",
      {{"r\xc3\xb6hre-\xf0\x9f\x94\xa7.dgn", kM}}},
 };
@@ -128,7 +138,13 @@ TEST_P(References, NamesAndUnitsOfTheReferences) {
     EXPECT_EQ(set.GetLinearUnits(), c.setUnits) << c.text;
 }
 
-INSTANTIATE_TEST_SUITE_P(ControlFiles, References, ::testing::ValuesIn(kReferences));
+// The case's name stands for it in test names and messages.
+void PrintTo(const ReferencesCase& c, std::ostream* out) {
+    *out << c.name;
+}
+
+INSTANTIATE_TEST_SUITE_P(ControlFiles, References, ::testing::ValuesIn(kReferences),
+                         [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(ReadSet, InputFilesChooseBetweenModelAndCacheFile) {
     std::filesystem::create_directory(folder_.File("sub"));

@@ -1,7 +1,7 @@
 #include "readers/ZtOdPdsBlockReader.h"
 #include "readers/ZtOdPdsBlock.h"
 #include "readers/ZtOdPdsBlockFileSource.h"
-#include "support/ZtTestFiles.h"
+#include "tools/ZtTestFiles.h"
 #include "ztutil/ZtUSysString.h"
 
 #include <gtest/gtest.h>

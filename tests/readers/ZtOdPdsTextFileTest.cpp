@@ -1,6 +1,6 @@
 #include "readers/ZtOdPdsTextFile.h"
 #include "readers/ZtOdPdsInputConsumer.h"
-#include "support/ZtTestFiles.h"
+#include "tools/ZtTestFiles.h"
 #include "ztutil/ZtUSysString.h"
 #include "ztutil/ZtUWideString.h"
 

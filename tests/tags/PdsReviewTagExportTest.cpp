@@ -2,8 +2,8 @@
 // written as design files, and written back grouped by the file of the element under
 // each.
 #include "support/RunProgram.h"
-#include "support/ZtTestDgnWriter.h"
-#include "support/ZtTestFiles.h"
+#include "tools/ZtTestDgnWriter.h"
+#include "tools/ZtTestFiles.h"
 
 #include <gtest/gtest.h>
 

@@ -34,7 +34,6 @@ TEST(PdsReviewImportTags, StatusOfTheImportIsTheExitStatus) {
         {{"--uors-per-master", "10", "import-tags", kFixtures + "missing.tag"}, 1},
         // No model, so no units factor: the file is not read.
         {{"import-tags", kFixtures + "example.tag"}, 6},
-        {{"--uors-per-master", "0", "import-tags", kFixtures + "example.tag"}, 6},
     };
     for (const Case& c : cases) {
         ZtTestJson json;

@@ -1,8 +1,8 @@
 #pragma once
-#include "support/ZtTestFiles.h"
 #include "tags/ZtOdPdsCameraMaps.h"
 #include "tags/ZtOdPdsTagExportPlugin.h"
 #include "tags/ZtOdPdsTagImportAction.h"
+#include "tools/ZtTestFiles.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztobject/ZtOaAttribute.h"
 #include "ztobject/ZtOaShape.h"

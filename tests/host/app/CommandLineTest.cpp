@@ -29,10 +29,13 @@ TEST(CommandLine, ParsesStepsAndOptionsAnywhere) {
     EXPECT_EQ(line.steps[1].name, "model");
     EXPECT_EQ(line.steps[1].argument, "a.dgn");
     EXPECT_EQ(line.steps[2].name, "select");
-    // Help needs no step.
+    // Help and the version need no step.
     CommandLine help;
     ASSERT_TRUE(ParseCommandLine({"--help"}, &help, &error));
     EXPECT_TRUE(help.help);
+    CommandLine version;
+    ASSERT_TRUE(ParseCommandLine({"--version"}, &version, &error));
+    EXPECT_TRUE(version.version);
 }
 
 TEST(CommandLine, RefusesWhatItCannotUse) {
@@ -54,17 +57,22 @@ TEST(CommandLine, RefusesWhatItCannotUse) {
         {{"plugins", "--next-ids", "5,-1"},
          "--next-ids takes two unsigned integers T,C, not '5,-1'"},
         {{"plugins", "--next-ids", ",1"}, "--next-ids takes two unsigned integers T,C, not ',1'"},
-        {{"plugins", "--uors-per-master", "1e999"},
-         "--uors-per-master takes a number, not '1e999'"},
         {{"plugins", "--input-files", "kvc"},
          "--input-files takes model, cache or either, not 'kvc'"},
-        {{"plugins", "--uors-per-master", "nan"}, "--uors-per-master takes a number, not 'nan'"},
+        {{"-V"}, "unknown option -V"},
     };
     for (const Case& c : cases) {
         CommandLine line;
         std::string error;
         EXPECT_FALSE(ParseCommandLine(c.args, &line, &error));
         EXPECT_EQ(error, c.message);
+    }
+    for (const char* factor : {"1e999", "nan", "0", "-1", "-0"}) {
+        CommandLine line;
+        std::string error;
+        EXPECT_FALSE(ParseCommandLine({"plugins", "--uors-per-master", factor}, &line, &error));
+        EXPECT_EQ(error, std::string("--uors-per-master takes a finite number above 0, not '") +
+                             factor + "'");
     }
 }
 

@@ -1,5 +1,5 @@
 #include "app/DisplaySetBudget.h"
-#include "support/ZtTestFiles.h"
+#include "tools/ZtTestFiles.h"
 #include "ztplugin/ZtOpSavedItemsElement.h"
 #include "ztplugin/ZtOpSelectionSet.h"
 #include "ztplugin/ZtOpState.h"

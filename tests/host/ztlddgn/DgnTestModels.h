@@ -1,6 +1,6 @@
 #pragma once
-#include "support/ZtTestDgnWriter.h"
-#include "support/ZtTestFiles.h"
+#include "tools/ZtTestDgnWriter.h"
+#include "tools/ZtTestFiles.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztlddgn/ZtDgnReader.h"
 #include "ztobject/ZtOaAttribute.h"

@@ -2,7 +2,7 @@
 // generator, and load as models.
 #include "DgnTestModels.h"
 
-#include "support/ZtTestPlantModels.h"
+#include "tools/ZtTestPlantModels.h"
 #include "ztobject/ZtOaAttribute.h"
 
 #include <fstream>

@@ -1,5 +1,7 @@
 #include "ztplugin/ZtOpProgress.h"
 
+#include "support/ZtTestRecordingProgress.h"
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -8,16 +10,8 @@
 
 namespace {
 
-class RecordingProgress : public ZtOpProgress {
-public:
-    std::vector<double> seen;
-
-protected:
-    void OnProgress(double overall) override { seen.push_back(overall); }
-};
-
 TEST(ZtOpProgress, ClampsAndIgnoresNonFiniteFractions) {
-    RecordingProgress p;
+    ZtTestRecordingProgress p;
     for (double fraction : {0.25, -3.0, 7.0, std::nan(""), std::numeric_limits<double>::infinity()})
         p.SetProgress(fraction);
     EXPECT_EQ(p.seen, (std::vector<double>{0.25, 0.0, 1.0}));
@@ -25,7 +19,7 @@ TEST(ZtOpProgress, ClampsAndIgnoresNonFiniteFractions) {
 }
 
 TEST(ZtOpProgress, SubOperationsMapOntoTheirStretch) {
-    RecordingProgress p;
+    ZtTestRecordingProgress p;
     auto set = [&](double fraction, double overall) {
         p.SetProgress(fraction);
         EXPECT_DOUBLE_EQ(p.GetOverall(), overall) << fraction;

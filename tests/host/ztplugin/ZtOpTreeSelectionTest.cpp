@@ -1,4 +1,5 @@
 #include "ztplugin/ZtOpTreeSelection.h"
+#include "support/ZtTestRecordingProgress.h"
 #include "ztobject/ZtOaPartition.h"
 #include "ztobject/ZtOaProperty.h"
 
@@ -75,6 +76,17 @@ TEST(ZtOpSelectInTree, EvaluatesEverySpecOnEveryElementNode) {
     }
     EXPECT_EQ(got, (std::vector<std::string>{"a.dgn:1 a.dgn:3 b.dgn:1 ", "a.dgn:2 ", ""}));
     EXPECT_TRUE(ZtOpSelectInTree(root, {}).empty());
+}
+
+// A long walk tells how far it got now and then, not at every element, and ends at 1.
+TEST(ZtOpSelectInTree, ReportsProgressOverTheExpectedElements) {
+    ZtTestRecordingProgress progress;
+    ZtOaPartition root(L"document");
+    for (int i = 0; i < 10000; ++i)
+        root.AddChild(Element(i, {}));
+    const ZtOpFindSpec none;
+    ZtOpSelectInTree(root, {&none}, &progress, 10000);
+    EXPECT_EQ(progress.seen, (std::vector<double>{0.4096, 0.8192, 1.0}));
 }
 
 } // namespace

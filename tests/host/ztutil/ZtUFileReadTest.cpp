@@ -1,6 +1,6 @@
 #include "FileStreams.h"
 
-#include "support/ZtTestFiles.h"
+#include "tools/ZtTestFiles.h"
 #include "ztutil/ZtUSysString.h"
 
 #include <gtest/gtest.h>

@@ -1,12 +1,20 @@
 #include "FileStreams.h"
 
-#include "support/ZtTestFiles.h"
+#include "tools/ZtTestFiles.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <filesystem>
 #include <string>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -71,32 +79,111 @@ TEST(ZtUFileWrite, WhatIsWrittenReadsBackTheSame) {
     EXPECT_EQ(back, expected);
 }
 
-TEST(ZtUFileWrite, CreatingTruncatesAnOldFile) {
+// The names in the test folder, sorted; a temporary file left behind shows here.
+std::vector<std::string> FolderNames(const ZtTestTempDir& dir) {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(dir.Path()))
+        names.push_back(entry.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+mode_t ModeOf(const std::string& path) {
+    struct stat status;
+    return ::stat(path.c_str(), &status) == 0 ? status.st_mode & 07777 : 0;
+}
+
+TEST(ZtUFileWrite, ReplacingKeepsTheModeAndNewFilesFollowTheUmask) {
     ZtTestTempDir dir;
     ASSERT_TRUE(ZtTestWriteBytes(dir.File("old.txt"), "a much longer old content\n"));
+    ASSERT_EQ(::chmod(dir.File("old.txt").c_str(), 0640), 0);
     ZtUFile* file = OpenForWriting(dir.WideFile("old.txt"));
     ASSERT_NE(file, nullptr);
     ZtUSysFile::fwprintf(file, L"new");
+    EXPECT_EQ(ZtTestReadBytes(dir.File("old.txt")), "a much longer old content\n")
+        << "the old file stands until the close";
     EXPECT_EQ(ZtUSysFile::fclose(file), 0);
     EXPECT_EQ(ZtTestReadBytes(dir.File("old.txt")), "new");
+    EXPECT_EQ(ModeOf(dir.File("old.txt")), 0640u);
 
-    ZtUSysFile::fclose(OpenForWriting(dir.WideFile("fresh.txt")));
-    struct stat status;
-    ASSERT_EQ(::stat(dir.File("fresh.txt").c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0077, 0u) << "created files are private to their owner";
+    const mode_t mask = ::umask(022);
+    EXPECT_EQ(ZtUSysFile::fclose(OpenForWriting(dir.WideFile("fresh.txt"))), 0);
+    ::umask(mask);
+    EXPECT_EQ(ModeOf(dir.File("fresh.txt")), 0644u);
+    EXPECT_EQ(FolderNames(dir), (std::vector<std::string>{"fresh.txt", "old.txt"}));
+    EXPECT_TRUE(ZtUSysFile::TakeWriteFailures().empty());
 }
 
-TEST(ZtUFileWrite, WriteErrorSetsTheFlagAndFailsTheClose) {
+TEST(ZtUFileWrite, AFailedWriteLeavesTheOldFileAndSaysWhy) {
+    ZtUSysFile::TakeWriteFailures();
     ZtTestTempDir dir;
+    const std::string old = "old content\n";
+    ASSERT_TRUE(ZtTestWriteBytes(dir.File("broken.txt"), old));
     ZtUFile* file = OpenForWriting(dir.WideFile("broken.txt"));
     ASSERT_NE(file, nullptr);
     EXPECT_EQ(ZtUSysFile::fwprintf(file, L"buffered\n"), 9);
-    ASSERT_TRUE(ZtTestBreakOpenFile(dir.File("broken.txt")));
+    const std::vector<std::string> names = FolderNames(dir);
+    ASSERT_EQ(names.size(), 2u);
+    ASSERT_TRUE(ZtTestBreakOpenFile(dir.File(names[0] == "broken.txt" ? names[1] : names[0])));
     EXPECT_EQ(ZtUSysFile::ferror(file), 0) << "nothing reached the file yet";
     const std::wstring large(100000, L'y');
     EXPECT_LT(ZtUSysFile::fwprintf(file, L"%s", large.c_str()), 0);
     EXPECT_NE(ZtUSysFile::ferror(file), 0);
     EXPECT_NE(ZtUSysFile::fclose(file), 0);
+
+    EXPECT_EQ(ZtTestReadBytes(dir.File("broken.txt")), old);
+    EXPECT_EQ(FolderNames(dir), std::vector<std::string>{"broken.txt"});
+    const std::vector<ZtUSysFile::WriteFailure> failures = ZtUSysFile::TakeWriteFailures();
+    ASSERT_EQ(failures.size(), 1u);
+    EXPECT_EQ(failures[0].path, dir.File("broken.txt"));
+    EXPECT_EQ(failures[0].reason, std::strerror(EBADF)) << "a write on the directory";
+}
+
+// A file-size limit cuts the write part-way, as a full disk would; the child that hits it
+// says how its close went.
+TEST(ZtUFileWrite, AWriteCutByAFileSizeLimitLeavesTheOldFile) {
+    ZtTestTempDir dir;
+    const std::string old(3000, 'o');
+    ASSERT_TRUE(ZtTestWriteBytes(dir.File("big.txt"), old));
+    const pid_t child = ::fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        std::signal(SIGXFSZ, SIG_IGN);
+        const struct rlimit limit = {1024, 1024};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        ZtUFile* file = OpenForWriting(dir.WideFile("big.txt"));
+        const std::wstring text(200000, L'n');
+        ZtUSysFile::fwprintf(file, L"%s", text.c_str());
+        const bool failed = ZtUSysFile::fclose(file) != 0;
+        const auto failures = ZtUSysFile::TakeWriteFailures();
+        ::_exit(failed && failures.size() == 1 && failures[0].reason == std::strerror(EFBIG) ? 0
+                                                                                             : 1);
+    }
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    EXPECT_EQ(ZtTestReadBytes(dir.File("big.txt")), old);
+    EXPECT_EQ(FolderNames(dir), std::vector<std::string>{"big.txt"});
+}
+
+TEST(ZtUFileWrite, WhatCannotBeCreatedIsRecorded) {
+    ZtUSysFile::TakeWriteFailures();
+    ZtTestTempDir dir;
+    ASSERT_EQ(::mkdir(dir.File("folder").c_str(), 0755), 0);
+    const struct {
+        std::string path;
+        int error;
+    } cases[] = {
+        {dir.File("missing/out.txt"), ENOENT},
+        {dir.File("folder"), EISDIR},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(OpenForWriting(ZtTestWide(c.path)), nullptr) << c.path;
+        const std::vector<ZtUSysFile::WriteFailure> failures = ZtUSysFile::TakeWriteFailures();
+        ASSERT_EQ(failures.size(), 1u) << c.path;
+        EXPECT_EQ(failures[0].path, c.path);
+        EXPECT_EQ(failures[0].reason, std::strerror(c.error));
+    }
 }
 
 TEST(ZtUFileWrite, StreamsRefuseTheOtherDirection) {

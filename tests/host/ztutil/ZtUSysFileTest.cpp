@@ -1,5 +1,5 @@
 #include "ztutil/ZtUSysFile.h"
-#include "support/ZtTestFiles.h"
+#include "tools/ZtTestFiles.h"
 
 #include <gtest/gtest.h>
 
@@ -195,6 +195,11 @@ TEST(ZtUSysFile, DirectoryWalkGivesRegularFilesInByteOrder) {
     EXPECT_EQ(Walk(base + L"/"), expected);
     EXPECT_TRUE(Walk(base + L"/missing").empty());
     EXPECT_TRUE(Walk(base + L"/b.tag").empty());
+    // The folder of a bare name is the working directory.
+    const std::filesystem::path working = std::filesystem::current_path();
+    std::filesystem::current_path(dir.File("sub"));
+    EXPECT_EQ(Walk(L""), std::vector<std::wstring>{L"inner.tag"});
+    std::filesystem::current_path(working);
 
     ZtUSysDirHandle end = ZtUSysFile::OpenDirW(base.c_str());
     for (std::size_t i = 0; i < expected.size() + 2; ++i)

@@ -4,12 +4,15 @@
 #include "app/JsonWriter.h"
 #include "app/OpenStep.h"
 #include "loader/ZtOdPdsDriLoaderPlugin.h"
+#include "support/ZtTestRecordingProgress.h"
 #include "ztlddgn/ZtDgnLoaderPlugin.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztplugin/ZtOpDB.h"
 #include "ztplugin/ZtOpState.h"
 
+#include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace {
 
@@ -101,6 +104,18 @@ TEST_F(OpenStep, SummaryGivesEachModelsFileUnitsCountAndPlacement) {
           std::string("placed by rows (1 0 0) (0 1 0) (0 0 1), then moved by (12, 0, -24) in"),
           std::string("2. gone.dgn: not loaded (")})
         EXPECT_NE(out.find(part), std::string::npos) << part << "\n" << out;
+}
+
+// The models and every side file share one run of the bar: it never goes back.
+TEST_F(OpenStep, TheProgressRunsOnceFromZeroToOne) {
+    ZtTestRecordingProgress progress;
+    ASSERT_EQ(RunOpenStep(state_, loader_, ZtTestWide(ZT_SOURCE_DIR "/examples/plant/plant.dri"),
+                          {}, &opened_, &progress),
+              0);
+    ASSERT_FALSE(progress.seen.empty());
+    EXPECT_TRUE(std::is_sorted(progress.seen.begin(), progress.seen.end()))
+        << ::testing::PrintToString(progress.seen);
+    EXPECT_EQ(progress.seen.back(), 1.0);
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "support/ZtTestPlantModels.h"
+#include "tools/ZtTestPlantModels.h"
 
 #include <cmath>
 

@@ -1,4 +1,4 @@
-#include "support/ZtTestDgnWriter.h"
+#include "tools/ZtTestDgnWriter.h"
 
 #include <algorithm>
 #include <cstdio>

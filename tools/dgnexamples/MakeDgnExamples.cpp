@@ -1,5 +1,5 @@
 // Writes the sample plant's design files into the folder given as the one argument.
-#include "support/ZtTestPlantModels.h"
+#include "tools/ZtTestPlantModels.h"
 
 #include <cstdio>
 

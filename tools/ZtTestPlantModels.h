@@ -1,5 +1,5 @@
 #pragma once
-#include "support/ZtTestDgnWriter.h"
+#include "tools/ZtTestDgnWriter.h"
 
 #include <string>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "support/ZtTestFiles.h"
+#include "tools/ZtTestFiles.h"
 
 #include "ztutil/ZtUSysString.h"
 

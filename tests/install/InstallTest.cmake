@@ -1,0 +1,80 @@
+# One step of the install tests, run by CTest as `cmake -DSTEP=... -P InstallTest.cmake`
+# with BUILD_DIR, SOURCE_DIR, WORK_DIR (this step's own folder) and PREFIX set; the
+# programs run from WORK_DIR, away from the build and the source tree.
+cmake_minimum_required(VERSION 3.25)
+
+function(run)
+    execute_process(COMMAND ${ARGN} WORKING_DIRECTORY ${WORK_DIR} RESULT_VARIABLE status
+                    OUTPUT_VARIABLE out ERROR_VARIABLE err)
+    if(NOT status EQUAL 0)
+        message(FATAL_ERROR "${ARGN}\nexited with ${status}\n${out}${err}")
+    endif()
+    set(out "${out}" PARENT_SCOPE)
+endfunction()
+
+function(expect_in text)
+    foreach(wanted ${ARGN})
+        string(FIND "${text}" "${wanted}" at)
+        if(at EQUAL -1)
+            message(FATAL_ERROR "'${wanted}' missing from:\n${text}")
+        endif()
+    endforeach()
+endfunction()
+
+file(REMOVE_RECURSE ${WORK_DIR})
+file(MAKE_DIRECTORY ${WORK_DIR})
+
+if(STEP STREQUAL "tree")
+    file(REMOVE_RECURSE ${PREFIX})
+    run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${PREFIX})
+    # Nothing installed may lean on the build tree.
+    file(GLOB_RECURSE binaries ${PREFIX}/bin/* ${PREFIX}/lib/*.so)
+    foreach(binary ${binaries})
+        file(STRINGS ${binary} leaks REGEX "${BUILD_DIR}/bin")
+        if(leaks)
+            message(FATAL_ERROR "${binary} names the build tree")
+        endif()
+    endforeach()
+elseif(STEP STREQUAL "open")
+    # The installed sample review gives the build tree's JSON, but for where it lies.
+    run(${BUILD_DIR}/bin/pdsreview --json open ${SOURCE_DIR}/examples/plant/plant.dri)
+    string(REPLACE "${SOURCE_DIR}/examples" "EXAMPLES" built "${out}")
+    run(${PREFIX}/bin/pdsreview --json open ${PREFIX}/share/ztodpds/examples/plant/plant.dri)
+    string(REPLACE "${PREFIX}/share/ztodpds/examples" "EXAMPLES" installed "${out}")
+    if(NOT installed STREQUAL built)
+        file(WRITE ${WORK_DIR}/built.json "${built}")
+        file(WRITE ${WORK_DIR}/installed.json "${installed}")
+        message(FATAL_ERROR "the installed review differs: diff ${WORK_DIR}/*.json")
+    endif()
+elseif(STEP STREQUAL "version")
+    run(${PREFIX}/bin/pdsreview --version)
+    if(NOT out STREQUAL "pdsreview ${VERSION}\n")
+        message(FATAL_ERROR "pdsreview --version printed '${out}'")
+    endif()
+elseif(STEP STREQUAL "consumer")
+    run(${CMAKE_COMMAND} -S ${SOURCE_DIR}/tests/install/consumer -B ${WORK_DIR} -G Ninja
+        -DCMAKE_CXX_COMPILER=${CXX_COMPILER} -DCMAKE_PREFIX_PATH=${PREFIX}
+        "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}")
+    run(${CMAKE_COMMAND} --build ${WORK_DIR})
+    run(${WORK_DIR}/consumer)
+    expect_in("${out}" "ztodpds ${VERSION}: 4 plug-ins")
+elseif(STEP STREQUAL "package")
+    foreach(generator TGZ DEB)
+        run(cpack -G ${generator} --config ${BUILD_DIR}/CPackConfig.cmake -B ${WORK_DIR})
+    endforeach()
+    set(package ${WORK_DIR}/ztodpds-${VERSION}-Linux)
+    run(${CMAKE_COMMAND} -E tar tf ${package}.tar.gz)
+    expect_in("${out}" bin/pdsreview lib/ztodpds.so include/ztodpds/ztplugin/ZtOpPlugin.h
+              share/ztodpds/examples/plant/plant.dri lib/cmake/ztodpds/ztodpdsConfig.cmake)
+    file(GLOB deb ${WORK_DIR}/ztodpds_${VERSION}_*.deb)
+    run(dpkg-deb -c ${deb})
+    expect_in("${out}" ./usr/bin/pdsreview ./usr/lib/ztodpds.so ./usr/lib/libztplugin.so
+              ./usr/include/ztodpds/ztplugin/ZtOpPlugin.h ./usr/share/ztodpds/README.md
+              ./usr/share/ztodpds/examples/plant/plant.dri
+              ./usr/lib/cmake/ztodpds/ztodpdsConfigVersion.cmake)
+    run(dpkg-deb -I ${deb})
+    expect_in("${out}" "Package: ztodpds\n" "Version: ${VERSION}\n" "Maintainer: ztodpds"
+              "Depends: libc6, libstdc++6, libgcc-s1\n" "Description: Plant design review")
+else()
+    message(FATAL_ERROR "unknown step '${STEP}'")
+endif()
