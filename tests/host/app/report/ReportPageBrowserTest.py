@@ -4,11 +4,15 @@ draws something; the page of a generated 1,000,000-element scene stays under 15 
 loads. Exits 77 (skipped) without a browser, unless ZT_REQUIRE_BROWSER is set."""
 
 import argparse
+import base64
 import json
 import os
+import re
+import struct
 import subprocess
 import sys
 import tempfile
+import zlib
 
 sys.path.insert(0, os.path.join(os.path.dirname(__file__), "..", "..", "..", "..", "tools"))
 import zt_webdriver  # noqa: E402
@@ -119,6 +123,14 @@ def check_big(browser, pdsreview, make_big_model, dst, work):
     size = os.path.getsize(page)
     print("page of 1,000,000 elements: %d bytes" % size)
     check(size < 15 * 1024 * 1024, "the big scene's page is under 15 MB (%d bytes)" % size)
+    with open(page, encoding="utf-8") as text:
+        images = re.findall(r'data:image/png;base64,([^"]*)', text.read())
+    for image in images:
+        png = base64.b64decode(image)
+        width, height = struct.unpack(">II", png[16:24])
+        start = png.index(b"IDAT") + 4
+        rows = zlib.decompress(png[start:start + struct.unpack(">I", png[start - 8:start - 4])[0]])
+        check(len(rows) == (width + 1) * height, "a raster inflates to its %dx%d pixels" % (width, height))
     browser.open(page)
     loaded = browser.run("return [document.readyState, document.querySelectorAll("
                          "'svg.view image').length, document.querySelectorAll('input.set').length]")
