@@ -108,6 +108,11 @@ class Browser:
         return self._call("POST", self.session + "/execute/sync",
                           {"script": script, "args": list(args)})
 
+    def run_async(self, script, *args):
+        """Runs a script that hands its result to the callback given as its last argument."""
+        return self._call("POST", self.session + "/execute/async",
+                          {"script": script, "args": list(args)})
+
     def click(self, css):
         found = self._call("POST", self.session + "/element",
                            {"using": "css selector", "value": css})

@@ -292,7 +292,9 @@ private:
                 ".text{white-space:pre-wrap}.meta{color:#666;font-size:12px}\n"
                 ".legend span{display:inline-block;margin:0 8px 2px 0}.legend i{display:"
                 "inline-block;width:10px;height:10px;margin-right:3px}\n"
-                ".rule{font-family:monospace;font-size:12px}ul{padding-left:18px}\n";
+                ".rule{font-family:monospace;font-size:12px}ul{padding-left:18px}\n"
+                ".models rect{fill:none;stroke:#888;stroke-dasharray:2 2}.models text{"
+                "font-size:10px;fill:#555}\n";
         for (int level = 0; level < 64; ++level)
             if (levels_[level])
                 out_ += ".by-level .l" + std::to_string(level) + "{fill:" + Hex(KeyColour(level)) +
@@ -383,7 +385,9 @@ private:
                     "\" x=\"" + Px(x0) + "\" y=\"" + Px(y0) + "\" width=\"" + Px(w) +
                     "\" height=\"" + Px(h) + "\"/>\n";
         }
-        out_ += "</g>\n<g class=\"sight\"></g>\n<g class=\"pins\">\n";
+        out_ += "</g>\n";
+        ModelOutlines(view);
+        out_ += "<g class=\"sight\"></g>\n<g class=\"pins\">\n";
         for (const ReportView& saved : scene_.views)
             for (const ReportTag& tag : saved.tags)
                 if (tag.placed)
@@ -394,6 +398,24 @@ private:
         out_ += "</g>\n";
         ScaleBar(view);
         out_ += "</svg>\n";
+    }
+
+    // Each model's extent as a dashed outline, named at its top left corner.
+    void ModelOutlines(const ViewAxes& view) {
+        out_ += "<g class=\"models\">\n";
+        for (const ReportModel& model : scene_.models) {
+            if (model.extent.IsEmpty())
+                continue;
+            const double x = layout_.X(view, model.extent.GetMin());
+            const double y = layout_.Y(view, model.extent.GetMax());
+            out_ += "<rect x=\"" + Px(x) + "\" y=\"" + Px(y) + "\" width=\"" +
+                    Px(layout_.X(view, model.extent.GetMax()) - x) + "\" height=\"" +
+                    Px(layout_.Y(view, model.extent.GetMin()) - y) + "\"/><text x=\"" + Px(x) +
+                    "\" y=\"" + Px(y - 3) + "\">";
+            AppendEscaped(out_, model.file);
+            out_ += "</text>\n";
+        }
+        out_ += "</g>\n";
     }
 
     // The raster of the elements too small to draw, once coloured by level and once by

@@ -221,6 +221,7 @@ ReportScene GatherReportScene(const Session& session) {
             const ZtDgnElement& e = model->GetElement(slot);
             scene.elements.push_back({PlaceBox(model->GetElementBox(slot), placement),
                                       static_cast<std::uint8_t>(e.GetLevel()), e.colour});
+            scene.models.back().extent.Extend(scene.elements.back().box);
         }
     }
 

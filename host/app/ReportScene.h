@@ -20,6 +20,7 @@ struct ReportModel {
     std::string units;     // "m / mm, 80000 UORs per m"
     std::string placement; // "turned 90° about Z, moved by (10, 5, 0) m"
     std::size_t elements = 0;
+    ZtLBox3f extent; // of its placed elements
 };
 
 struct ReportTag {
