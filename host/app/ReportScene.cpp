@@ -1,6 +1,7 @@
 #include "app/ReportScene.h"
 
 #include "app/ModelStep.h"
+#include "app/OpenStep.h"
 #include "app/SavedItemReport.h"
 #include "app/SelectStep.h"
 #include "app/Session.h"
@@ -18,24 +19,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <numbers>
 
 namespace {
 
 std::string Utf8(const std::wstring& text) {
     return ZtUSysString::WideToUtf8(text);
-}
-
-std::string Number(double value) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.10g", value);
-    return text;
-}
-
-std::string UnitName(ZtOaUnit::Linear unit) {
-    const char* name = ZtOaUnit::Abbreviation(unit);
-    return *name ? name : "unit " + std::to_string(static_cast<int>(unit));
 }
 
 // A model's place in the scene: p goes to M (scale p) + t.
@@ -66,16 +55,17 @@ std::string PlacementWords(const Placement& placement, const std::string& from,
     if (!TurnAboutZ(m, &degrees)) {
         words += "transformed by rows";
         for (int row = 0; row < 3; ++row)
-            words += " (" + Number(m.Get(row, 0)) + " " + Number(m.Get(row, 1)) + " " +
-                     Number(m.Get(row, 2)) + ")";
+            words += " (" + ReadableNumber(m.Get(row, 0)) + " " + ReadableNumber(m.Get(row, 1)) +
+                     " " + ReadableNumber(m.Get(row, 2)) + ")";
         words += ", ";
     } else if (std::abs(degrees) > 1e-9) {
-        words += "turned " + Number(degrees) + "\u00b0 about Z, ";
+        words += "turned " + ReadableNumber(degrees) + "\u00b0 about Z, ";
     } else {
         words += "not turned, ";
     }
     const ZtLVec3f& t = placement.transform.GetTranslation();
-    return words + "moved by (" + Number(t.x) + ", " + Number(t.y) + ", " + Number(t.z) + ") " + to;
+    return words + "moved by (" + ReadableNumber(t.x) + ", " + ReadableNumber(t.y) + ", " +
+           ReadableNumber(t.z) + ") " + to;
 }
 
 ZtLBox3f PlaceBox(const ZtLBox3f& box, const Placement& placement) {
@@ -212,7 +202,7 @@ ReportScene GatherReportScene(const Session& session) {
         ReportModel out;
         out.file = Utf8(model->GetName().Str());
         out.units = header.masterUnitName + " / " + header.subUnitName + ", " +
-                    Number(model->GetUorsPerMaster()) + " UORs per master unit";
+                    ReadableNumber(model->GetUorsPerMaster()) + " UORs per master unit";
         out.placement = PlacementWords(placement, from, scene.sceneUnits);
         out.elements = model->GetNumElements();
         scene.models.push_back(std::move(out));
