@@ -190,7 +190,7 @@ ReportScene GatherReportScene(const Session& session) {
     std::vector<std::pair<std::wstring, std::size_t>> firstElement;
     for (const ZtDgnModel* model : SceneModels(session.state)) {
         Placement placement;
-        std::string from = "master units";
+        std::string from;
         for (std::size_t i = 0; set && i < set->refs.size(); ++i)
             if (set->refs[i].model == model) {
                 const ZtOpSceneRef& ref = *set->set.GetSceneRefs()[i];
@@ -203,7 +203,9 @@ ReportScene GatherReportScene(const Session& session) {
         out.file = Utf8(model->GetName().Str());
         out.units = header.masterUnitName + " / " + header.subUnitName + ", " +
                     ReadableNumber(model->GetUorsPerMaster()) + " UORs per master unit";
-        out.placement = PlacementWords(placement, from, scene.sceneUnits);
+        // A model of a `model` step stands where its file puts it.
+        out.placement =
+            from.empty() ? "not placed" : PlacementWords(placement, from, scene.sceneUnits);
         out.elements = model->GetNumElements();
         scene.models.push_back(std::move(out));
         firstElement.emplace_back(model->GetName().Str(), scene.elements.size());
