@@ -37,9 +37,11 @@ bool IsPlainAscii(const unsigned char* bytes) {
 
 ZtUFile::ZtUFile(int descriptor, Mode mode)
     : descriptor_(descriptor), mode_(mode), ended_(mode != Mode::kRead) {
+    // Left uninitialised: every byte and unit is written before it is read, and clearing
+    // them would cost as much as reading a small file.
     if (mode_ == Mode::kRead) {
-        bytes_ = std::make_unique<unsigned char[]>(kChunk + kLookahead);
-        units_ = std::make_unique<wchar_t[]>(kChunk + kLookahead);
+        bytes_ = std::make_unique_for_overwrite<unsigned char[]>(kChunk + kLookahead);
+        units_ = std::make_unique_for_overwrite<wchar_t[]>(kChunk + kLookahead);
     }
 }
 
