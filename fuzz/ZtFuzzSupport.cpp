@@ -1,0 +1,59 @@
+#include "ZtFuzzSupport.h"
+
+#include "tools/ZtTestFiles.h"
+#include "ztlddgn/ZtDgnModel.h"
+#include "ztlddgn/ZtDgnReader.h"
+#include "ztplugin/ZtOpState.h"
+#include "ztutil/ZtUSysString.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+
+namespace {
+
+const ZtTestTempDir& Folder() {
+    static const ZtTestTempDir folder;
+    return folder;
+}
+
+} // namespace
+
+std::string ZtFuzzFile(const std::string& name) {
+    return Folder().File(name);
+}
+
+std::string ZtFuzzNewFile(const std::string& name) {
+    const std::string path = ZtFuzzFile(name);
+    std::error_code ignored;
+    std::filesystem::remove(path, ignored);
+    return path;
+}
+
+std::wstring ZtFuzzWrite(const std::string& name, const std::uint8_t* data, std::size_t size) {
+    const std::string path = ZtFuzzNewFile(name);
+    ZtFuzzCheck(ZtTestWriteBytes(path, std::string(reinterpret_cast<const char*>(data), size)),
+                "cannot write the input file");
+    return ZtUSysString::Utf8ToWide(path);
+}
+
+std::wstring ZtFuzzSample(const char* name) {
+    return ZtUSysString::Utf8ToWide(std::string(ZT_SOURCE_DIR "/examples/plant/") + name);
+}
+
+ZtDgnModel* ZtFuzzAddSampleModel(ZtOpState& state) {
+    std::string reason;
+    std::unique_ptr<ZtDgnModel> model = ZtDgnReadModel(
+        ZtFuzzSample("pipes.dgn").c_str(), state.EditNameDict(), true, nullptr, &reason);
+    ZtFuzzCheck(model != nullptr, "the sample model did not load");
+    ZtDgnModel* loaded = model.get();
+    state.GetRootNode()->AddChild(model.release());
+    return loaded;
+}
+
+void ZtFuzzCheck(bool condition, const char* what) {
+    if (condition)
+        return;
+    std::fprintf(stderr, "fuzz check failed: %s\n", what);
+    std::abort();
+}
