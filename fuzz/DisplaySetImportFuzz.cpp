@@ -1,6 +1,7 @@
 // The display-set import as the host's menu runs it, into a document with a model, and
 // then every selection set it made evaluated over the model, as the select step does.
 
+#include "ZtFuzzSampleModel.h"
 #include "ZtFuzzSupport.h"
 
 #include "app/SelectStep.h"

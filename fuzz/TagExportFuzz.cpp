@@ -1,6 +1,7 @@
 // The tag export of a document whose views and tags came from the input by the tag
 // import, over a model that the tags are picked on.
 
+#include "ZtFuzzSampleModel.h"
 #include "ZtFuzzSupport.h"
 
 #include "tags/ZtOdPdsTagExportPlugin.h"

@@ -1,6 +1,7 @@
 // The tag import as the host's menu runs it, into a document with a model that gives the
 // units factor and the elements that tags are pinned to.
 
+#include "ZtFuzzSampleModel.h"
 #include "ZtFuzzSupport.h"
 
 #include "tags/ZtOdPdsTagImportPlugin.h"

@@ -1,9 +1,6 @@
 #include "ZtFuzzSupport.h"
 
 #include "tools/ZtTestFiles.h"
-#include "ztlddgn/ZtDgnModel.h"
-#include "ztlddgn/ZtDgnReader.h"
-#include "ztplugin/ZtOpState.h"
 #include "ztutil/ZtUSysString.h"
 
 #include <cstdio>
@@ -12,8 +9,14 @@
 
 namespace {
 
+// In memory where the system has a folder for it: every run writes and removes a file,
+// which on a disk's file system costs more than the run itself.
 const ZtTestTempDir& Folder() {
-    static const ZtTestTempDir folder;
+    static const ZtTestTempDir folder = [] {
+        std::error_code ignored;
+        return std::filesystem::is_directory("/dev/shm", ignored) ? ZtTestTempDir("/dev/shm")
+                                                                  : ZtTestTempDir();
+    }();
     return folder;
 }
 
@@ -39,16 +42,6 @@ std::wstring ZtFuzzWrite(const std::string& name, const std::uint8_t* data, std:
 
 std::wstring ZtFuzzSample(const char* name) {
     return ZtUSysString::Utf8ToWide(std::string(ZT_SOURCE_DIR "/examples/plant/") + name);
-}
-
-ZtDgnModel* ZtFuzzAddSampleModel(ZtOpState& state) {
-    std::string reason;
-    std::unique_ptr<ZtDgnModel> model = ZtDgnReadModel(
-        ZtFuzzSample("pipes.dgn").c_str(), state.EditNameDict(), true, nullptr, &reason);
-    ZtFuzzCheck(model != nullptr, "the sample model did not load");
-    ZtDgnModel* loaded = model.get();
-    state.GetRootNode()->AddChild(model.release());
-    return loaded;
 }
 
 void ZtFuzzCheck(bool condition, const char* what) {

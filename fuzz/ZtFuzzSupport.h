@@ -3,9 +3,6 @@
 #include <cstdint>
 #include <string>
 
-class ZtDgnModel;
-class ZtOpState;
-
 // What the fuzz targets share. The readers open files by name, so each input is written
 // to a file in a folder of this process, which goes at exit.
 
@@ -19,9 +16,6 @@ std::string ZtFuzzNewFile(const std::string& name);
 std::wstring ZtFuzzWrite(const std::string& name, const std::uint8_t* data, std::size_t size);
 // The wide path of a file of the bundled sample review.
 std::wstring ZtFuzzSample(const char* name);
-// The sample's pipe model loaded into the document's scene, as a control file's models
-// are; null if it did not load.
-ZtDgnModel* ZtFuzzAddSampleModel(ZtOpState& state);
 // Ends the run with `what` on standard error unless `condition` holds: a broken promise
 // of a reader is a finding as much as a sanitizer's report.
 void ZtFuzzCheck(bool condition, const char* what);
