@@ -9,9 +9,14 @@
 #include <iterator>
 #include <unistd.h>
 
-ZtTestTempDir::ZtTestTempDir() {
-    const char* base = std::getenv("TMPDIR");
-    std::string pattern = std::string(base && *base ? base : "/tmp") + "/zttest-XXXXXX";
+ZtTestTempDir::ZtTestTempDir()
+    : ZtTestTempDir([] {
+          const char* base = std::getenv("TMPDIR");
+          return std::string(base && *base ? base : "/tmp");
+      }()) {}
+
+ZtTestTempDir::ZtTestTempDir(const std::string& base) {
+    std::string pattern = base + "/zttest-XXXXXX";
     if (::mkdtemp(pattern.data()))
         path_ = pattern;
 }

@@ -1,11 +1,12 @@
 #pragma once
 #include <string>
 
-// A fresh folder under the system's temporary folder, removed with all it holds when the
-// object goes.
+// A fresh folder under the system's temporary folder (or under `base`), removed with all it
+// holds when the object goes.
 class ZtTestTempDir {
 public:
     ZtTestTempDir();
+    explicit ZtTestTempDir(const std::string& base);
     ~ZtTestTempDir();
     ZtTestTempDir(const ZtTestTempDir&) = delete;
     ZtTestTempDir& operator=(const ZtTestTempDir&) = delete;

@@ -43,7 +43,9 @@ bool ZtDgnElementStream::Open(const std::string& path, std::string* reason) {
     // The stream does its own buffering.
     std::setvbuf(file_, nullptr, _IONBF, 0);
     fileSize_ = static_cast<std::uint64_t>(status.st_size);
-    buffer_.resize(kReadSize + kMaxElementBytes);
+    // A file smaller than one read needs no more room than itself besides an element.
+    buffer_.resize(static_cast<std::size_t>(std::min<std::uint64_t>(fileSize_, kReadSize)) +
+                   kMaxElementBytes);
     return true;
 }
 

@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <cstring>
 #include <cwchar>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
@@ -37,10 +38,17 @@ bool IsPlainAscii(const unsigned char* bytes) {
 
 ZtUFile::ZtUFile(int descriptor, Mode mode)
     : descriptor_(descriptor), mode_(mode), ended_(mode != Mode::kRead) {
-    if (mode_ == Mode::kRead) {
-        bytes_ = std::make_unique<unsigned char[]>(kChunk + kLookahead);
-        units_ = std::make_unique<wchar_t[]>(kChunk + kLookahead);
-    }
+    if (mode_ != Mode::kRead)
+        return;
+    // A small file takes buffers in proportion to it; one that grows while it is read is
+    // still read whole, in smaller pieces.
+    struct stat status;
+    if (::fstat(descriptor_, &status) == 0 && S_ISREG(status.st_mode))
+        readSize_ = std::clamp(static_cast<std::size_t>(status.st_size), kSmallChunk, kChunk);
+    // Left uninitialised: every byte and unit is written before it is read, and clearing
+    // them would cost as much as reading a small file.
+    bytes_ = std::make_unique_for_overwrite<unsigned char[]>(readSize_ + kLookahead);
+    units_ = std::make_unique_for_overwrite<wchar_t[]>(readSize_ + kLookahead);
 }
 
 ZtUFile::ZtUFile(int descriptor, std::string temporary, std::string target, std::string shownPath)
@@ -69,7 +77,7 @@ void ZtUFile::DecodeChunk() {
     std::size_t available = carried_;
     ssize_t got;
     do {
-        got = ::read(descriptor_, bytes_.get() + available, kChunk);
+        got = ::read(descriptor_, bytes_.get() + available, readSize_);
     } while (got < 0 && errno == EINTR);
     if (got < 0)
         error_ = true;

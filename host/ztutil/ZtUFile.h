@@ -49,6 +49,8 @@ public:
 
 private:
     static constexpr std::size_t kChunk = 64 * 1024;
+    // The smallest read of a file smaller than a chunk.
+    static constexpr std::size_t kSmallChunk = 4 * 1024;
     // The longest stretch of bytes that decoding one unit can depend on: a 4-byte UTF-8
     // sequence, or a UTF-16 CR and the unit behind it.
     static constexpr std::size_t kLookahead = 4;
@@ -84,6 +86,8 @@ private:
     std::unique_ptr<unsigned char[]> bytes_;
     std::unique_ptr<wchar_t[]> units_;
     std::size_t carried_ = 0;
+    // Bytes a read asks for: a chunk, or less for a file that is smaller.
+    std::size_t readSize_ = kChunk;
 
     // Write side. A high surrogate waits here for its low half.
     std::string pending_;
