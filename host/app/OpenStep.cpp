@@ -12,6 +12,7 @@
 
 #include <cstdio>
 #include <map>
+#include <string_view>
 
 namespace {
 
@@ -29,8 +30,9 @@ void SetParameters(ZtOpSceneSetPlugin& loader, const OpenParameters& parameters)
     loader.ISetParameter(2, value);
 }
 
-// The models already in the scene, by the absolute path they were loaded from.
-using LoadedModels = std::map<std::wstring, ZtDgnModel*>;
+// The models already in the scene, by the load file of the first reference to each: all
+// load files resolve against the same folder, and the references outlive the map.
+using LoadedModels = std::map<std::wstring_view, ZtDgnModel*>;
 
 // Loads the model of one reference into the scene; null with the reason in `why`.
 // References to a file already loaded share its model: a control file that names one
@@ -52,18 +54,17 @@ ZtDgnModel* LoadRef(ZtOpState& state, ZtDgnLoaderPlugin* dgnLoader, const ZtOpSc
                ZtDgnLoaderPlugin::kRegisteredName;
         return nullptr;
     }
+    if (auto found = loaded.find(loadFile.Str()); found != loaded.end())
+        return found->second;
     ZtUWideStringBuffer path;
     ZtUSysFile::MakeAbsoluteW(folder.GetString(), loadFile.GetString(), &path);
-    std::wstring key(path.GetString());
-    if (auto found = loaded.find(key); found != loaded.end())
-        return found->second;
     std::unique_ptr<ZtDgnModel> model =
         dgnLoader->LoadModel(path.GetString(), state.EditNameDict(), progress, why);
     if (!model)
         return nullptr;
     ZtDgnModel* added = model.get();
     state.GetRootNode()->AddChild(model.release());
-    loaded.emplace(std::move(key), added);
+    loaded.emplace(loadFile.Str(), added);
     return added;
 }
 
