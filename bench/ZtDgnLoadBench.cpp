@@ -2,7 +2,7 @@
 // element headers alone. Each benchmark reports the process's resident memory at its
 // start ("start_MiB") and its peak during the run ("peak_MiB"; the kernel's high-water
 // mark is reset first).
-#include "tools/ZtTestDgnWriter.h"
+#include "tools/ZtTestBigModel.h"
 #include "ztlddgn/ZtDgnBytes.h"
 #include "ztlddgn/ZtDgnElementStream.h"
 #include "ztlddgn/ZtDgnReader.h"
@@ -20,8 +20,6 @@ namespace {
 
 constexpr int kElements = 1000000;
 
-// Line strings with a DMRS linkage, and every 100th piece a cell of two shapes, on
-// varying levels and colours: about 80 bytes an element.
 // The generated file, removed when the program ends.
 struct BenchFile {
     std::string path;
@@ -33,29 +31,7 @@ const std::string& ModelFile() {
         const std::string file = (std::filesystem::temp_directory_path() /
                                   ("ztlddgn-bench-" + std::to_string(::getpid()) + ".dgn"))
                                      .string();
-        ZtTestDgnWriter writer(3, {1000, 80, "m", "mm", {0, 0, 0}});
-        int written = 0;
-        for (int i = 0; written < kElements; ++i) {
-            ZtTestDgnSymbology s;
-            s.level = 1 + i % 63;
-            s.colour = i % 256;
-            s.linkages = {ZtTestDmrsLinkage(12, static_cast<std::uint32_t>(i))};
-            const std::int32_t x = (i % 1000) * 8000, y = (i / 1000) * 8000;
-            if (i % 100 == 99 && written + 3 <= kElements) {
-                writer.BeginCell(s);
-                ZtTestDgnSymbology part;
-                writer.Shape(part, {{x, y, 0}, {x + 4000, y, 0}, {x, y + 4000, 0}, {x, y, 0}});
-                writer.Shape(part,
-                             {{x, y, 800}, {x + 4000, y, 800}, {x, y + 4000, 800}, {x, y, 800}});
-                writer.EndGroup();
-                written += 3;
-            } else {
-                writer.LineString(s, {{x, y, 0}, {x + 6000, y + 2000, 1600}});
-                ++written;
-            }
-        }
-        writer.EndOfDesign();
-        writer.Save(file);
+        ZtTestBigModel(kElements).Save(file);
         return file;
     }()};
     return file.path;

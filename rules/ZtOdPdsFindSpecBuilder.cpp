@@ -6,6 +6,10 @@
 #include "ztplugin/ZtOpSavedItem.h"
 #include "ztplugin/ZtOpSelectionSet.h"
 
+// The file's budget of conditions bounds its memory only while each condition is small:
+// names and value texts are shared, not held by each condition.
+static_assert(sizeof(ZtOpFindCondition) <= 64);
+
 ZtOdPdsFindSpecBuilder::ZtOdPdsFindSpecBuilder(const wchar_t* name, std::uint64_t maxConditions)
     : name_(name), findSpec_(new ZtOpFindSpec), maxConditions_(maxConditions) {}
 

@@ -16,7 +16,7 @@ struct StepKind {
 
 constexpr StepKind kSteps[] = {
     {"plugins", false},    {"open", true},    {"import-tags", true}, {"import-dst", true},
-    {"export-tags", true}, {"select", false}, {"model", true},
+    {"export-tags", true}, {"select", false}, {"model", true},       {"report", true},
 };
 
 const StepKind* FindStep(const std::string& name) {
@@ -46,6 +46,7 @@ const char* UsageText() {
            "  export-tags FILE.tag export the document's review tags\n"
            "  select               evaluate every selection set over the loaded models\n"
            "  model FILE.dgn       load one model into the document's scene\n"
+           "  report FILE.html     write a page that shows the review\n"
            "\n"
            "Options:\n"
            "  --json                    print JSON instead of the readable summary\n"

@@ -71,5 +71,7 @@ std::string ExplainFailure(const Step& step, int status,
         if (status == 64)
             return "no block begins in " + step.argument;
     }
+    if (!writes.empty())
+        return "cannot write " + writes.front().path + ": " + writes.front().reason;
     return StatusMeaning(status);
 }

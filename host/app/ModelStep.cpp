@@ -13,15 +13,6 @@
 
 namespace {
 
-std::vector<const ZtDgnModel*> SceneModels(const ZtOpState& state) {
-    std::vector<const ZtDgnModel*> models;
-    const ZtOaPartition* root = state.GetRootNode();
-    for (int i = 0; root && i < root->GetNumChildren(); ++i)
-        if (const auto* model = dynamic_cast<const ZtDgnModel*>(root->GetChild(i)))
-            models.push_back(model);
-    return models;
-}
-
 void WriteInts(JsonWriter& json, const std::int32_t* values, int count) {
     json.BeginArray(true);
     for (int i = 0; i < count; ++i)
@@ -96,6 +87,15 @@ void WriteElementJson(JsonWriter& json, const ZtDgnModel& model, std::size_t slo
 }
 
 } // namespace
+
+std::vector<const ZtDgnModel*> SceneModels(const ZtOpState& state) {
+    std::vector<const ZtDgnModel*> models;
+    const ZtOaPartition* root = state.GetRootNode();
+    for (int i = 0; root && i < root->GetNumChildren(); ++i)
+        if (const auto* model = dynamic_cast<const ZtDgnModel*>(root->GetChild(i)))
+            models.push_back(model);
+    return models;
+}
 
 int RunModelStep(ZtOpState& state, const std::wstring& path, std::string* error,
                  ZtOpProgress* progress) {

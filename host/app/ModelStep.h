@@ -1,7 +1,9 @@
 #pragma once
 #include <string>
+#include <vector>
 
 class JsonWriter;
+class ZtDgnModel;
 class ZtOpProgress;
 class ZtOpState;
 
@@ -10,6 +12,9 @@ class ZtOpState;
 // in `error` when the file can't be loaded as a model.
 int RunModelStep(ZtOpState& state, const std::wstring& path, std::string* error,
                  ZtOpProgress* progress = nullptr);
+
+// The DGN models of the document's scene, in load order.
+std::vector<const ZtDgnModel*> SceneModels(const ZtOpState& state);
 
 // The value of the report's "models" member: every DGN model of the scene, in load
 // order, with the list of its elements if `elements` is set; a progress hears how much of

@@ -87,19 +87,6 @@ std::string Utf8(const std::wstring& text) {
     return ZtUSysString::WideToUtf8(text);
 }
 
-// Ten significant digits: enough to read, without the noise of a unit conversion's last
-// bits (the JSON has the exact values).
-std::string Number(double value) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.10g", value);
-    return text;
-}
-
-std::string UnitName(ZtOaUnit::Linear unit) {
-    const char* name = ZtOaUnit::Abbreviation(unit);
-    return *name ? name : "unit " + std::to_string(static_cast<int>(unit));
-}
-
 void WriteTransformJson(JsonWriter& json, const ZtLAffine3f& transform) {
     const ZtLMatrix3f& m = transform.GetMatrix();
     json.BeginObject();
@@ -134,6 +121,17 @@ void WriteModelJson(JsonWriter& json, const ZtDgnModel* model) {
 }
 
 } // namespace
+
+std::string ReadableNumber(double value) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.10g", value);
+    return text;
+}
+
+std::string UnitName(ZtOaUnit::Linear unit) {
+    const char* name = ZtOaUnit::Abbreviation(unit);
+    return *name ? name : "unit " + std::to_string(static_cast<int>(unit));
+}
 
 std::optional<int> InputFilesValue(const std::string& name) {
     const char* const names[] = {"model", "cache", "either"};
@@ -250,16 +248,16 @@ void AppendSceneSetSummary(std::string& out, const OpenedSceneSet& sceneSet) {
         const ZtDgnModelHeader& header = model.GetHeader();
         out += ": " + Utf8(model.GetSourceFilename().Str()) + "\n";
         out += "     model in " + header.masterUnitName + " / " + header.subUnitName + ", " +
-               Number(model.GetUorsPerMaster()) + " UORs per master unit, " +
+               ReadableNumber(model.GetUorsPerMaster()) + " UORs per master unit, " +
                std::to_string(model.GetNumElements()) + " elements; reference units " +
                UnitName(ref.GetLinearUnits()) + "\n";
         const ZtLMatrix3f& m = ref.GetTransform().GetMatrix();
         const ZtLVec3f& t = ref.GetTransform().GetTranslation();
         out += "     placed by rows (";
         for (int row = 0; row < 3; ++row)
-            out += (row ? ") (" : "") + Number(m.Get(row, 0)) + " " + Number(m.Get(row, 1)) + " " +
-                   Number(m.Get(row, 2));
-        out += "), then moved by (" + Number(t.x) + ", " + Number(t.y) + ", " + Number(t.z) + ") " +
-               UnitName(sceneSet.set.GetLinearUnits()) + "\n";
+            out += (row ? ") (" : "") + ReadableNumber(m.Get(row, 0)) + " " +
+                   ReadableNumber(m.Get(row, 1)) + " " + ReadableNumber(m.Get(row, 2));
+        out += "), then moved by (" + ReadableNumber(t.x) + ", " + ReadableNumber(t.y) + ", " +
+               ReadableNumber(t.z) + ") " + UnitName(sceneSet.set.GetLinearUnits()) + "\n";
     }
 }

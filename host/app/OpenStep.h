@@ -19,6 +19,12 @@ struct OpenParameters {
     bool importDisplaySets = true; // false with --no-display-sets
 };
 
+// A number in ten significant digits: enough to read, without the noise of a unit
+// conversion's last bits (the JSON has the exact values).
+std::string ReadableNumber(double value);
+// A linear unit's short name ("m"), or "unit N" for a value outside the enumeration.
+std::string UnitName(ZtOaUnit::Linear unit);
+
 // The value of --input-files for its name ("model", "cache", "either"), or none.
 std::optional<int> InputFilesValue(const std::string& name);
 

@@ -298,18 +298,9 @@ void AppendItemSummary(std::string& out, const ZtOpSavedItem& item, const std::s
         return;
     const ZtOpFindSpec* spec =
         static_cast<const ZtOpSelectionSet&>(item).GetImplicitSelection().GetImplicitFindSpec();
-    for (std::size_t i = 0; spec && i < spec->GetNumConditions(); ++i) {
-        const ZtOpFindCondition& condition = spec->GetCondition(i);
-        if (i == 0)
-            out += indent + "  rule: ";
-        else if (condition.HasFlags(ZtOpFindConditionFlags::kNewAlternative))
-            out += "\n" + indent + "    or: ";
-        else
-            out += " and ";
-        out += ConditionText(condition);
-    }
-    if (spec && spec->GetNumConditions() > 0)
-        out += "\n";
+    const std::vector<std::string> lines = FindSpecRuleLines(spec);
+    for (std::size_t i = 0; i < lines.size(); ++i)
+        out += indent + (i == 0 ? "  rule: " : "    or: ") + lines[i] + "\n";
 }
 
 void CountItem(SavedItemCounts& counts, const ZtOpSavedItem& item) {
@@ -399,4 +390,17 @@ SavedItemCounts CountSavedItems(const ZtOpState& state) {
         if (root)
             CountItem(counts, *root);
     return counts;
+}
+
+std::vector<std::string> FindSpecRuleLines(const ZtOpFindSpec* spec) {
+    std::vector<std::string> lines;
+    for (std::size_t i = 0; spec && i < spec->GetNumConditions(); ++i) {
+        const ZtOpFindCondition& condition = spec->GetCondition(i);
+        if (i == 0 || condition.HasFlags(ZtOpFindConditionFlags::kNewAlternative))
+            lines.emplace_back();
+        else
+            lines.back() += " and ";
+        lines.back() += ConditionText(condition);
+    }
+    return lines;
 }

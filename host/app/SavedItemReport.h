@@ -1,8 +1,10 @@
 #pragma once
 #include <cstddef>
 #include <string>
+#include <vector>
 
 class JsonWriter;
+class ZtOpFindSpec;
 class ZtOpSavedItem;
 class ZtOpState;
 
@@ -36,3 +38,7 @@ struct SavedItemCounts {
     std::size_t selectionSets = 0;
 };
 SavedItemCounts CountSavedItems(const ZtOpState& state);
+
+// A find spec's rule, readably: one line per alternative, its conditions joined by "and"
+// (such as `Level = "Level 10"`). None for a spec without conditions or no spec.
+std::vector<std::string> FindSpecRuleLines(const ZtOpFindSpec* spec);

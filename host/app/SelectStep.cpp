@@ -33,11 +33,13 @@ std::vector<const ZtOpSelectionSet*> SelectionSets(const ZtOpFolderItem& folder)
 
 } // namespace
 
-std::vector<SelectionResult> ComputeSelections(const ZtOpState& state, ZtOpProgress* progress) {
+std::vector<const ZtOpSelectionSet*> DocumentSelectionSets(const ZtOpState& state) {
     const ZtOpSelectionSetsElement* element = ZtOpSelectionSetsElement::Get(&state);
-    if (!element)
-        return {};
-    const std::vector<const ZtOpSelectionSet*> sets = SelectionSets(*element->Get());
+    return element ? SelectionSets(*element->Get()) : std::vector<const ZtOpSelectionSet*>();
+}
+
+std::vector<SelectionResult> ComputeSelections(const ZtOpState& state, ZtOpProgress* progress) {
+    const std::vector<const ZtOpSelectionSet*> sets = DocumentSelectionSets(state);
     // A set without a find spec selects nothing; an empty spec stands in for it.
     const ZtOpFindSpec none;
     std::vector<const ZtOpFindSpec*> specs;

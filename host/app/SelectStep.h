@@ -5,6 +5,7 @@
 
 class JsonWriter;
 class ZtOpProgress;
+class ZtOpSelectionSet;
 class ZtOpState;
 
 // An element that a selection set selected: its model's name and its index there.
@@ -19,6 +20,10 @@ struct SelectionResult {
     std::wstring name;
     std::vector<SelectedElement> elements;
 };
+
+// The document's selection sets, those in folders too, depth first: the order of the
+// `select` step's results.
+std::vector<const ZtOpSelectionSet*> DocumentSelectionSets(const ZtOpState& state);
 
 // The `select` step: evaluates every selection set of the document (those in folders
 // too, depth first) over the models of its scene, reporting how far the walk got.

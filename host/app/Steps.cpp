@@ -4,6 +4,8 @@
 #include "app/DisplaySetBudget.h"
 #include "app/ExportedTagFile.h"
 #include "app/ModelStep.h"
+#include "app/ReportPage.h"
+#include "app/ReportScene.h"
 #include "app/SavedItemReport.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztobject/ZtOaPartition.h"
@@ -154,6 +156,13 @@ StepOutcome Select(Session& session, const Step&) {
     return {0, {}, {{"sets", session.selections->size()}, {"elementsSelected", selected}}};
 }
 
+// The review report page. The host's file layer records why a page could not be written.
+StepOutcome WriteReport(Session& session, const Step& step) {
+    if (!WriteReportPage(GatherReportScene(session), step.argument))
+        return {kExitWriteFailed, {}, {}};
+    return {};
+}
+
 struct StepEntry {
     const char* name;
     StepHandler handler;
@@ -169,6 +178,7 @@ constexpr StepEntry kHandlers[] = {
     {"import-dst", ImportDisplaySets, "ZtOdPdsDstImportPlugin"},
     {"model", LoadModel, nullptr},
     {"select", Select, nullptr},
+    {"report", WriteReport, nullptr},
 };
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "ztutil/ZtUData.h"
 
 #include <cstdint>
+#include <string_view>
 
 ZtUData::ZtUData(const ZtUData& other) {
     *this = other;
@@ -47,7 +48,7 @@ void ZtUData::Clear() {
     if (type_ == kName && name_)
         name_->Release();
     type_ = kEmpty;
-    text_.SetString(L"");
+    text_.reset();
 }
 
 void ZtUData::SetBool(bool value) {
@@ -82,8 +83,8 @@ void ZtUData::SetDouble(double value) {
 
 void ZtUData::SetWideString(const wchar_t* value) {
     Clear();
+    text_ = std::make_shared<const std::wstring>(value ? value : L"");
     type_ = kWideString;
-    text_.SetString(value);
 }
 
 void ZtUData::SetName(ZtUName* name) {
@@ -164,7 +165,7 @@ bool ZtUData::operator==(const ZtUData& other) const {
     case kDouble:
         return d_ == other.d_;
     case kWideString:
-        return text_ == other.text_;
+        return std::wstring_view(GetWideString()) == other.GetWideString();
     case kName:
         return name_ == other.name_;
     }

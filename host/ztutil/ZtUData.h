@@ -3,8 +3,12 @@
 #include "ztutil/ZtUWideString.h"
 
 #include <cstdint>
+#include <memory>
+#include <string>
 
-// The host's variant value. A data value that holds a name holds one count on it.
+// The host's variant value. A data value that holds a name holds one count on it. Copies
+// of a text value share its text, which is never changed in place, so that values that
+// repeat one text (the conditions of find specs) cost no more than a pointer each.
 class ZtUData {
 public:
     enum Type { kEmpty, kBool, kInt32, kInt64, kUInt64, kDouble, kWideString, kName };
@@ -33,7 +37,9 @@ public:
     std::int64_t GetInt64() const;
     std::uint64_t GetUInt64() const;
     double GetDouble() const;
-    const wchar_t* GetWideString() const { return type_ == kWideString ? text_.GetString() : L""; }
+    const wchar_t* GetWideString() const {
+        return type_ == kWideString && text_ ? text_->c_str() : L"";
+    }
     ZtUName* GetName() const { return type_ == kName ? name_ : nullptr; }
 
     bool operator==(const ZtUData& other) const;
@@ -47,5 +53,5 @@ private:
         double d_;
         ZtUName* name_;
     };
-    ZtUWideString text_;
+    std::shared_ptr<const std::wstring> text_;
 };

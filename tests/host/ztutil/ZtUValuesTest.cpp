@@ -52,6 +52,24 @@ TEST(ZtUData, HoldsACountOnItsName) {
     // The last holder deleted it: the sanitizer run would report a leak otherwise.
 }
 
+// Find specs repeat one value text many times over; each copy must not cost a text.
+TEST(ZtUData, CopiesShareATextAndStayIndependent) {
+    ZtUData a;
+    a.SetWideString(L"a value longer than any short-string buffer");
+    ZtUData b = a;
+    EXPECT_EQ(b.GetWideString(), a.GetWideString());
+    EXPECT_TRUE(a == b);
+    ZtUData c;
+    c.SetWideString(a.GetWideString());
+    EXPECT_TRUE(a == c) << "equal texts compare equal whether shared or not";
+    b.SetWideString(L"other");
+    EXPECT_STREQ(a.GetWideString(), L"a value longer than any short-string buffer");
+    EXPECT_FALSE(a == b);
+    a.Clear();
+    EXPECT_STREQ(a.GetWideString(), L"");
+    EXPECT_STREQ(c.GetWideString(), L"a value longer than any short-string buffer");
+}
+
 TEST(ZtUNameDict, InternsOneNameAPair) {
     ZtUNameDict dict;
     ZtUName* a = dict.Find(L"Element", "ZtDgnElement");
