@@ -177,8 +177,16 @@ void ZtOdPdsDriLoaderPlugin::AddSceneRef(const ZtUWideStringBuffer& value,
                                          ZtOpSceneSet* set) const {
     if (!set)
         return;
-    ZtUWideStringBuffer name = value;
-    name.Trim();
+    // A copy only where there is something to trim: a long name is held once less.
+    ZtUWideStringBuffer trimmed;
+    const std::size_t length = value.GetLength();
+    const bool padded = length > 0 && (ZtUIsWhiteSpace(value.CharAtPos(0)) ||
+                                       ZtUIsWhiteSpace(value.CharAtPos(length - 1)));
+    if (padded) {
+        trimmed = value;
+        trimmed.Trim();
+    }
+    const ZtUWideStringBuffer& name = padded ? trimmed : value;
 
     ZtUWideStringBuffer cache;
     bool hasCache = false;

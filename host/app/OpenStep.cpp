@@ -11,6 +11,8 @@
 #include "ztutil/ZtUSysString.h"
 
 #include <cstdio>
+#include <map>
+#include <string_view>
 
 namespace {
 
@@ -28,9 +30,16 @@ void SetParameters(ZtOpSceneSetPlugin& loader, const OpenParameters& parameters)
     loader.ISetParameter(2, value);
 }
 
+// The models already in the scene, by the load file of the first reference to each: all
+// load files resolve against the same folder, and the references outlive the map.
+using LoadedModels = std::map<std::wstring_view, ZtDgnModel*>;
+
 // Loads the model of one reference into the scene; null with the reason in `why`.
+// References to a file already loaded share its model: a control file that names one
+// model thousands of times takes its memory once.
 ZtDgnModel* LoadRef(ZtOpState& state, ZtDgnLoaderPlugin* dgnLoader, const ZtOpSceneRef& ref,
-                    const ZtUWideStringBuffer& folder, ZtOpProgress* progress, std::string* why) {
+                    const ZtUWideStringBuffer& folder, LoadedModels& loaded, ZtOpProgress* progress,
+                    std::string* why) {
     const ZtUWideString& loadFile = ref.GetLoadFile();
     if (loadFile.IsEmpty()) {
         *why = "no file to load: there is no cache file, and only cache files are asked for";
@@ -45,15 +54,18 @@ ZtDgnModel* LoadRef(ZtOpState& state, ZtDgnLoaderPlugin* dgnLoader, const ZtOpSc
                ZtDgnLoaderPlugin::kRegisteredName;
         return nullptr;
     }
+    if (auto found = loaded.find(loadFile.Str()); found != loaded.end())
+        return found->second;
     ZtUWideStringBuffer path;
     ZtUSysFile::MakeAbsoluteW(folder.GetString(), loadFile.GetString(), &path);
     std::unique_ptr<ZtDgnModel> model =
         dgnLoader->LoadModel(path.GetString(), state.EditNameDict(), progress, why);
     if (!model)
         return nullptr;
-    ZtDgnModel* loaded = model.get();
+    ZtDgnModel* added = model.get();
     state.GetRootNode()->AddChild(model.release());
-    return loaded;
+    loaded.emplace(loadFile.Str(), added);
+    return added;
 }
 
 // The files beside the control file that finishing the set imports, one progress pass
@@ -151,6 +163,7 @@ int RunOpenStep(ZtOpState& state, ZtOpSceneSetPlugin& loader, const std::wstring
     // The bar runs once: the models share their part by count, the side files theirs.
     const double modelsEnd = sideFiles == 0 ? 1.0 : 0.5;
     opened->refs.resize(count);
+    LoadedModels loaded;
     for (std::size_t i = 0; i < count; ++i) {
         ZtOpSceneRef* ref = opened->set.GetSceneRefs()[i];
         if (progress)
@@ -158,7 +171,7 @@ int RunOpenStep(ZtOpState& state, ZtOpSceneSetPlugin& loader, const std::wstring
                                         static_cast<double>(count));
         OpenedRef& outcome = opened->refs[i];
         if (ZtDgnModel* model =
-                LoadRef(state, dgnLoader, *ref, folder, progress, &outcome.notLoaded)) {
+                LoadRef(state, dgnLoader, *ref, folder, loaded, progress, &outcome.notLoaded)) {
             outcome.model = model;
             loader.IPlaceSceneRef(record, &opened->set, ref, model);
         }

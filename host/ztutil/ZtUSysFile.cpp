@@ -100,32 +100,34 @@ ZtUFile* OpenReplacement(const std::string& target, unsigned permissions) {
     return new ZtUFile(descriptor, std::move(temporary), std::move(resolved), target);
 }
 
-std::wstring Normalise(const std::wstring& path) {
-    const bool absolute = !path.empty() && IsSeparator(path[0]);
-    std::vector<std::wstring> elements;
+// Appends the elements of `path` to `out`, a normalised path, resolving "." and ".."
+// as it goes: no element is copied apart, so a long name is held once.
+void AppendNormalised(std::wstring_view path, bool absolute, std::wstring& out) {
+    const std::size_t root = absolute ? 1 : 0;
     std::size_t start = 0;
     while (start <= path.size()) {
         std::size_t end = start;
         while (end < path.size() && !IsSeparator(path[end]))
             ++end;
-        std::wstring element = path.substr(start, end - start);
-        if (element == L"..") {
-            if (!elements.empty() && elements.back() != L"..")
-                elements.pop_back();
-            else if (!absolute)
-                elements.push_back(element);
-        } else if (!element.empty() && element != L".") {
-            elements.push_back(std::move(element));
-        }
+        const std::wstring_view element = path.substr(start, end - start);
         start = end + 1;
-    }
-    std::wstring out = absolute ? L"/" : L"";
-    for (std::size_t i = 0; i < elements.size(); ++i) {
-        if (i > 0)
+        if (element.empty() || element == L".")
+            continue;
+        if (element == L"..") {
+            const std::size_t separator = out.find_last_of(L'/');
+            const std::size_t last =
+                separator == std::wstring::npos || separator < root ? root : separator + 1;
+            if (out.size() > root && std::wstring_view(out).substr(last) != L"..") {
+                out.resize(last > root ? last - 1 : root);
+                continue;
+            }
+            if (absolute)
+                continue;
+        }
+        if (out.size() > root)
             out += L'/';
-        out += elements[i];
+        out += element;
     }
-    return out.empty() ? L"." : out;
 }
 
 } // namespace
@@ -234,11 +236,18 @@ void ZtUSysFile::MakeAbsoluteW(const wchar_t* folder, const wchar_t* path,
                                ZtUWideStringBuffer* out) {
     if (!out)
         return;
-    const std::wstring relative = path ? path : L"";
-    const std::wstring base = folder ? folder : L"";
-    const bool absolute = !relative.empty() && IsSeparator(relative[0]);
-    const std::wstring joined = absolute || base.empty() ? relative : base + L'/' + relative;
-    out->SetString(Normalise(joined).c_str());
+    const std::wstring_view relative = path ? path : L"";
+    const std::wstring_view base =
+        folder && !(!relative.empty() && IsSeparator(relative[0])) ? folder : L"";
+    const std::wstring_view first = base.empty() ? relative : base;
+    const bool absolute = !first.empty() && IsSeparator(first[0]);
+    std::wstring normalised = absolute ? L"/" : L"";
+    normalised.reserve(base.size() + 1 + relative.size());
+    AppendNormalised(base, absolute, normalised);
+    AppendNormalised(relative, absolute, normalised);
+    if (normalised.empty())
+        normalised = L".";
+    out->SetString(normalised.c_str(), normalised.size());
 }
 
 bool ZtUSysFile::ExistsW(const wchar_t* path) {

@@ -100,6 +100,24 @@ TEST(HostileInput, ATwentyMegabyteLineIsReadWithinTheMemoryBound) {
     }
 }
 
+// Ten thousand references to one small model load it once: memory follows the control
+// file, not the count of references.
+TEST(HostileInput, ManyReferencesToOneModelShareIt) {
+    ZtTestTempDir dir;
+    ASSERT_TRUE(ZtTestWriteBytes(dir.File("pipes.dgn"), ZtTestReadBytes(kPipes)));
+    std::string control = "DesignReview_Control{\n";
+    for (int i = 0; i < 10000; ++i)
+        control += "dgn{name{pipes.dgn}}\n";
+    control += "}\n";
+    ASSERT_TRUE(ZtTestWriteBytes(dir.File("many.dri"), control));
+    const ProgramRun run = RunProgram(kProgram, {"--quiet", "open", dir.File("many.dri")});
+    EXPECT_EQ(run.exitStatus, 0) << run.err;
+    EXPECT_NE(run.out.find("10000 models loaded, 0 models not loaded"), std::string::npos)
+        << run.out.substr(run.out.size() > 2000 ? run.out.size() - 2000 : 0);
+    EXPECT_NE(run.out.find("  10000. pipes.dgn: " + dir.File("pipes.dgn")), std::string::npos);
+    ExpectWithinMemoryBound(run, control.size(), "many.dri");
+}
+
 // With too little memory for a 20 MB model name, the run ends with a word from
 // pdsreview, whether the library or the host ran short, never with an abort. The
 // sanitizer needs more address space than the limit allows.

@@ -100,6 +100,8 @@ TEST(ZtUSysFilePaths, MakeAbsolute) {
         {L"", L"a.dgn", L"a.dgn"},
         {L"/m", L"", L"/m"},
         {L"m", L"..", L"."},
+        {L"/m/a", L"../..", L"/"},
+        {L"a/b", L"../../..", L".."},
     };
     for (const Case& c : cases) {
         ZtUWideStringBuffer out(L"old");
