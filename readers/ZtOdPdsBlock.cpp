@@ -9,17 +9,19 @@ int ZtOdPdsBlock::NextChild(ZtOdPdsBlock* child) {
     if (!child || child == this)
         return 0;
     child->AddFlags(flags_);
-    ZtOdPdsBlockReader reader(child, 0);
     const std::wstring& value = value_.Str();
     // The cursor is 32 bits wide; a value longer than that is read no further.
     const std::size_t end =
         std::min(value.size(), static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max()));
-    std::size_t at = static_cast<std::size_t>(cursor_);
+    std::size_t at = std::min(static_cast<std::size_t>(cursor_), end);
+    // The child's name and value are slices of this value until they are set.
+    ZtOdPdsBlockReader reader(child, 0, value.data() + at);
     int result = 0;
     // A closing brace with nothing open (kUnmatchedClose) is passed over: what follows it
     // is gathered below depth 0 and makes no block unless later braces make up for it.
     while (at < end) {
-        if (reader.FeedChar(value[at++]) == ZtOdPdsBlockReader::kComplete) {
+        ++at;
+        if (reader.FeedNext() == ZtOdPdsBlockReader::kComplete) {
             result = 1;
             break;
         }

@@ -2,6 +2,8 @@
 
 #include "ztutil/ZtUMemory.h"
 
+#include <cwchar>
+
 namespace {
 
 constexpr std::size_t kInitialCapacity = 512;
@@ -20,6 +22,15 @@ ZtOdPdsBlockReader::Buffer ZtOdPdsBlockReader::Grow(Buffer buffer) {
     if (!grown)
         return buffer;
     return {static_cast<wchar_t*>(grown), capacity};
+}
+
+ZtOdPdsBlockReader::Buffer ZtOdPdsBlockReader::Copy(const wchar_t* text, std::size_t length) {
+    const std::size_t capacity = length + length / 2 + kInitialCapacity;
+    auto* copy = static_cast<wchar_t*>(ZtUMemory::Alloc(capacity * sizeof(wchar_t)));
+    if (!copy)
+        return {nullptr, 0};
+    std::wmemcpy(copy, text, length);
+    return {copy, capacity};
 }
 
 void ZtOdPdsBlockReader::Free(wchar_t* text) {

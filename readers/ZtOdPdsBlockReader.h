@@ -18,6 +18,10 @@
 // A reader lives on the stack of one source call and runs once per character. Everything
 // it does is inline and nothing takes its address, so that the compiler can keep its
 // fields in registers for the length of the character loop.
+//
+// A reader over text already in memory (FeedNext) gathers slices of that text instead of
+// copying it, so that a block read from a value holds no third copy of it; only text that
+// is not one run of the input (behind a stray closing brace) is copied into a buffer.
 class ZtOdPdsBlockReader {
 public:
     enum Result : int {
@@ -36,7 +40,14 @@ public:
         flags_ = block_->GetFlags();
         const Buffer buffer = Allocate();
         buffer_ = buffer.text;
+        text_ = buffer_;
         capacity_ = buffer.capacity;
+    }
+    // A reader over `text`, fed one character after another with FeedNext.
+    ZtOdPdsBlockReader(ZtOdPdsBlock* block, std::int32_t stopAtName, const wchar_t* text)
+        : stopAtName_(stopAtName), text_(text), next_(text), block_(block) {
+        block_->Clear();
+        flags_ = block_->GetFlags();
     }
     ~ZtOdPdsBlockReader() { Free(buffer_); }
     ZtOdPdsBlockReader(const ZtOdPdsBlockReader&) = delete;
@@ -64,6 +75,12 @@ public:
         return complete_ ? kComplete : kContinue;
     }
 
+    // Takes the next character of the text given to the constructor.
+    int FeedNext() {
+        const wchar_t c = *next_++;
+        return FeedChar(c);
+    }
+
 private:
     struct Buffer {
         wchar_t* text;
@@ -74,6 +91,8 @@ private:
     // is short the old buffer stays and the character is dropped.
     static Buffer Allocate();
     static Buffer Grow(Buffer buffer);
+    // A buffer holding `length` characters of `text` and room to grow.
+    static Buffer Copy(const wchar_t* text, std::size_t length);
     static void Free(wchar_t* text);
 
     int OpenBrace() {
@@ -84,7 +103,7 @@ private:
             count_ = 0;
         }
         if (depth_ == 1) {
-            block_->SetName(buffer_, LengthToNul());
+            block_->SetName(text_, LengthToNul());
             length_ = 0;
             if (stopAtName_ == 1)
                 return kComplete;
@@ -99,7 +118,7 @@ private:
         if (depth_ < 0)
             return kUnmatchedClose;
         if (depth_ == 0) {
-            block_->SetValue(buffer_, LengthToNul());
+            block_->SetValue(text_, LengthToNul());
             length_ = 0;
             complete_ = 1;
             return kComplete;
@@ -120,20 +139,37 @@ private:
     }
 
     bool EndsWithText() const {
-        return length_ >= 4 && buffer_[length_ - 4] == L't' && buffer_[length_ - 3] == L'e' &&
-               buffer_[length_ - 2] == L'x' && buffer_[length_ - 1] == L't';
+        return length_ >= 4 && text_[length_ - 4] == L't' && text_[length_ - 3] == L'e' &&
+               text_[length_ - 2] == L'x' && text_[length_ - 1] == L't';
     }
 
     // The gathered text up to its first NUL.
     std::size_t LengthToNul() const {
-        const wchar_t* nul = std::wmemchr(buffer_, L'\0', length_);
-        return nul ? static_cast<std::size_t>(nul - buffer_) : length_;
+        const wchar_t* nul = std::wmemchr(text_, L'\0', length_);
+        return nul ? static_cast<std::size_t>(nul - text_) : length_;
     }
 
     void Append(wchar_t c) {
+        if (next_ && !buffer_) {
+            // The character just fed extends the slice, or starts it.
+            const wchar_t* at = next_ - 1;
+            if (length_ == 0)
+                text_ = at;
+            if (text_ + length_ == at) {
+                ++length_;
+                return;
+            }
+            const Buffer copy = Copy(text_, length_);
+            if (!copy.text)
+                return;
+            buffer_ = copy.text;
+            text_ = buffer_;
+            capacity_ = copy.capacity;
+        }
         if (length_ == capacity_) {
             const Buffer grown = Grow({buffer_, capacity_});
             buffer_ = grown.text;
+            text_ = buffer_;
             capacity_ = grown.capacity;
         }
         if (length_ < capacity_)
@@ -146,8 +182,12 @@ private:
     std::uint32_t count_ = 0;
     std::uint32_t passThrough_ = 0;
     std::int32_t depth_ = 0;
-    // The gathered text.
+    // The gathered text: the reader's buffer, or a slice of the text it reads.
+    const wchar_t* text_ = nullptr;
+    // The reader's own buffer, if it has one.
     wchar_t* buffer_ = nullptr;
+    // The next character of the text in memory; null when fed by FeedChar.
+    const wchar_t* next_ = nullptr;
     std::size_t length_ = 0;
     std::size_t capacity_ = 0;
     ZtOdPdsBlock* block_;
