@@ -15,7 +15,7 @@ int ZtOdPdsBlock::NextChild(ZtOdPdsBlock* child) {
         std::min(value.size(), static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max()));
     std::size_t at = std::min(static_cast<std::size_t>(cursor_), end);
     // The child's name and value are slices of this value until they are set.
-    ZtOdPdsBlockReader reader(child, 0, value.data() + at);
+    ZtOdPdsSliceBlockReader reader(child, 0, value.data() + at);
     int result = 0;
     // A closing brace with nothing open (kUnmatchedClose) is passed over: what follows it
     // is gathered below depth 0 and makes no block unless later braces make up for it.

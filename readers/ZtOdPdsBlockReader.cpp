@@ -10,12 +10,12 @@ constexpr std::size_t kInitialCapacity = 512;
 
 } // namespace
 
-ZtOdPdsBlockReader::Buffer ZtOdPdsBlockReader::Allocate() {
+ZtOdPdsBlockReaderBase::Buffer ZtOdPdsBlockReaderBase::Allocate() {
     auto* text = static_cast<wchar_t*>(ZtUMemory::Alloc(kInitialCapacity * sizeof(wchar_t)));
     return {text, text ? kInitialCapacity : 0};
 }
 
-ZtOdPdsBlockReader::Buffer ZtOdPdsBlockReader::Grow(Buffer buffer) {
+ZtOdPdsBlockReaderBase::Buffer ZtOdPdsBlockReaderBase::Grow(Buffer buffer) {
     const std::size_t capacity =
         buffer.capacity ? buffer.capacity + buffer.capacity / 2 : kInitialCapacity;
     void* grown = ZtUMemory::Realloc(buffer.text, capacity * sizeof(wchar_t));
@@ -24,7 +24,8 @@ ZtOdPdsBlockReader::Buffer ZtOdPdsBlockReader::Grow(Buffer buffer) {
     return {static_cast<wchar_t*>(grown), capacity};
 }
 
-ZtOdPdsBlockReader::Buffer ZtOdPdsBlockReader::Copy(const wchar_t* text, std::size_t length) {
+ZtOdPdsBlockReaderBase::Buffer ZtOdPdsBlockReaderBase::Copy(const wchar_t* text,
+                                                            std::size_t length) {
     const std::size_t capacity = length + length / 2 + kInitialCapacity;
     auto* copy = static_cast<wchar_t*>(ZtUMemory::Alloc(capacity * sizeof(wchar_t)));
     if (!copy)
@@ -33,6 +34,6 @@ ZtOdPdsBlockReader::Buffer ZtOdPdsBlockReader::Copy(const wchar_t* text, std::si
     return {copy, capacity};
 }
 
-void ZtOdPdsBlockReader::Free(wchar_t* text) {
+void ZtOdPdsBlockReaderBase::Free(wchar_t* text) {
     ZtUMemory::Dealloc(text);
 }

@@ -6,6 +6,32 @@
 #include <cwchar>
 #include <cwctype>
 
+// The parts of the block reader that do not depend on where its characters come from.
+class ZtOdPdsBlockReaderBase {
+public:
+    enum Result : int {
+        kContinue = 0,
+        // The block is complete, or with stop-at-name its name is.
+        kComplete = 1,
+        // A closing brace came with no block open.
+        kUnmatchedClose = 3,
+    };
+
+protected:
+    struct Buffer {
+        wchar_t* text;
+        std::size_t capacity;
+    };
+    // The buffer's memory comes from ZtUMemory; these take and give values only, so that
+    // the reader's address never leaves it. Growing adds half the capacity; when memory
+    // is short the old buffer stays and the character is dropped.
+    static Buffer Allocate();
+    static Buffer Grow(Buffer buffer);
+    // A buffer holding `length` characters of `text` and room to grow.
+    static Buffer Copy(const wchar_t* text, std::size_t length);
+    static void Free(wchar_t* text);
+};
+
 // The character machine of the `name{value}` syntax, for one block: it gathers text,
 // takes the name at the first opening brace and the value at the matching closing brace.
 // Outside any block a line end drops what was gathered, so a name never spans lines.
@@ -19,42 +45,44 @@
 // it does is inline and nothing takes its address, so that the compiler can keep its
 // fields in registers for the length of the character loop.
 //
-// A reader over text already in memory (FeedNext) gathers slices of that text instead of
-// copying it, so that a block read from a value holds no third copy of it; only text that
-// is not one run of the input (behind a stray closing brace) is copied into a buffer.
-class ZtOdPdsBlockReader {
+// A reader fed character by character (kSlices false, FeedChar) gathers into a buffer of
+// its own. A reader over text already in memory (kSlices true, FeedNext) gathers slices of
+// that text instead, so that a block read from a value holds no third copy of it; only text
+// that is not one run of the input (behind a stray closing brace) is copied into a buffer.
+// The choice is made at compile time so that neither loop pays for the other.
+template <bool kSlices> class ZtOdPdsBasicBlockReader : public ZtOdPdsBlockReaderBase {
 public:
-    enum Result : int {
-        kContinue = 0,
-        // The block is complete, or with stop-at-name its name is.
-        kComplete = 1,
-        // A closing brace came with no block open.
-        kUnmatchedClose = 3,
-    };
-
     // Clears `block` (its flags stay) and reads its flags. With `stopAtName` 1 the reader
     // reports kComplete as soon as the name is taken.
-    ZtOdPdsBlockReader(ZtOdPdsBlock* block, std::int32_t stopAtName)
+    ZtOdPdsBasicBlockReader(ZtOdPdsBlock* block, std::int32_t stopAtName) requires(!kSlices)
         : stopAtName_(stopAtName), block_(block) {
         block_->Clear();
         flags_ = block_->GetFlags();
         const Buffer buffer = Allocate();
         buffer_ = buffer.text;
-        text_ = buffer_;
         capacity_ = buffer.capacity;
     }
     // A reader over `text`, fed one character after another with FeedNext.
-    ZtOdPdsBlockReader(ZtOdPdsBlock* block, std::int32_t stopAtName, const wchar_t* text)
-        : stopAtName_(stopAtName), text_(text), next_(text), block_(block) {
+    ZtOdPdsBasicBlockReader(ZtOdPdsBlock* block, std::int32_t stopAtName,
+                            const wchar_t* text) requires kSlices : stopAtName_(stopAtName),
+                                                                    text_(text),
+                                                                    next_(text),
+                                                                    block_(block) {
         block_->Clear();
         flags_ = block_->GetFlags();
     }
-    ~ZtOdPdsBlockReader() { Free(buffer_); }
-    ZtOdPdsBlockReader(const ZtOdPdsBlockReader&) = delete;
-    ZtOdPdsBlockReader& operator=(const ZtOdPdsBlockReader&) = delete;
+    ~ZtOdPdsBasicBlockReader() { Free(buffer_); }
+    ZtOdPdsBasicBlockReader(const ZtOdPdsBasicBlockReader&) = delete;
+    ZtOdPdsBasicBlockReader& operator=(const ZtOdPdsBasicBlockReader&) = delete;
 
     // Takes the next character.
-    int FeedChar(wchar_t c) {
+    int FeedChar(wchar_t c) requires(!kSlices) { return Feed(c); }
+
+    // Takes the next character of the text given to the constructor.
+    int FeedNext() requires kSlices { return Feed(*next_++); }
+
+private:
+    int Feed(wchar_t c) {
         if (passThrough_ != 0) {
             Append(c);
             --passThrough_;
@@ -64,7 +92,7 @@ public:
             return CloseBrace();
         } else if (depth_ == 0) {
             if (c == L'\n' || c == L'\r')
-                length_ = 0;
+                Restart();
             else
                 Append(c);
         } else {
@@ -75,25 +103,13 @@ public:
         return complete_ ? kComplete : kContinue;
     }
 
-    // Takes the next character of the text given to the constructor.
-    int FeedNext() {
-        const wchar_t c = *next_++;
-        return FeedChar(c);
+    // The gathered text.
+    const wchar_t* Text() const {
+        if constexpr (kSlices)
+            return text_;
+        else
+            return buffer_;
     }
-
-private:
-    struct Buffer {
-        wchar_t* text;
-        std::size_t capacity;
-    };
-    // The buffer's memory comes from ZtUMemory; these take and give values only, so that
-    // the reader's address never leaves it. Growing adds half the capacity; when memory
-    // is short the old buffer stays and the character is dropped.
-    static Buffer Allocate();
-    static Buffer Grow(Buffer buffer);
-    // A buffer holding `length` characters of `text` and room to grow.
-    static Buffer Copy(const wchar_t* text, std::size_t length);
-    static void Free(wchar_t* text);
 
     int OpenBrace() {
         ++depth_;
@@ -103,8 +119,8 @@ private:
             count_ = 0;
         }
         if (depth_ == 1) {
-            block_->SetName(text_, LengthToNul());
-            length_ = 0;
+            block_->SetName(Text(), LengthToNul());
+            Restart();
             if (stopAtName_ == 1)
                 return kComplete;
         } else {
@@ -115,10 +131,13 @@ private:
 
     int CloseBrace() {
         --depth_;
-        if (depth_ < 0)
+        if (depth_ < 0) {
+            if constexpr (kSlices)
+                LeaveSlice();
             return kUnmatchedClose;
+        }
         if (depth_ == 0) {
-            block_->SetValue(text_, LengthToNul());
+            block_->SetValue(Text(), LengthToNul());
             length_ = 0;
             complete_ = 1;
             return kComplete;
@@ -139,41 +158,65 @@ private:
     }
 
     bool EndsWithText() const {
-        return length_ >= 4 && text_[length_ - 4] == L't' && text_[length_ - 3] == L'e' &&
-               text_[length_ - 2] == L'x' && text_[length_ - 1] == L't';
+        const wchar_t* text = Text();
+        return length_ >= 4 && text[length_ - 4] == L't' && text[length_ - 3] == L'e' &&
+               text[length_ - 2] == L'x' && text[length_ - 1] == L't';
     }
 
     // The gathered text up to its first NUL.
     std::size_t LengthToNul() const {
-        const wchar_t* nul = std::wmemchr(text_, L'\0', length_);
-        return nul ? static_cast<std::size_t>(nul - text_) : length_;
+        const wchar_t* text = Text();
+        const wchar_t* nul = std::wmemchr(text, L'\0', length_);
+        return nul ? static_cast<std::size_t>(nul - text) : length_;
+    }
+
+    // Drops the gathered text; with kSlices, the next slice starts at the next character.
+    void Restart() {
+        length_ = 0;
+        if constexpr (kSlices) {
+            if (!buffer_)
+                text_ = next_;
+        }
     }
 
     void Append(wchar_t c) {
-        if (next_ && !buffer_) {
-            // The character just fed extends the slice, or starts it.
-            const wchar_t* at = next_ - 1;
-            if (length_ == 0)
-                text_ = at;
-            if (text_ + length_ == at) {
+        // A slice grows by the character just fed, which always follows it: the only
+        // character that is neither gathered nor drops the gathered text is a stray
+        // closing brace, and the reader leaves the slice there.
+        if constexpr (kSlices) {
+            if (!buffer_) {
                 ++length_;
                 return;
             }
-            const Buffer copy = Copy(text_, length_);
-            if (!copy.text)
-                return;
-            buffer_ = copy.text;
-            text_ = buffer_;
-            capacity_ = copy.capacity;
         }
         if (length_ == capacity_) {
             const Buffer grown = Grow({buffer_, capacity_});
             buffer_ = grown.text;
-            text_ = buffer_;
             capacity_ = grown.capacity;
+            if constexpr (kSlices)
+                text_ = buffer_;
         }
         if (length_ < capacity_)
             buffer_[length_++] = c;
+    }
+
+    // Behind a stray closing brace the gathered text is no longer one run of the input, so
+    // it moves into a buffer of its own. When memory is short it is dropped instead.
+    void LeaveSlice() {
+        if (buffer_)
+            return;
+        if (length_ == 0) {
+            Restart();
+            return;
+        }
+        const Buffer copy = Copy(text_, length_);
+        if (!copy.text) {
+            Restart();
+            return;
+        }
+        buffer_ = copy.text;
+        text_ = buffer_;
+        capacity_ = copy.capacity;
     }
 
     std::int32_t stopAtName_;
@@ -182,14 +225,19 @@ private:
     std::uint32_t count_ = 0;
     std::uint32_t passThrough_ = 0;
     std::int32_t depth_ = 0;
-    // The gathered text: the reader's buffer, or a slice of the text it reads.
+    // With kSlices, the gathered text: a slice of the text read, or the buffer.
     const wchar_t* text_ = nullptr;
-    // The reader's own buffer, if it has one.
+    // The reader's own buffer; with kSlices, null until the text leaves the input's run.
     wchar_t* buffer_ = nullptr;
-    // The next character of the text in memory; null when fed by FeedChar.
+    // With kSlices, the next character of the text read.
     const wchar_t* next_ = nullptr;
     std::size_t length_ = 0;
     std::size_t capacity_ = 0;
     ZtOdPdsBlock* block_;
     std::uint32_t flags_;
 };
+
+// The reader fed one character at a time, from a file.
+using ZtOdPdsBlockReader = ZtOdPdsBasicBlockReader<false>;
+// The reader over a parent block's value.
+using ZtOdPdsSliceBlockReader = ZtOdPdsBasicBlockReader<true>;

@@ -144,6 +144,7 @@ TEST(ZtOdPdsBlockReader, ValuesAndFilesDiffer) {
         {L"a{1}}b{{2}}c{3}", {{L"a", L"1"}, {L"b{", L"2"}}, {{L"a", L"1"}}},
         // The text on both sides of a stray closing brace makes one name.
         {L"x y}b{{2}}", {{L"x yb{", L"2"}}, {}},
+        {L"x}y}z{{{1}}}", {{L"xyz{{", L"1"}}, {}},
         // U+FFFF is a character of a value but the end of a file.
         {L"a{1}b{" + uffff + L"}c{3}", {{L"a", L"1"}, {L"b", uffff}, {L"c", L"3"}}, {{L"a", L"1"}}},
         // Files translate CR LF, skip a leading BOM and decode UTF-8 to UTF-16.
