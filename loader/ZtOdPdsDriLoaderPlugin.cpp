@@ -150,10 +150,12 @@ void ZtOdPdsDriLoaderPlugin::ReadBlock(ZtOdPdsBlock& block, const ZtOdPdsDriLoad
     const ZtUWideStringBuffer& key = block.GetName();
     if (key == L"dgn") {
         // Only the first `name` counts; whatever stands before or behind it is passed
-        // over unread.
+        // over unread. The block's value goes before the reference takes its two copies
+        // of the name, so that a long name is held three times at most, not four.
         ZtOdPdsBlock child;
         while (block.NextChild(&child))
             if (child.GetName() == L"name") {
+                block.ReleaseValue();
                 AddSceneRef(child.GetValue(), record, set);
                 break;
             }

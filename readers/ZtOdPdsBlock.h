@@ -2,6 +2,7 @@
 #include "ztutil/ZtUWideString.h"
 
 #include <cstdint>
+#include <utility>
 
 // Block flag: an opening brace right behind the letters "text" starts a counted value,
 // whose body may hold unbalanced braces.
@@ -32,6 +33,13 @@ public:
         name_.Clear();
         value_.Clear();
         cursor_ = 0;
+    }
+
+    // Empties the value and gives its memory back, for a caller done with a long value
+    // before the block is next filled.
+    void ReleaseValue() {
+        ZtUWideStringBuffer released;
+        std::swap(value_, released);
     }
 
     // Reads the next complete block of the value, from the cursor on, into `child` (another
