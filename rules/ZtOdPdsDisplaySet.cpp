@@ -163,6 +163,8 @@ int ZtOdPdsDisplaySet::End() {
     ZtOdPdsDstContext* context = GetContext();
     const std::uint64_t fileLeft = context ? context->conditionsLeft : kZtOdPdsMaxConditions;
     ZtOdPdsFindSpecBuilder builder(name_.GetString(), std::min(kZtOdPdsMaxConditions, fileLeft));
+    ZtOdPdsDisplaySetDict* dict = ZtOdPdsDisplaySetDict::Instance();
+    builder.Follow(dict->GetLastFindSpec());
     tree_->Emit(builder);
     if (builder.HasOverflowed()) {
         if (context && fileLeft < kZtOdPdsMaxConditions)
@@ -171,6 +173,7 @@ int ZtOdPdsDisplaySet::End() {
     }
     if (context)
         context->conditionsLeft -= builder.GetFindSpec().GetNumConditions();
+    dict->SetLastFindSpec(builder.GetFindSpec());
     builder.SetComment(comment_.GetString());
     builder.AddSelectionSet(GetContext());
     return 1;

@@ -1,4 +1,5 @@
 #pragma once
+#include "ztplugin/ZtOpFindSpec.h"
 #include "ztutil/ZtUWideStrVoidPtrDict.h"
 
 class ZtOdPdsDisplaySet;
@@ -18,4 +19,12 @@ public:
     void Add(ZtOdPdsDisplaySet* set);
     // The set listed under `name` (compared exactly), or null.
     ZtOdPdsDisplaySet* Find(const wchar_t* name) const;
+
+    // The find spec of the set made last. A set that builds on an earlier one mostly
+    // repeats it, so a new set's conditions follow it and share its storage.
+    const ZtOpFindSpec& GetLastFindSpec() const { return lastFindSpec_; }
+    void SetLastFindSpec(const ZtOpFindSpec& spec) { lastFindSpec_ = spec; }
+
+private:
+    ZtOpFindSpec lastFindSpec_;
 };

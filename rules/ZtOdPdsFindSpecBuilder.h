@@ -26,6 +26,8 @@ public:
     // builder refuses a condition beyond its maximum: it changes nothing then,
     // gives 0 and counts as overflowed from then on.
     int AddCondition(ZtOpFindCondition& condition);
+    // The conditions share storage with those of `spec` for as long as they repeat them.
+    void Follow(const ZtOpFindSpec& spec) { findSpec_->Follow(spec); }
     // The next condition opens a new alternative.
     void OpenAlternative() { nextOpensAlternative_ = 1; }
     int HasOverflowed() const { return overflowed_; }

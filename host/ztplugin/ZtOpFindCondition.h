@@ -60,6 +60,13 @@ public:
     const ZtUName* GetProperty() const { return property_.Get(); }
     const ZtUData& GetValue() const { return value_; }
 
+    // Equal operator, flags and value, and the very same names.
+    bool operator==(const ZtOpFindCondition& other) const {
+        return category_.Get() == other.category_.Get() &&
+               property_.Get() == other.property_.Get() && flags_ == other.flags_ &&
+               op_ == other.op_ && value_ == other.value_;
+    }
+
 private:
     ZtUAutoRefPtr<const ZtUName> category_;
     ZtUAutoRefPtr<const ZtUName> property_;

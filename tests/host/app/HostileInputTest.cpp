@@ -118,6 +118,29 @@ TEST(HostileInput, ManyReferencesToOneModelShareIt) {
     ExpectWithinMemoryBound(run, control.size(), "many.dri");
 }
 
+// Sets that repeat another set's conditions share them: 17 doublings to 131,072
+// conditions, then eight references to the last, emit 1.2 million conditions from 3 KB.
+TEST(HostileInput, DisplaySetsThatRepeatAnotherShareItsConditions) {
+    std::string text = "[DEFINITION SECTION]\n<Display Set>\n0 s0\n<Definition>\nFIND Level 1\n";
+    for (int k = 1; k <= 17; ++k) {
+        const std::string previous = "s" + std::to_string(k - 1);
+        text += "<Display Set>\n" + std::to_string(k) + " s" + std::to_string(k) +
+                "\n<Definition>\nFIND Display Set " + previous + "\nADD Display Set " + previous +
+                "\n";
+    }
+    for (int k = 0; k < 8; ++k)
+        text += "<Display Set>\n" + std::to_string(100 + k) + " r" + std::to_string(k) +
+                "\n<Definition>\nFIND Display Set s17\n";
+    ZtTestTempDir dir;
+    ASSERT_TRUE(ZtTestWriteBytes(dir.File("repeats.dst"), text));
+    const ProgramRun run =
+        RunProgram(kProgram, {"--quiet", "model", kPipes, "import-dst", dir.File("repeats.dst")});
+    EXPECT_EQ(run.exitStatus, 0) << run.err;
+    EXPECT_EQ(run.err, "");
+    EXPECT_NE(run.out.find("Selection sets: 26"), std::string::npos);
+    ExpectWithinMemoryBound(run, text.size(), "repeats.dst");
+}
+
 // With too little memory for a 20 MB model name, the run ends with a word from
 // pdsreview, whether the library or the host ran short, never with an abort. The
 // sanitizer needs more address space than the limit allows.
