@@ -40,7 +40,6 @@ TEST(ZtOdPdsDstImportPlugin, TestsFileNameThenStateAndLeavesTheDocumentAloneOnAF
     EXPECT_EQ(plugin.IExport(0, nullptr, nullptr, nullptr), 1);
     EXPECT_EQ(plugin.IExport(0, &state, nullptr, nullptr), 1);
     EXPECT_EQ(Import(plugin, nullptr, Fixture("sample.dst")), 3);
-    EXPECT_EQ(Import(plugin, &state, L"/nonexistent.dst"), 1);
     ZtTestTempDir dir;
     RecordingProgress progress;
     EXPECT_EQ(Import(plugin, &state, BreakingDst(dir, progress), &progress), 3);
