@@ -194,7 +194,6 @@ TEST(ZtOdPdsDisplaySetDict, HoldsOneCountOnASetAddedTwiceUntilDestroyed) {
     auto* set = new ZtOdPdsDisplaySet(nullptr);
     set->AddRef();
     ZtOdPdsDisplaySetDict* dict = ZtOdPdsDisplaySetDict::Instance();
-    EXPECT_EQ(ZtOdPdsDisplaySetDict::Instance(), dict);
     EXPECT_EQ(dict->Find(L""), nullptr);
     dict->Add(set);
     dict->Add(set);

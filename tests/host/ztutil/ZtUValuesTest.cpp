@@ -47,7 +47,6 @@ TEST(ZtUData, HoldsACountOnItsName) {
         b.SetInt32(1);
         EXPECT_EQ(name->GetRefCount(), 1);
         EXPECT_EQ(a.GetName(), name);
-        EXPECT_EQ(a.GetName()->GetDisplay().Str(), L"enum#2");
     }
     // The last holder deleted it: the sanitizer run would report a leak otherwise.
 }
@@ -154,7 +153,6 @@ TEST(ZtUComponent, NestsStartsAndEnds) {
     EXPECT_EQ(component.Initialise("ZtOdPdsCriterion"), 1);
     EXPECT_EQ(component.Initialise("ZtOdPdsCriterion"), 1);
     EXPECT_TRUE(component.IsLive());
-    EXPECT_EQ(component.GetName().Str(), "ZtOdPdsCriterion");
     EXPECT_EQ(component.Terminate(), 1);
     EXPECT_EQ(component.Terminate(), 1);
     EXPECT_FALSE(component.IsLive());
