@@ -2,6 +2,7 @@
 
 #include "app/JsonWriter.h"
 #include "app/PassProgress.h"
+#include "app/ReportStream.h"
 #include "ztlddgn/ZtDgnLoaderPlugin.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztplugin/ZtOpProgress.h"
@@ -231,14 +232,15 @@ void WriteSceneSetJson(JsonWriter& json, const OpenedSceneSet* sceneSet) {
     json.EndObject();
 }
 
-void AppendSceneSetSummary(std::string& out, const OpenedSceneSet& sceneSet) {
+void AppendSceneSetSummary(ReportStream& out, const OpenedSceneSet& sceneSet) {
     const ZtUOwnPtrVector<ZtOpSceneRef>& refs = sceneSet.set.GetSceneRefs();
     out += "Scene set: " + std::to_string(refs.Size()) + (refs.Size() == 1 ? " model" : " models") +
            ", scene units " + UnitName(sceneSet.set.GetLinearUnits()) + "\n";
     for (std::size_t i = 0; i < refs.Size(); ++i) {
         const ZtOpSceneRef& ref = *refs[i];
         const OpenedRef* outcome = i < sceneSet.refs.size() ? &sceneSet.refs[i] : nullptr;
-        out += "  " + std::to_string(i + 1) + ". " + Utf8(ref.GetSourceName().Str());
+        out += "  " + std::to_string(i + 1) + ". ";
+        out += Utf8(ref.GetSourceName().Str());
         if (!outcome || !outcome->model) {
             out += ": not loaded (" + (outcome ? outcome->notLoaded : std::string("not opened")) +
                    ")\n";
@@ -246,7 +248,9 @@ void AppendSceneSetSummary(std::string& out, const OpenedSceneSet& sceneSet) {
         }
         const ZtDgnModel& model = *outcome->model;
         const ZtDgnModelHeader& header = model.GetHeader();
-        out += ": " + Utf8(model.GetSourceFilename().Str()) + "\n";
+        out += ": ";
+        out += Utf8(model.GetSourceFilename().Str());
+        out += '\n';
         out += "     model in " + header.masterUnitName + " / " + header.subUnitName + ", " +
                ReadableNumber(model.GetUorsPerMaster()) + " UORs per master unit, " +
                std::to_string(model.GetNumElements()) + " elements; reference units " +

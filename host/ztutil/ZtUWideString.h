@@ -1,6 +1,7 @@
 #pragma once
 #include <cstddef>
 #include <string>
+#include <utility>
 
 // Wide text. A character is one UTF-16 code unit held in a wchar_t, on every platform;
 // lengths and indices count these units.
@@ -44,6 +45,8 @@ public:
     void SetString(const wchar_t* text, std::size_t length) {
         text_.assign(text ? text : L"", text ? length : 0);
     }
+    // Takes the text without copying it.
+    void SetString(std::wstring&& text) { text_ = std::move(text); }
     ZtUWideStringBuffer& operator=(const ZtUWideString& text) {
         text_ = text.Str();
         return *this;
