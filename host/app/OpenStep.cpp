@@ -11,13 +11,18 @@
 #include "ztutil/ZtUSysFile.h"
 #include "ztutil/ZtUSysString.h"
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <map>
 #include <string_view>
 
 namespace {
 
 constexpr const char* kInputFilesEnum = "ztodpds_dri_input_files_enum";
+// Longer than any path a system opens: Windows' longest is 32,767 units, POSIX's 4,096
+// bytes.
+constexpr std::size_t kLongestOpenablePath = 32767;
 
 void SetParameters(ZtOpSceneSetPlugin& loader, const OpenParameters& parameters) {
     ZtUData value;
@@ -57,6 +62,12 @@ ZtDgnModel* LoadRef(ZtOpState& state, ZtDgnLoaderPlugin* dgnLoader, const ZtOpSc
     }
     if (auto found = loaded.find(loadFile.Str()); found != loaded.end())
         return found->second;
+    // No system opens a path this long, so such a name is refused before it is made
+    // absolute and converted: it may be as long as the control file that gives it.
+    if (loadFile.GetLength() > kLongestOpenablePath) {
+        *why = "cannot open the file: " + std::string(std::strerror(ENAMETOOLONG));
+        return nullptr;
+    }
     ZtUWideStringBuffer path;
     ZtUSysFile::MakeAbsoluteW(folder.GetString(), loadFile.GetString(), &path);
     std::unique_ptr<ZtDgnModel> model =

@@ -64,7 +64,8 @@ public:
     wchar_t CharAtPos(std::size_t index) const { return index < text_.size() ? text_[index] : 0; }
     const std::wstring& Str() const { return text_; }
 
-    // Copies `count` characters from `first` into `out`, as many as there are.
+    // Copies `count` characters from `first` into `out`, as many as there are. `out` may
+    // be this buffer, which then keeps those characters in place, without a copy.
     void ExtractSubString(std::size_t first, std::size_t count, ZtUWideStringBuffer* out) const;
     // The first occurrence of `text` at or after `start`, as a pointer into this buffer,
     // or null.
