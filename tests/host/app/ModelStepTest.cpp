@@ -1,4 +1,5 @@
-#include "DgnTestModels.h"
+// The model step: loading design files into the scene and reporting them.
+#include "support/DgnTestModels.h"
 
 #include "app/JsonWriter.h"
 #include "app/ModelStep.h"
@@ -24,20 +25,6 @@ void SetOption10(bool value) {
     data.SetBool(value);
     ZtDgnRegisterLoaderPlugin()->GetOptionSet()->SetValue(ZtDgnLoaderPlugin::kOption10, data,
                                                           nullptr);
-}
-
-TEST(ZtDgnLoaderPlugin, IsRegisteredOnceWithOption10On) {
-    ZtDgnLoaderPlugin* loader = ZtDgnRegisterLoaderPlugin();
-    ASSERT_TRUE(loader);
-    EXPECT_EQ(ZtDgnRegisterLoaderPlugin(), loader);
-    EXPECT_EQ(ZtOpDB::GetPluginByName("ZtKvcLoaderPlugin:ztlddgn"), loader);
-    EXPECT_TRUE(loader->IsScenePropsPlugin());
-    EXPECT_TRUE(loader->IUnderstandsFile(L"/x/PIPES.DGN"));
-    EXPECT_FALSE(loader->IUnderstandsFile(L"/x/pipes.kvc"));
-    ZtUData value;
-    ASSERT_EQ(loader->GetOptionSet()->GetValue(10, &value), 1);
-    EXPECT_EQ(value.GetType(), ZtUData::kBool);
-    EXPECT_TRUE(value.GetBool());
 }
 
 TEST(ModelStep, AddsEachModelToTheSceneInLoadOrder) {
@@ -88,32 +75,6 @@ TEST(ModelStep, AddsEachModelToTheSceneInLoadOrder) {
                        "master unit, 1 elements\n"
                        "model steel.dgn: 2D, master unit \"ft\", subunit \"in\", 96000 UORs per "
                        "master unit, 2 elements\n");
-}
-
-// pdsreview's --uors-per-master: a model without a file or elements, with the factor given.
-TEST(ModelStep, AModelMadeInMemoryCarriesItsFactor) {
-    ZtOpState state;
-    auto* model = new ZtDgnModel(L"", state.EditNameDict());
-    model->SetUorsPerMaster(2.5);
-    state.GetRootNode()->AddChild(model);
-    EXPECT_EQ(DgnScenePropsFactor(*model), 2.5);
-    const ZtTestJson models = ModelsJson(state, true);
-    ASSERT_EQ(models.items.size(), 1u);
-    EXPECT_EQ(models[0]["uorsPerMaster"].number, 2.5);
-    EXPECT_EQ(models[0]["elements"].number, 0);
-    EXPECT_TRUE(models[0]["elementList"].items.empty());
-}
-
-TEST(ModelStep, AFileThatIsNoModelFailsWithItsReason) {
-    DgnTestFolder folder;
-    const std::wstring path = folder.Write("notes.dgn", {'h', 'e', 'l', 'l', 'o', '\n'});
-    ZtOpState state;
-    std::string error;
-    EXPECT_EQ(RunModelStep(state, path, &error), 2);
-    EXPECT_NE(error.find("notes.dgn as a model: not a DGN V7 design file"), std::string::npos)
-        << error;
-    EXPECT_EQ(state.GetRootNode()->GetNumChildren(), 0);
-    EXPECT_TRUE(ModelsJson(state, true).items.empty());
 }
 
 TEST(ModelStep, WarningsAreReported) {
