@@ -20,7 +20,7 @@ TEST(ZtOdPdsDstImportPlugin, TestsFileNameThenStateAndLeavesTheDocumentAloneOnAF
     EXPECT_EQ(plugin.IExport(0, &state, nullptr, nullptr), 1);
     EXPECT_EQ(Import(plugin, nullptr, Fixture("sample.dst")), 3);
     ZtTestTempDir dir;
-    RecordingProgress progress;
+    ZtTestRecordingProgress progress;
     EXPECT_EQ(Import(plugin, &state, BreakingDst(dir, progress), &progress), 3);
     EXPECT_EQ(ZtOpSelectionSetsElement::Get(&state)->Get()->GetNumChildren(), 0u);
 }
