@@ -1,14 +1,13 @@
 #pragma once
+#include "support/ZtTestRecordingProgress.h"
 #include "tools/ZtTestFiles.h"
 #include "ztplugin/ZtOpFindSpec.h"
-#include "ztplugin/ZtOpProgress.h"
 #include "ztplugin/ZtOpSavedItem.h"
 #include "ztplugin/ZtOpSelectionSet.h"
 #include "ztutil/ZtUSysString.h"
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -16,24 +15,10 @@ inline std::wstring Fixture(const char* name) {
     return ZtTestWide(std::string(ZT_TEST_DIR "/fixtures/") + name);
 }
 
-// Records every fraction reported, and can act when one is.
-class RecordingProgress : public ZtOpProgress {
-public:
-    std::vector<double> fractions;
-    std::function<void()> onReport;
-
-protected:
-    void OnProgress(double overall) override {
-        fractions.push_back(overall);
-        if (onReport)
-            onReport();
-    }
-};
-
 // A file of two sets whose second comment is larger than any stream buffer, so that the
 // read goes back to the file after the first set has finished; `progress` breaks the file
 // at that moment, its first report.
-inline std::wstring BreakingDst(ZtTestTempDir& dir, RecordingProgress& progress) {
+inline std::wstring BreakingDst(ZtTestTempDir& dir, ZtTestRecordingProgress& progress) {
     std::string text = "[DEFINITION SECTION]\n<Display Set>\n1 early\n<Definition>\nFIND Level 1\n"
                        "<Display Set>\n2 late\n";
     for (int i = 0; i < 100000; ++i)

@@ -47,7 +47,7 @@ protected:
     ZtUNameDict names;
     ZtOpFolderItem folder;
     ZtOdPdsDstContext context;
-    RecordingProgress progress;
+    ZtTestRecordingProgress progress;
     int total = 0;
 };
 
@@ -79,11 +79,11 @@ TEST_F(DisplaySetFile, Fixtures) {
     for (const Case& c : cases) {
         ZtOpFolderItem sets;
         context.folder = &sets;
-        progress.fractions.clear();
+        progress.seen.clear();
         Read(Fixture(c.fixture));
         EXPECT_EQ(total, c.total) << c.fixture;
         EXPECT_EQ(DescribeSets(sets), c.sets) << c.fixture;
-        EXPECT_EQ(progress.fractions, c.fractions) << c.fixture;
+        EXPECT_EQ(progress.seen, c.fractions) << c.fixture;
     }
 }
 
@@ -119,7 +119,7 @@ TEST_F(DisplaySetFile, SectionWithoutCountReportsNoProgress) {
     }
     EXPECT_EQ(section.End(), 1);
     EXPECT_EQ(section.GetDone(), 2);
-    EXPECT_TRUE(progress.fractions.empty());
+    EXPECT_TRUE(progress.seen.empty());
     EXPECT_EQ(folder.GetNumChildren(), 1u);
 }
 

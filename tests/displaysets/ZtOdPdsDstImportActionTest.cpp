@@ -25,7 +25,7 @@ TEST(ZtOdPdsDstImportAction, Statuses) {
     EXPECT_EQ(action.GetFolder().GetNumChildren(), 0u);
     // A read error keeps the sets finished before it.
     ZtTestTempDir dir;
-    RecordingProgress progress;
+    ZtTestRecordingProgress progress;
     EXPECT_EQ(action.Perform(BreakingDst(dir, progress).c_str(), &progress), 3);
     EXPECT_EQ(DescribeSets(action.GetFolder()), (Sets{"early: Level 1 6 5,"}));
 }

@@ -9,23 +9,6 @@ namespace {
 
 using LoaderPlugin = DriLoaderTest;
 
-TEST_F(LoaderPlugin, IdentityAndFormat) {
-    EXPECT_EQ(loader_.GetTypeNumber(), 5u);
-    EXPECT_EQ(loader_.GetRegisteredName(), "ZtOdPdsDriLoaderPlugin");
-    EXPECT_EQ(loader_.GetFlags(), 1);
-    EXPECT_EQ(loader_.IsFilePlugin(), 1);
-    EXPECT_EQ(loader_.IsScenePropsPlugin(), 1);
-    ZtUStringBuffer resource;
-    loader_.IGetResourceName(&resource);
-    EXPECT_EQ(resource, "ztodpds");
-    ZtUWideStringBuffer text;
-    loader_.IGetFormatName(&text, ZtOpFilePlugin::kNameForMenu);
-    EXPECT_EQ(text, L"PDS Design Review File");
-    loader_.IGetFormatExtension(&text);
-    EXPECT_EQ(text, L".dri");
-    EXPECT_EQ(loader_.IUnderstandsFile(L"plant.dri"), 1);
-}
-
 ZtUData Bool(bool value) {
     ZtUData data;
     data.SetBool(value);
@@ -204,15 +187,6 @@ TEST_F(LoaderPlugin, SideFilesNeedTheRememberedState) {
         }
     }
     loader_.IStateDestroyed(&state);
-}
-
-TEST_F(LoaderPlugin, ComponentStartsAndEndsUnderItsName) {
-    EXPECT_EQ(ZtOdPdsDriLoaderPlugin::InitialiseComponent(), 1);
-    EXPECT_TRUE(ZtOdPdsDriLoaderPlugin::GetComponent().IsLive());
-    EXPECT_EQ(ZtOdPdsDriLoaderPlugin::GetComponent().GetName(), "ZtOdPdsDriLoaderPlugin");
-    EXPECT_EQ(ZtOdPdsDriLoaderPlugin::TerminateComponent(), 1);
-    EXPECT_FALSE(ZtOdPdsDriLoaderPlugin::GetComponent().IsLive());
-    EXPECT_EQ(ZtOdPdsDriLoaderPlugin::TerminateComponent(), 0);
 }
 
 } // namespace

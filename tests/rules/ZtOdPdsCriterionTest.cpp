@@ -141,12 +141,4 @@ TEST_F(CriterionEvaluation, ListsBecomeLeftDeepOrChainsAndDataOneConditionOnAPds
         EXPECT_EQ(Evaluate(c.text), c.tree) << Narrow(c.text);
 }
 
-TEST(ZtOdPdsCriterionComponent, StartsAndEndsItsOwnComponent) {
-    EXPECT_EQ(ZtOdPdsCriterion::StartComponent(), 1);
-    EXPECT_TRUE(ZtOdPdsCriterion::GetComponent().IsLive());
-    EXPECT_EQ(ZtOdPdsCriterion::GetComponent().GetName().Str(), "ZtOdPdsCriterion");
-    EXPECT_EQ(ZtOdPdsCriterion::EndComponent(), 1);
-    EXPECT_EQ(ZtOdPdsCriterion::EndComponent(), 0);
-}
-
 } // namespace

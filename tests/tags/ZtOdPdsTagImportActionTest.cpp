@@ -1,7 +1,7 @@
 #include "TagTestSupport.h"
 
+#include "support/ZtTestRecordingProgress.h"
 #include "ztplugin/ZtOpNextCommentIdElement.h"
-#include "ztplugin/ZtOpProgress.h"
 #include "ztplugin/ZtOpSavedItemsElement.h"
 #include "ztutil/ZtUSysString.h"
 
@@ -394,14 +394,11 @@ TEST_F(ImportAction, ClipPlanesTakeTheFirstFreePlaces) {
 }
 
 TEST_F(ImportAction, ProgressIsTheShareOfCountedTags) {
-    struct Recording : ZtOpProgress {
-        std::vector<double> fractions;
-        void OnProgress(double overall) override { fractions.push_back(overall); }
-    } progress;
+    ZtTestRecordingProgress progress;
     ASSERT_EQ(action.Perform(document.Write(Tag(1) + Tag(2) + "bad{}\n" + Tag(3) + Tag(4)).c_str(),
                              &progress),
               0);
-    EXPECT_EQ(progress.fractions, (std::vector<double>{0.25, 0.5, 0.75, 1.0}));
+    EXPECT_EQ(progress.seen, (std::vector<double>{0.25, 0.5, 0.75, 1.0}));
 }
 
 } // namespace

@@ -5,37 +5,12 @@
 #include "ztplugin/ZtOpSavedItemsElement.h"
 #include "ztutil/ZtUString.h"
 
-#include <tuple>
-
 #include <gtest/gtest.h>
 
 namespace {
 
 const ZtOpFolderItem& SavedViews(const ZtOpState& state) {
     return *ZtOpSavedViewsElement::Get(&state)->Get();
-}
-
-// Both plug-ins stand on the same menu entry under their own type numbers and names.
-TEST(TagPlugins, DescribeThemselves) {
-    ZtOdPdsTagImportPlugin import;
-    ZtOdPdsTagExportPlugin exporter;
-    const std::tuple<ZtOpExportPlugin*, unsigned, const char*> plugins[] = {
-        {&import, 137u, "ZtOdPdsTagImportPlugin"}, {&exporter, 131u, "ZtOdPdsTagExportPlugin"}};
-    for (const auto& [plugin, type, name] : plugins) {
-        EXPECT_EQ(plugin->GetTypeNumber(), type);
-        EXPECT_EQ(plugin->GetRegisteredName().Str(), name);
-        ZtUStringBuffer resource;
-        plugin->IGetResourceName(&resource);
-        EXPECT_EQ(resource.Str(), "ztodpds");
-        ZtUWideStringBuffer text;
-        plugin->IGetMenuName(&text);
-        EXPECT_EQ(text.Str(), L"PDS Tags...");
-        plugin->IGetFileTypeName(&text);
-        EXPECT_EQ(text.Str(), L"PDS Tag File");
-        plugin->IGetFileExtension(&text);
-        EXPECT_EQ(text.Str(), L".tag");
-        EXPECT_EQ(plugin->IHelp(), 1);
-    }
 }
 
 TEST(ZtOdPdsTagImportPlugin, StatusesInTheOrderOfTheirTests) {
@@ -109,21 +84,6 @@ TEST(ZtOdPdsTagImportPlugin, EachImportAppendsBehindTheDocumentsViews) {
     ZtOpAutoLock idsLock(ZtOpNextCommentIdElement::GetClass(), &document.state, 0);
     EXPECT_NE(static_cast<ZtOpLock*>(viewsLock), nullptr);
     EXPECT_NE(static_cast<ZtOpLock*>(idsLock), nullptr);
-}
-
-TEST(TagPlugins, Components) {
-    EXPECT_EQ(ZtOdPdsTagImportPlugin::StartComponent(), 1);
-    EXPECT_TRUE(ZtOdPdsTagImportPlugin::GetComponent().IsLive());
-    EXPECT_TRUE(ZtOdPdsTagImportAction::GetComponent().IsLive());
-    EXPECT_EQ(ZtOdPdsTagImportAction::GetComponent().GetName(), "ZtOdPdsTagImportAction");
-    EXPECT_EQ(ZtOdPdsTagImportPlugin::EndComponent(), 1);
-    EXPECT_FALSE(ZtOdPdsTagImportAction::GetComponent().IsLive());
-    // Ending a component that is not live stops the chain at once.
-    EXPECT_EQ(ZtOdPdsTagImportPlugin::EndComponent(), 0);
-    EXPECT_EQ(ZtOdPdsTagImportAction::StartComponent(), 1);
-    EXPECT_EQ(ZtOdPdsTagImportAction::EndComponent(), 1);
-    EXPECT_EQ(ZtOdPdsTagExportPlugin::StartComponent(), 1);
-    EXPECT_EQ(ZtOdPdsTagExportPlugin::EndComponent(), 1);
 }
 
 } // namespace

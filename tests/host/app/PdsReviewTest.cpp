@@ -1,4 +1,5 @@
-// Runs the built pdsreview as a user does, with the built plug-in library.
+// Runs the built pdsreview as a user does, where a run needs a shell or a test-made
+// file; the other end-to-end runs are the folders of cases/.
 #include "support/RunProgram.h"
 #include "tools/ZtTestFiles.h"
 
@@ -7,10 +8,12 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <sys/stat.h>
 
 namespace {
 
 const std::string kProgram = ZT_BIN_DIR "/pdsreview";
+const std::string kPlant = ZT_SOURCE_DIR "/examples/plant";
 
 // Runs a shell command in `folder` with the built pdsreview first on the path.
 ProgramRun Shell(const std::string& folder, const std::string& command) {
@@ -34,6 +37,36 @@ std::vector<std::string> Examples(const std::string& text, const std::string& in
         }
     }
     return examples;
+}
+
+// An export that fails part-way leaves the old file byte for byte and fails the run; so
+// does standard output that can't be written.
+TEST(PdsReview, FailedWritesLoseNothingAndFailTheRun) {
+    ZtTestTempDir dir;
+    const std::string old(5000, 'o');
+    ASSERT_TRUE(ZtTestWriteBytes(dir.File("old.tag"), old));
+    const ProgramRun cut = Shell(dir.Path(), "trap '' XFSZ; ulimit -f 1; pdsreview open '" +
+                                                 kPlant + "/plant.dri' export-tags old.tag");
+    EXPECT_EQ(cut.exitStatus, 4);
+    EXPECT_NE(cut.err.find("export-tags old.tag: status 4: cannot write old.tag: File too large; "
+                           "the old file is left as it was"),
+              std::string::npos)
+        << cut.err;
+    EXPECT_EQ(ZtTestReadBytes(dir.File("old.tag")), old);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.Path()), {}), 1);
+
+    const ProgramRun full = Shell(dir.Path(), "pdsreview plugins >/dev/full");
+    EXPECT_EQ(full.exitStatus, 4);
+    EXPECT_NE(full.err.find("cannot write standard output: No space left on device"),
+              std::string::npos)
+        << full.err;
+
+    const ProgramRun fresh = Shell(dir.Path(), "umask 022; pdsreview open '" + kPlant +
+                                                   "/plant.dri' export-tags new.tag");
+    EXPECT_EQ(fresh.exitStatus, 0) << fresh.err;
+    struct stat status;
+    ASSERT_EQ(::stat(dir.File("new.tag").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777, 0644u);
 }
 
 // The examples of the README and of --help run as written from the repository root (a

@@ -1,130 +1,152 @@
 #!/usr/bin/env python3
-"""Runs pdsreview end-to-end cases, each a folder of data.
+"""Runs pdsreview end-to-end cases: one folder per case.
 
 A case folder holds:
-  cmd            one run a line, a shell command line in which `pdsreview` is the program
-                 under test; lines starting with # are comments. `%plant` is the bundled
-                 sample review, `%src` the source root, `%bin` the folder of pdsreview.
-  expect/N.out   what run N (from 1) prints on standard output;
-  expect/N.err   what it prints on standard error (without the file: nothing);
-  expect/N.status  its exit status (without the file: 0);
-  expect/files/  files that the runs must have left in the working folder, byte for byte;
-  anything else  input files, copied into a fresh working folder where the runs start.
+  cmd            one run of pdsreview a line: its arguments, split as a POSIX shell
+                 would (shlex); a line may end with "> FILE" and "2> FILE" to name
+                 the files its output streams are compared with. Lines starting with
+                 '#' are comments.
+  expected.N.status   the exit status of run N (1-based); absent means 0
+  expected.N.out      its standard output; absent means empty
+  expected.N.err      its standard error; absent means empty
+  in/...         files copied into the working directory before the first run
+  files/...      files the runs must leave in the working directory, byte for byte
 
-Outputs are compared after the working folder's path becomes `%t`, the program's folder
-`%bin` and the source root `%src`. With --emulator (for example `wine`) the program is run through it, with
---exe-suffix appended to its name, and backslashes in the output read as slashes.
-With --update the expected outputs are written from what the runs gave.
+Placeholders in cmd and in the .dri/.tag/.dst files of in/: {src}
+the source root, {case} the case folder, {tmp} the working directory. Output has those
+paths written back as placeholders and, with --exe-suffix (a Windows build), its
+backslashes turned into slashes.
 """
+
 import argparse
 import difflib
 import os
+import shlex
 import shutil
-import stat
 import subprocess
 import sys
 import tempfile
 
-
-def write_program_wrapper(folder, program, emulator):
-    """A `pdsreview` on the PATH that runs the program under test."""
-    wrapper = os.path.join(folder, "pdsreview")
-    with open(wrapper, "w") as script:
-        script.write('#!/bin/sh\nexec %s "%s" "$@"\n' % (emulator, program))
-    os.chmod(wrapper, os.stat(wrapper).st_mode | stat.S_IXUSR)
+SOURCE_ROOT = os.path.abspath(os.path.join(os.path.dirname(__file__), "..", "..", ".."))
 
 
-def read_bytes(path):
-    if not os.path.exists(path):
-        return b"(no such file)\n"
-    with open(path, "rb") as file:
-        return file.read()
+def read(path):
+    with open(path, "rb") as f:
+        return f.read().decode("utf-8", "replace")
 
 
-def normalise(text, places, emulated):
-    """`places` are (path, placeholder) pairs, a path before any folder that holds it."""
-    if emulated:
-        text = text.replace("\\", "/")
-    for path, placeholder in places:
-        text = text.replace(path, placeholder)
+def write(path, text):
+    os.makedirs(os.path.dirname(path), exist_ok=True)
+    with open(path, "w", encoding="utf-8", newline="\n") as f:
+        f.write(text)
+
+
+def runs_of(case_dir):
+    """Yields (number, args, stdout name, stderr name) for each line of cmd."""
+    number = 0
+    for line in read(os.path.join(case_dir, "cmd")).splitlines():
+        if not line.strip() or line.lstrip().startswith("#"):
+            continue
+        number += 1
+        words = shlex.split(line)
+        out, err = "expected.%d.out" % number, "expected.%d.err" % number
+        if len(words) >= 2 and words[-2] == "2>":
+            err, words = words[-1], words[:-2]
+        if len(words) >= 2 and words[-2] == ">":
+            out, words = words[-1], words[:-2]
+        yield number, words, out, err
+
+
+def substitute(text, places):
+    for name, value in places.items():
+        text = text.replace("{" + name + "}", value)
     return text
 
 
-def compare(name, expected_path, actual, update, failures):
-    if update:
-        if actual or name.endswith(".out"):
-            os.makedirs(os.path.dirname(expected_path), exist_ok=True)
-            with open(expected_path, "wb") as out:
-                out.write(actual)
-        elif os.path.exists(expected_path):
-            os.remove(expected_path)
-        return
-    expected = read_bytes(expected_path) if os.path.exists(expected_path) else b""
+def normalise(text, places, windows):
+    """Writes the working directory and the source root back as placeholders."""
+    text = text.replace("\r\n", "\n")
+    for name in ("tmp", "case", "src"):
+        path = places[name]
+        if windows:
+            text, path = text.replace("\\", "/"), path.replace("\\", "/")
+        text = text.replace(path, "{" + name + "}")
+    return text
+
+
+def compare(label, expected, actual):
     if expected == actual:
-        return
-    diff = difflib.unified_diff(
-        expected.decode("utf-8", "replace").splitlines(True),
-        actual.decode("utf-8", "replace").splitlines(True),
-        "expected " + name, "actual " + name)
-    failures.append("".join(diff)[:20000])
+        return True
+    sys.stdout.writelines(
+        difflib.unified_diff(
+            expected.splitlines(True), actual.splitlines(True), label + " (expected)", label + " (actual)"
+        )
+    )
+    print()
+    return False
 
 
-def run_case(case, args):
-    source = os.path.realpath(args.src)
-    bin_path = os.path.realpath(args.bin)
-    program = os.path.join(bin_path, "pdsreview" + args.exe_suffix)
-    with open(os.path.join(case, "cmd")) as file:
-        runs = [line.strip() for line in file if line.strip() and not line.startswith("#")]
-    failures = []
-    with tempfile.TemporaryDirectory() as scratch:
-        work = os.path.join(scratch, "work")
-        places = [(work, "%t"), (bin_path, "%bin"), (source, "%src")]
-        bin_folder = os.path.join(scratch, "bin")
-        os.makedirs(bin_folder)
-        shutil.copytree(case, work, ignore=shutil.ignore_patterns("cmd", "expect"))
-        write_program_wrapper(bin_folder, program, args.emulator)
-        environment = dict(os.environ, PATH=bin_folder + os.pathsep + os.environ["PATH"])
-        expect = os.path.join(case, "expect")
-        for number, command in enumerate(runs, 1):
-            command = command.replace("%plant", os.path.join(source, "examples", "plant"))
-            command = command.replace("%src", source).replace("%bin", bin_path)
-            done = subprocess.run(["/bin/sh", "-c", command], cwd=work, env=environment,
-                                  stdin=subprocess.DEVNULL, capture_output=True)
-            for suffix, data in ((".out", done.stdout), (".err", done.stderr)):
-                text = normalise(data.decode("utf-8", "surrogateescape"), places,
-                                 bool(args.emulator))
-                compare(str(number) + suffix, os.path.join(expect, str(number) + suffix),
-                        text.encode("utf-8", "surrogateescape"), args.update, failures)
-            status = b"" if done.returncode == 0 else b"%d\n" % done.returncode
-            compare(str(number) + ".status", os.path.join(expect, str(number) + ".status"),
-                    status, args.update, failures)
-        expected_files = os.path.join(expect, "files")
-        names = sorted(os.listdir(expected_files)) if os.path.isdir(expected_files) else []
-        for name in names:
-            compare("files/" + name, os.path.join(expected_files, name),
-                    read_bytes(os.path.join(work, name)), args.update, failures)
-    return failures
+def run_case(case_dir, options):
+    name = os.path.basename(os.path.normpath(case_dir))
+    program = options.emulator + [os.path.join(os.path.abspath(options.bin), "pdsreview" + options.exe_suffix)]
+    windows = bool(options.exe_suffix)
+    ok = True
+    with tempfile.TemporaryDirectory(prefix="pdscase-") as tmp:
+        tmp = os.path.realpath(tmp)
+        places = {"src": SOURCE_ROOT, "case": os.path.abspath(case_dir), "tmp": tmp}
+        inputs = os.path.join(case_dir, "in")
+        if os.path.isdir(inputs):
+            shutil.copytree(inputs, tmp, dirs_exist_ok=True)
+            for root, _, files in os.walk(tmp):
+                for file_name in files:
+                    if file_name.endswith((".dri", ".tag", ".dst")):
+                        path = os.path.join(root, file_name)
+                        write(path, substitute(read(path), places))
+        for number, words, out_name, err_name in runs_of(case_dir):
+            args = [substitute(word, places) for word in words]
+            result = subprocess.run(program + args, cwd=tmp, stdin=subprocess.DEVNULL, capture_output=True)
+            got = {
+                "expected.%d.status" % number: "%d\n" % result.returncode,
+                out_name: normalise(result.stdout.decode("utf-8", "replace"), places, windows),
+                err_name: normalise(result.stderr.decode("utf-8", "replace"), places, windows),
+            }
+            for file_name, actual in got.items():
+                path = os.path.join(case_dir, file_name)
+                # An absent file expects nothing: empty output, exit status 0.
+                nothing = "0\n" if file_name.endswith(".status") else ""
+                if options.update:
+                    if os.path.exists(path) or actual != nothing:
+                        write(path, actual)
+                    continue
+                expected = read(path) if os.path.exists(path) else nothing
+                ok = compare("%s: run %d: %s" % (name, number, file_name), expected, actual) and ok
+        written = os.path.join(case_dir, "files")
+        if os.path.isdir(written):
+            for root, _, files in os.walk(written):
+                for file_name in files:
+                    path = os.path.join(root, file_name)
+                    relative = os.path.relpath(path, written)
+                    actual_path = os.path.join(tmp, relative)
+                    actual = read(actual_path) if os.path.exists(actual_path) else "(missing)\n"
+                    if options.update:
+                        write(path, actual)
+                    else:
+                        ok = compare("%s: %s" % (name, relative), read(path), actual) and ok
+    print("%s: %s" % ("PASS" if ok or options.update else "FAIL", name))
+    return ok
 
 
 def main():
-    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
-    parser.add_argument("--bin", required=True, help="the folder of pdsreview")
-    parser.add_argument("--src", required=True, help="the source root")
-    parser.add_argument("--emulator", default="", help="a command to run the program with")
-    parser.add_argument("--exe-suffix", default="", help="the program's file name suffix")
-    parser.add_argument("--update", action="store_true", help="write the expected outputs")
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--bin", required=True, help="the folder that holds pdsreview")
+    parser.add_argument("--emulator", default="", help="a command to run pdsreview with, e.g. wine")
+    parser.add_argument("--exe-suffix", default="", help="the suffix of executables, e.g. .exe")
+    parser.add_argument("--update", action="store_true", help="write the expected outputs from this run")
     parser.add_argument("cases", nargs="+", help="case folders")
-    args = parser.parse_args()
-    failed = 0
-    for case in args.cases:
-        failures = run_case(case, args)
-        print("%s: %s" % (os.path.basename(os.path.normpath(case)),
-                          "FAILED" if failures else "passed"))
-        for failure in failures:
-            print(failure)
-        failed += bool(failures)
-    print("%d passed, %d failed" % (len(args.cases) - failed, failed))
-    return 1 if failed else 0
+    options = parser.parse_args()
+    options.emulator = shlex.split(options.emulator)
+    failed = [case for case in options.cases if not run_case(case, options)]
+    return 1 if failed and not options.update else 0
 
 
 if __name__ == "__main__":

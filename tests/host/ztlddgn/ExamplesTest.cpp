@@ -1,6 +1,6 @@
 // The sample plant's design files in examples/plant are the output of the plant's
 // generator, and load as models.
-#include "DgnTestModels.h"
+#include "support/DgnTestModels.h"
 
 #include "tools/ZtTestPlantModels.h"
 #include "ztobject/ZtOaAttribute.h"

@@ -1,4 +1,4 @@
-#include "DgnTestModels.h"
+#include "support/DgnTestModels.h"
 
 #include "ztobject/ZtOaProperty.h"
 #include "ztobject/ZtOaTraversal.h"
