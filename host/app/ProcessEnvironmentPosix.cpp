@@ -1,0 +1,18 @@
+#include "app/ProcessEnvironment.h"
+
+#include <system_error>
+#include <unistd.h>
+
+std::filesystem::path ProcessEnvironment::ProgramFolder() {
+    std::error_code error;
+    const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
+    return error ? std::filesystem::path(".") : self.parent_path();
+}
+
+const char* ProcessEnvironment::PluginFileName() {
+    return "ztodpds.so";
+}
+
+bool ProcessEnvironment::StandardErrorIsTerminal() {
+    return ::isatty(2) != 0;
+}
