@@ -1,5 +1,7 @@
 #pragma once
 #include <filesystem>
+#include <string>
+#include <vector>
 
 // What pdsreview asks of the operating system about its own process; each platform has
 // its own implementation file.
@@ -9,6 +11,11 @@ namespace ProcessEnvironment {
 std::filesystem::path ProgramFolder();
 // The plug-in library's file name on this platform.
 const char* PluginFileName();
+// The command line's arguments as UTF-8, whatever the system's code page.
+std::vector<std::string> Utf8Arguments(int argc, char** argv);
+// Standard output and error take the program's bytes as they are (no LF to CR LF), so
+// that the output is the same on every platform.
+void UseBinaryStandardStreams();
 // Whether standard error is a terminal, where a progress bar can be drawn.
 bool StandardErrorIsTerminal();
 

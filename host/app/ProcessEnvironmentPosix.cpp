@@ -13,6 +13,12 @@ const char* ProcessEnvironment::PluginFileName() {
     return "ztodpds.so";
 }
 
+std::vector<std::string> ProcessEnvironment::Utf8Arguments(int argc, char** argv) {
+    return std::vector<std::string>(argv, argv + argc);
+}
+
+void ProcessEnvironment::UseBinaryStandardStreams() {}
+
 bool ProcessEnvironment::StandardErrorIsTerminal() {
     return ::isatty(2) != 0;
 }

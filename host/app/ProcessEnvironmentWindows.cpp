@@ -1,9 +1,13 @@
 #include "app/ProcessEnvironment.h"
 
+#include "ztutil/ZtUSysString.h"
+
+#include <cstdio>
+#include <fcntl.h>
 #include <io.h>
 #include <windows.h>
-
-#include <string>
+// After windows.h, which it needs.
+#include <shellapi.h>
 
 std::filesystem::path ProcessEnvironment::ProgramFolder() {
     // The path may be longer than MAX_PATH; grow the buffer until it fits.
@@ -23,6 +27,26 @@ std::filesystem::path ProcessEnvironment::ProgramFolder() {
 
 const char* ProcessEnvironment::PluginFileName() {
     return "ztodpds.dll";
+}
+
+// argv holds the arguments in the system's code page, which may not hold every
+// character of a file name; the wide command line holds them all.
+std::vector<std::string> ProcessEnvironment::Utf8Arguments(int argc, char** argv) {
+    int count = 0;
+    wchar_t** wide = ::CommandLineToArgvW(::GetCommandLineW(), &count);
+    if (!wide)
+        return std::vector<std::string>(argv, argv + argc);
+    std::vector<std::string> arguments;
+    arguments.reserve(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i)
+        arguments.push_back(ZtUSysString::WideToPath(wide[i]));
+    ::LocalFree(wide);
+    return arguments;
+}
+
+void ProcessEnvironment::UseBinaryStandardStreams() {
+    ::_setmode(::_fileno(stdout), _O_BINARY);
+    ::_setmode(::_fileno(stderr), _O_BINARY);
 }
 
 bool ProcessEnvironment::StandardErrorIsTerminal() {
