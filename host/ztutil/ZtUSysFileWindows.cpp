@@ -57,16 +57,11 @@ int CreateTemporary(const std::wstring& target, int mode, std::wstring* temporar
 // descriptor still writes).
 ZtUFile* OpenReplacement(const wchar_t* target, unsigned permissions) {
     const std::string shown = ZtUSysString::WideToPath(target);
-    struct _stat64 status;
-    if (::_wstat64(target, &status) == 0) {
-        if (!IsRegular(status)) {
-            ZtUSysFile::RecordWriteFailure(shown, (status.st_mode & _S_IFMT) == _S_IFDIR
-                                                      ? std::strerror(EISDIR)
-                                                      : "not a regular file");
-            return nullptr;
-        }
-    } else if (errno != ENOENT) {
-        ZtUSysFile::RecordWriteFailure(shown, std::strerror(errno));
+    // The attributes, unlike the C library's stat, see a folder named with a separator
+    // at the end.
+    const DWORD attributes = ::GetFileAttributesW(target);
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY)) {
+        ZtUSysFile::RecordWriteFailure(shown, std::strerror(EISDIR));
         return nullptr;
     }
     std::wstring temporary;
@@ -105,13 +100,14 @@ ZtUSysDirHandle ZtUSysFile::OpenDirW(const wchar_t* path) {
         return {};
     std::wstring prefix = path;
     if (!prefix.empty() && prefix.back() != L'/' && prefix.back() != L'\\')
-        prefix += L'\\';
+        prefix += L'/';
     WIN32_FIND_DATAW entry;
     // The folder of a bare file name is the empty string: the working directory.
     const HANDLE find = ::FindFirstFileW((prefix + L"*").c_str(), &entry);
     if (find == INVALID_HANDLE_VALUE)
         return {};
-    // Sorted by the UTF-8 bytes of the names, as on every platform.
+    // Sorted by the UTF-8 bytes of the names and joined with a slash, as on every
+    // platform, so that walks give the same paths.
     std::vector<std::string> names;
     do {
         if (!(entry.dwFileAttributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)))
