@@ -1,6 +1,7 @@
 #include "ztutil/ZtUSysFile.h"
 
 #include "ztutil/ZtUFormat.h"
+#include "ztutil/ZtUSysPathRoot.h"
 #include "ztutil/ZtUSysString.h"
 
 #include <algorithm>
@@ -32,8 +33,7 @@ std::vector<ZtUSysFile::WriteFailure>& WriteFailures() {
 
 // Appends the elements of `path` to `out`, a normalised path, resolving "." and ".."
 // as it goes: no element is copied apart, so a long name is held once.
-void AppendNormalised(std::wstring_view path, bool absolute, std::wstring& out) {
-    const std::size_t root = absolute ? 1 : 0;
+void AppendNormalised(std::wstring_view path, std::size_t root, std::wstring& out) {
     std::size_t start = 0;
     while (start <= path.size()) {
         std::size_t end = start;
@@ -51,7 +51,7 @@ void AppendNormalised(std::wstring_view path, bool absolute, std::wstring& out) 
                 out.resize(last > root ? last - 1 : root);
                 continue;
             }
-            if (absolute)
+            if (root > 0)
                 continue;
         }
         if (out.size() > root)
@@ -152,14 +152,14 @@ void ZtUSysFile::MakeAbsoluteW(const wchar_t* folder, const wchar_t* path,
     if (!out)
         return;
     const std::wstring_view relative = path ? path : L"";
-    const std::wstring_view base =
-        folder && !(!relative.empty() && IsSeparator(relative[0])) ? folder : L"";
+    const std::wstring_view base = folder && ZtUSysPathRootLength(relative) == 0 ? folder : L"";
     const std::wstring_view first = base.empty() ? relative : base;
-    const bool absolute = !first.empty() && IsSeparator(first[0]);
-    std::wstring normalised = absolute ? L"/" : L"";
+    const std::size_t root = ZtUSysPathRootLength(first);
+    std::wstring normalised(first.substr(0, root));
+    std::replace(normalised.begin(), normalised.end(), L'\\', L'/');
     normalised.reserve(base.size() + 1 + relative.size());
-    AppendNormalised(base, absolute, normalised);
-    AppendNormalised(relative, absolute, normalised);
+    AppendNormalised(base.empty() ? base : base.substr(root), root, normalised);
+    AppendNormalised(base.empty() ? relative.substr(root) : relative, root, normalised);
     if (normalised.empty())
         normalised = L".";
     out->SetString(normalised.c_str(), normalised.size());

@@ -1,5 +1,6 @@
 #include "ztutil/ZtUSysFile.h"
 
+#include "ztutil/ZtUSysPathRoot.h"
 #include "ztutil/ZtUSysString.h"
 
 #include <algorithm>
@@ -131,4 +132,8 @@ ZtUSysDirHandle ZtUSysFile::OpenDirW(const wchar_t* path) {
     for (const std::string& name : names)
         fullNames.push_back(prefix + ZtUSysString::PathToWide(name));
     return ZtUSysDirHandle(std::move(fullNames));
+}
+
+std::size_t ZtUSysPathRootLength(std::wstring_view path) {
+    return !path.empty() && (path[0] == L'/' || path[0] == L'\\') ? 1 : 0;
 }

@@ -1,5 +1,6 @@
 #include "ztutil/ZtUSysFile.h"
 
+#include "ztutil/ZtUSysPathRoot.h"
 #include "ztutil/ZtUSysString.h"
 
 #include <algorithm>
@@ -121,4 +122,12 @@ ZtUSysDirHandle ZtUSysFile::OpenDirW(const wchar_t* path) {
     for (const std::string& name : names)
         fullNames.push_back(prefix + ZtUSysString::PathToWide(name));
     return ZtUSysDirHandle(std::move(fullNames));
+}
+
+// A drive's root, or a leading separator (the current drive's root).
+std::size_t ZtUSysPathRootLength(std::wstring_view path) {
+    const auto separator = [](wchar_t c) { return c == L'/' || c == L'\\'; };
+    if (path.size() >= 3 && path[1] == L':' && separator(path[2]))
+        return 3;
+    return !path.empty() && separator(path[0]) ? 1 : 0;
 }
