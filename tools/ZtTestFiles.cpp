@@ -2,23 +2,33 @@
 
 #include "ztutil/ZtUSysString.h"
 
-#include <cstdlib>
-#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <unistd.h>
+#include <random>
 
 ZtTestTempDir::ZtTestTempDir()
     : ZtTestTempDir([] {
-          const char* base = std::getenv("TMPDIR");
-          return std::string(base && *base ? base : "/tmp");
+          std::error_code error;
+          // With forward slashes and no separator at the end, as the tests join paths.
+          std::u8string base = std::filesystem::temp_directory_path(error).generic_u8string();
+          while (base.size() > 1 && base.back() == u8'/')
+              base.pop_back();
+          return error ? std::string(".") : std::string(base.begin(), base.end());
       }()) {}
 
+// A new folder of a random name; creating it fails if another test took the name.
 ZtTestTempDir::ZtTestTempDir(const std::string& base) {
-    std::string pattern = base + "/zttest-XXXXXX";
-    if (::mkdtemp(pattern.data()))
-        path_ = pattern;
+    std::random_device seed;
+    std::mt19937_64 random(seed());
+    for (int attempt = 0; attempt < 100; ++attempt) {
+        const std::string candidate = base + "/zttest-" + std::to_string(random() % 1000000000);
+        std::error_code error;
+        if (std::filesystem::create_directory(candidate, error)) {
+            path_ = candidate;
+            return;
+        }
+    }
 }
 
 ZtTestTempDir::~ZtTestTempDir() {
@@ -45,25 +55,4 @@ bool ZtTestWriteBytes(const std::string& path, const std::string& bytes) {
 std::string ZtTestReadBytes(const std::string& path) {
     std::ifstream in(path, std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
-
-bool ZtTestBreakOpenFile(const std::string& path) {
-    std::error_code error;
-    const std::filesystem::path target = std::filesystem::canonical(path, error);
-    if (error)
-        return false;
-    const int directory = ::open(target.parent_path().c_str(), O_RDONLY | O_DIRECTORY);
-    if (directory < 0)
-        return false;
-    bool broken = false;
-    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd", error)) {
-        std::error_code linkError;
-        if (std::filesystem::read_symlink(entry.path(), linkError) != target)
-            continue;
-        const int descriptor = std::atoi(entry.path().filename().c_str());
-        if (descriptor != directory && ::dup2(directory, descriptor) >= 0)
-            broken = true;
-    }
-    ::close(directory);
-    return broken;
 }

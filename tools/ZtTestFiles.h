@@ -29,3 +29,5 @@ std::string ZtTestReadBytes(const std::string& path);
 // descriptor that this process holds on `path` is replaced by one on a directory. Returns
 // false if no descriptor of this process is open on `path`.
 bool ZtTestBreakOpenFile(const std::string& path);
+// Whether ZtTestBreakOpenFile can work on this platform.
+bool ZtTestCanBreakOpenFiles();

@@ -2,6 +2,7 @@
 
 #include "app/CommandLine.h"
 #include "app/FailureMessage.h"
+#include "app/ProcessEnvironment.h"
 #include "app/RedlineOptions.h"
 #include "app/Report.h"
 #include "app/ReportStream.h"
@@ -18,8 +19,6 @@
 #include <string>
 #include <vector>
 
-#include <unistd.h>
-
 namespace {
 
 int Fail(const std::string& message, int status = kExitHostFailure) {
@@ -27,17 +26,23 @@ int Fail(const std::string& message, int status = kExitHostFailure) {
     return status;
 }
 
+// A path as the host's UTF-8 text (on Windows a path is UTF-16 natively).
+std::string Utf8(const std::filesystem::path& path) {
+    const std::u8string text = path.u8string();
+    return std::string(text.begin(), text.end());
+}
+
 // The plug-in library beside this program, as the build tree has it, or else in the
 // installed tree's lib folder beside bin.
 std::string DefaultPluginPath() {
     std::error_code error;
-    const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
-    const std::filesystem::path folder = error ? std::filesystem::path(".") : self.parent_path();
-    const std::filesystem::path beside = folder / "ztodpds.so";
-    const std::filesystem::path installed = folder / ".." / "lib" / "ztodpds.so";
+    const std::filesystem::path folder = ProcessEnvironment::ProgramFolder();
+    const char* name = ProcessEnvironment::PluginFileName();
+    const std::filesystem::path beside = folder / name;
+    const std::filesystem::path installed = folder / ".." / "lib" / name;
     if (!std::filesystem::exists(beside, error) && std::filesystem::exists(installed, error))
-        return installed.lexically_normal();
-    return beside;
+        return Utf8(installed.lexically_normal());
+    return Utf8(beside);
 }
 
 // The library to load for --plugin: a name without a folder that exists in the working
@@ -152,7 +157,7 @@ int RunPdsReview(int argc, char** argv) {
 
     // Written as it is made: the report may be many times the size of what came in.
     session.progress.Start("report");
-    ReportStream out(stdout, isatty(1) ? &session.progress : nullptr);
+    ReportStream out(stdout, ProcessEnvironment::IsTerminal(1) ? &session.progress : nullptr);
     if (commandLine.json)
         WriteJsonReport(out, session);
     else

@@ -1,11 +1,11 @@
 #include "app/Session.h"
 
+#include "app/ProcessEnvironment.h"
 #include "ztplugin/ZtOpPlugin.h"
 
-#include <unistd.h>
-
 Session::Session(const CommandLine& commandLine)
-    : options(commandLine), progress(stderr, !commandLine.quiet && isatty(2)) {}
+    : options(commandLine),
+      progress(stderr, !commandLine.quiet && ProcessEnvironment::IsTerminal(2)) {}
 
 Session::~Session() {
     for (ZtOpPlugin* plugin : library.GetPlugins())

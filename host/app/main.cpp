@@ -1,13 +1,22 @@
 #include "app/Application.h"
+#include "app/ProcessEnvironment.h"
 
 #include <cstdio>
 #include <new>
+#include <string>
+#include <vector>
 
 int main(int argc, char** argv) {
     // Memory that runs out in the host (the library guards its own) ends the run with a
     // word, not an abort.
     try {
-        return RunPdsReview(argc, argv);
+        ProcessEnvironment::UseBinaryStandardStreams();
+        std::vector<std::string> arguments = ProcessEnvironment::Utf8Arguments(argc, argv);
+        std::vector<char*> pointers;
+        for (std::string& argument : arguments)
+            pointers.push_back(argument.data());
+        pointers.push_back(nullptr);
+        return RunPdsReview(static_cast<int>(arguments.size()), pointers.data());
     } catch (const std::bad_alloc&) {
         std::fputs("pdsreview: out of memory\n", stderr);
         return 2;

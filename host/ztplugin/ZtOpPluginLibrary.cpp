@@ -3,25 +3,25 @@
 #include "ztplugin/ZtOpDB.h"
 #include "ztplugin/ZtOpPlugin.h"
 #include "ztplugin/ZtOpPluginList.h"
-
-#include <dlfcn.h>
+#include "ztplugin/ZtOpSharedObject.h"
 
 bool ZtOpPluginLibrary::Load(const std::string& path, const std::string& entryName,
                              std::string* error) {
     Unload();
-    void* handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    std::string reason;
+    void* handle = ZtOpSharedObject::Open(path, &reason);
     if (!handle) {
         if (error)
-            *error = "cannot load plug-in library " + path + ": " + dlerror();
+            *error = "cannot load plug-in library " + path + ": " + reason;
         return false;
     }
     const std::string symbol = "ZtOpPluginEntry" + entryName;
     using Entry = ZtOpPluginList* (*)();
-    auto entry = reinterpret_cast<Entry>(dlsym(handle, symbol.c_str()));
+    auto entry = reinterpret_cast<Entry>(ZtOpSharedObject::Find(handle, symbol.c_str()));
     if (!entry) {
         if (error)
             *error = "plug-in library " + path + " has no entry function " + symbol;
-        dlclose(handle);
+        ZtOpSharedObject::Close(handle);
         return false;
     }
     handle_ = handle;
@@ -43,6 +43,6 @@ void ZtOpPluginLibrary::Unload() {
         ZtOpDB::RemovePlugin(*at);
     plugins_.clear();
     if (handle_)
-        dlclose(handle_);
+        ZtOpSharedObject::Close(handle_);
     handle_ = nullptr;
 }

@@ -13,7 +13,8 @@ public:
     ZtUAutoCLocaleOverride& operator=(const ZtUAutoCLocaleOverride&) = delete;
 
 private:
-    // locale_t values, kept opaque so that this header needs no system header.
+    // The platform's saved state (on POSIX the locale_t values), kept opaque so that
+    // this header needs no system header.
     void* override_ = nullptr;
     void* previous_ = nullptr;
 };

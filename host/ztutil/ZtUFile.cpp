@@ -1,5 +1,6 @@
 #include "ztutil/ZtUFile.h"
 
+#include "ztutil/ZtUSysDescriptor.h"
 #include "ztutil/ZtUSysFile.h"
 #include "ztutil/ZtUSysString.h"
 
@@ -9,8 +10,6 @@
 #include <cstdio>
 #include <cstring>
 #include <cwchar>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 
@@ -42,9 +41,9 @@ ZtUFile::ZtUFile(int descriptor, Mode mode)
         return;
     // A small file takes buffers in proportion to it; one that grows while it is read is
     // still read whole, in smaller pieces.
-    struct stat status;
-    if (::fstat(descriptor_, &status) == 0 && S_ISREG(status.st_mode))
-        readSize_ = std::clamp(static_cast<std::size_t>(status.st_size), kSmallChunk, kChunk);
+    const long long size = ZtUSysDescriptor::RegularFileSize(descriptor_);
+    if (size >= 0)
+        readSize_ = std::clamp(static_cast<std::size_t>(size), kSmallChunk, kChunk);
     // Left uninitialised: every byte and unit is written before it is read, and clearing
     // them would cost as much as reading a small file.
     bytes_ = std::make_unique_for_overwrite<unsigned char[]>(readSize_ + kLookahead);
@@ -75,10 +74,7 @@ unsigned ZtUFile::Refill() {
 void ZtUFile::DecodeChunk() {
     next_ = end_ = units_.get();
     std::size_t available = carried_;
-    ssize_t got;
-    do {
-        got = ::read(descriptor_, bytes_.get() + available, readSize_);
-    } while (got < 0 && errno == EINTR);
+    const long long got = ZtUSysDescriptor::Read(descriptor_, bytes_.get() + available, readSize_);
     if (got < 0)
         error_ = true;
     else
@@ -265,10 +261,8 @@ void ZtUFile::EncodeUnit(unsigned unit) {
 bool ZtUFile::Flush() {
     std::size_t done = 0;
     while (done < pending_.size() && !error_) {
-        const ssize_t written =
-            ::write(descriptor_, pending_.data() + done, pending_.size() - done);
-        if (written < 0 && errno == EINTR)
-            continue;
+        const long long written =
+            ZtUSysDescriptor::Write(descriptor_, pending_.data() + done, pending_.size() - done);
         if (written <= 0) {
             Fail(written < 0 ? errno : EIO);
             break;
@@ -294,11 +288,12 @@ int ZtUFile::Close() {
             ZtUSysString::AppendUtf8(pending_, kReplacementCharacter);
         }
         // A replacement must be on the device before it takes the old file's place.
-        if (Flush() && !target_.empty() && ::fsync(descriptor_) != 0)
-            Fail(errno);
+        if (Flush() && !target_.empty())
+            if (const int error = ZtUSysDescriptor::Commit(descriptor_))
+                Fail(error);
     }
-    if (::close(descriptor_) != 0)
-        Fail(errno);
+    if (const int error = ZtUSysDescriptor::Close(descriptor_))
+        Fail(error);
     descriptor_ = -1;
     const bool ok = Replace(!error_);
     return ok ? 0 : -1;
@@ -307,10 +302,11 @@ int ZtUFile::Close() {
 bool ZtUFile::Replace(bool ok) {
     if (target_.empty())
         return ok;
-    if (ok && std::rename(temporary_.c_str(), target_.c_str()) != 0)
-        Fail(errno);
+    if (ok)
+        if (const int error = ZtUSysDescriptor::Replace(temporary_, target_))
+            Fail(error);
     if (error_) {
-        ::unlink(temporary_.c_str());
+        ZtUSysDescriptor::Remove(temporary_);
         ZtUSysFile::RecordWriteFailure(shownPath_, std::strerror(errorNumber_));
     }
     return !error_;

@@ -1,6 +1,7 @@
 #include "ztutil/ZtUSysFile.h"
 
 #include "ztutil/ZtUFormat.h"
+#include "ztutil/ZtUSysPathRoot.h"
 #include "ztutil/ZtUSysString.h"
 
 #include <algorithm>
@@ -25,85 +26,14 @@ std::size_t LastSeparator(const std::wstring& path) {
     return path.find_last_of(L"/\\");
 }
 
-std::string ToSystemPath(const wchar_t* path) {
-    return ZtUSysString::WideToPath(path);
-}
-
-// Opens without blocking (a FIFO would wait for a partner) and keeps regular files only.
-int OpenRegularFile(const std::string& path, int flags, mode_t permissions) {
-    const int descriptor =
-        ::open(path.c_str(), flags | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, permissions);
-    if (descriptor < 0)
-        return -1;
-    struct stat status;
-    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode) ||
-        ::fcntl(descriptor, F_SETFL, ::fcntl(descriptor, F_GETFL) & ~O_NONBLOCK) != 0) {
-        ::close(descriptor);
-        return -1;
-    }
-    return descriptor;
-}
-
 std::vector<ZtUSysFile::WriteFailure>& WriteFailures() {
     static std::vector<ZtUSysFile::WriteFailure> failures;
     return failures;
 }
 
-// The mode of a new file for the Windows permission pair, less the umask. The umask can
-// only be read by setting it; the host creates files from one thread.
-mode_t NewFileMode(unsigned permissions) {
-    constexpr unsigned kWindowsWrite = 0x80;
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    return static_cast<mode_t>((permissions & kWindowsWrite) ? 0666 : 0444) & ~mask;
-}
-
-// A write stream on a temporary file in the target's folder; see fopenW.
-ZtUFile* OpenReplacement(const std::string& target, unsigned permissions) {
-    std::string resolved = target;
-    mode_t mode = 0;
-    struct stat status;
-    if (::stat(target.c_str(), &status) == 0) {
-        if (!S_ISREG(status.st_mode)) {
-            ZtUSysFile::RecordWriteFailure(target, S_ISDIR(status.st_mode) ? std::strerror(EISDIR)
-                                                                           : "not a regular file");
-            return nullptr;
-        }
-        mode = status.st_mode & 07777;
-        // Through a link, the file it names is replaced, not the link.
-        if (char* real = ::realpath(target.c_str(), nullptr)) {
-            resolved = real;
-            std::free(real);
-        }
-    } else if (errno == ENOENT) {
-        mode = NewFileMode(permissions);
-    } else {
-        ZtUSysFile::RecordWriteFailure(target, std::strerror(errno));
-        return nullptr;
-    }
-    const std::size_t slash = resolved.rfind('/');
-    const std::string folder = slash == std::string::npos ? "" : resolved.substr(0, slash + 1);
-    const std::string name = slash == std::string::npos ? resolved : resolved.substr(slash + 1);
-    std::string temporary = folder + "." + name + ".XXXXXX";
-    const int descriptor = ::mkostemp(temporary.data(), O_CLOEXEC);
-    if (descriptor < 0) {
-        ZtUSysFile::RecordWriteFailure(target, std::strerror(errno));
-        return nullptr;
-    }
-    if (::fchmod(descriptor, mode) != 0) {
-        const int error = errno;
-        ::close(descriptor);
-        ::unlink(temporary.c_str());
-        ZtUSysFile::RecordWriteFailure(target, std::strerror(error));
-        return nullptr;
-    }
-    return new ZtUFile(descriptor, std::move(temporary), std::move(resolved), target);
-}
-
 // Appends the elements of `path` to `out`, a normalised path, resolving "." and ".."
 // as it goes: no element is copied apart, so a long name is held once.
-void AppendNormalised(std::wstring_view path, bool absolute, std::wstring& out) {
-    const std::size_t root = absolute ? 1 : 0;
+void AppendNormalised(std::wstring_view path, std::size_t root, std::wstring& out) {
     std::size_t start = 0;
     while (start <= path.size()) {
         std::size_t end = start;
@@ -121,7 +51,7 @@ void AppendNormalised(std::wstring_view path, bool absolute, std::wstring& out) 
                 out.resize(last > root ? last - 1 : root);
                 continue;
             }
-            if (absolute)
+            if (root > 0)
                 continue;
         }
         if (out.size() > root)
@@ -134,21 +64,6 @@ void AppendNormalised(std::wstring_view path, bool absolute, std::wstring& out) 
 
 ZtUSysFileInfoHandle* ZtUSysDirHandle::OpenFileInfo() const {
     return IsValid() ? new ZtUSysFileInfoHandle(entries_[at_]) : nullptr;
-}
-
-ZtUFile* ZtUSysFile::fopenW(const wchar_t* path, AccessMode access, CreationMode creation,
-                            TranslationMode translation, ShareMode, unsigned,
-                            unsigned permissions) {
-    if (!path || !*path || translation != kTranslateText)
-        return nullptr;
-    const std::string systemPath = ToSystemPath(path);
-    if (access == kAccessRead && creation == kOpenExisting) {
-        const int descriptor = OpenRegularFile(systemPath, O_RDONLY, 0);
-        return descriptor < 0 ? nullptr : new ZtUFile(descriptor, ZtUFile::Mode::kRead);
-    }
-    if (access == kAccessWrite && creation == kCreateAlways)
-        return OpenReplacement(systemPath, permissions);
-    return nullptr;
 }
 
 std::vector<ZtUSysFile::WriteFailure> ZtUSysFile::TakeWriteFailures() {
@@ -237,50 +152,17 @@ void ZtUSysFile::MakeAbsoluteW(const wchar_t* folder, const wchar_t* path,
     if (!out)
         return;
     const std::wstring_view relative = path ? path : L"";
-    const std::wstring_view base =
-        folder && !(!relative.empty() && IsSeparator(relative[0])) ? folder : L"";
+    const std::wstring_view base = folder && ZtUSysPathRootLength(relative) == 0 ? folder : L"";
     const std::wstring_view first = base.empty() ? relative : base;
-    const bool absolute = !first.empty() && IsSeparator(first[0]);
-    std::wstring normalised = absolute ? L"/" : L"";
+    const std::size_t root = ZtUSysPathRootLength(first);
+    std::wstring normalised(first.substr(0, root));
+    std::replace(normalised.begin(), normalised.end(), L'\\', L'/');
     normalised.reserve(base.size() + 1 + relative.size());
-    AppendNormalised(base, absolute, normalised);
-    AppendNormalised(relative, absolute, normalised);
+    AppendNormalised(base.empty() ? base : base.substr(root), root, normalised);
+    AppendNormalised(base.empty() ? relative.substr(root) : relative, root, normalised);
     if (normalised.empty())
         normalised = L".";
     out->SetString(std::move(normalised));
-}
-
-bool ZtUSysFile::ExistsW(const wchar_t* path) {
-    struct stat status;
-    return path && *path && ::stat(ToSystemPath(path).c_str(), &status) == 0;
-}
-
-ZtUSysDirHandle ZtUSysFile::OpenDirW(const wchar_t* path) {
-    if (!path)
-        return {};
-    // The folder of a bare file name is the empty string: the working directory.
-    DIR* directory = ::opendir(*path ? ToSystemPath(path).c_str() : ".");
-    if (!directory)
-        return {};
-    std::vector<std::string> names;
-    while (const dirent* entry = ::readdir(directory)) {
-        // Links count as what they point to, as with fopenW.
-        struct stat status;
-        if (::fstatat(::dirfd(directory), entry->d_name, &status, 0) == 0 &&
-            S_ISREG(status.st_mode))
-            names.emplace_back(entry->d_name);
-    }
-    ::closedir(directory);
-    std::sort(names.begin(), names.end());
-
-    std::wstring prefix = path;
-    if (!prefix.empty() && !IsSeparator(prefix.back()))
-        prefix += L'/';
-    std::vector<std::wstring> fullNames;
-    fullNames.reserve(names.size());
-    for (const std::string& name : names)
-        fullNames.push_back(prefix + ZtUSysString::PathToWide(name));
-    return ZtUSysDirHandle(std::move(fullNames));
 }
 
 void ZtUSysFile::CloseFileInfo(ZtUSysFileInfoHandle* info) {

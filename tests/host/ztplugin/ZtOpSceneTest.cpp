@@ -1,9 +1,9 @@
 #include "ztplugin/ZtOpScene.h"
-#include "ztplugin/ZtOpSceneRef.h"
 #include "ztlinear/ZtLFrustum3f.h"
 #include "ztnav/ZtNvViewPoint.h"
 #include "ztobject/ZtOaPartition.h"
 #include "ztobject/ZtOaShape.h"
+#include "ztplugin/ZtOpSceneRef.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,23 @@
+#pragma once
+#include <filesystem>
+#include <string>
+#include <vector>
+
+// What pdsreview asks of the operating system about its own process; each platform has
+// its own implementation file.
+namespace ProcessEnvironment {
+
+// The folder of the running program, or "." where it can't be found.
+std::filesystem::path ProgramFolder();
+// The plug-in library's file name on this platform.
+const char* PluginFileName();
+// The command line's arguments as UTF-8, whatever the system's code page.
+std::vector<std::string> Utf8Arguments(int argc, char** argv);
+// Standard output and error take the program's bytes as they are (no LF to CR LF), so
+// that the output is the same on every platform.
+void UseBinaryStandardStreams();
+// Whether the standard stream of this descriptor (1 output, 2 error) is a terminal,
+// where a progress bar can be drawn.
+bool IsTerminal(int descriptor);
+
+} // namespace ProcessEnvironment

@@ -1,0 +1,64 @@
+#include "ztutil/ZtUAutoCLocaleOverride.h"
+
+#include <clocale>
+#include <locale.h>
+#include <string>
+
+namespace {
+
+int Category(int category) {
+    switch (category) {
+    case 0:
+        return LC_ALL;
+    case 1:
+        return LC_COLLATE;
+    case 2:
+        return LC_CTYPE;
+    case 3:
+        return LC_MONETARY;
+    case 4:
+        return LC_NUMERIC;
+    case 5:
+        return LC_TIME;
+    default:
+        return -1;
+    }
+}
+
+// What the override replaced: the thread's per-thread-locale setting and the category's
+// locale name.
+struct Saved {
+    int perThread;
+    int category;
+    std::string name;
+};
+
+} // namespace
+
+// The C library's locale is process-wide unless the thread asks for its own; the
+// override turns the thread's own locale on, so that setlocale touches no other thread.
+ZtUAutoCLocaleOverride::ZtUAutoCLocaleOverride(int category) {
+    const int lc = Category(category);
+    if (lc < 0)
+        return;
+    const int perThread = ::_configthreadlocale(_ENABLE_PER_THREAD_LOCALE);
+    if (perThread == -1)
+        return;
+    const char* current = ::setlocale(lc, nullptr);
+    auto* saved = new Saved{perThread, lc, current ? current : "C"};
+    if (!::setlocale(lc, "C")) {
+        ::_configthreadlocale(perThread);
+        delete saved;
+        return;
+    }
+    override_ = saved;
+}
+
+ZtUAutoCLocaleOverride::~ZtUAutoCLocaleOverride() {
+    auto* saved = static_cast<Saved*>(override_);
+    if (!saved)
+        return;
+    ::setlocale(saved->category, saved->name.c_str());
+    ::_configthreadlocale(saved->perThread);
+    delete saved;
+}

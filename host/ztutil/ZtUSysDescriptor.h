@@ -1,0 +1,27 @@
+#pragma once
+#include <cstddef>
+#include <string>
+
+// The operating system's calls on an open file descriptor that the text stream makes,
+// and the move that puts a replacement in place. Each platform has its own
+// implementation file. Failures return the C library's error number (errno).
+namespace ZtUSysDescriptor {
+
+// Bytes read into `buffer` (0 at the end of the file), or -1 with errno set. An
+// interrupted call is retried.
+long long Read(int descriptor, void* buffer, std::size_t size);
+// Bytes written (some, not necessarily all), or -1 with errno set.
+long long Write(int descriptor, const void* bytes, std::size_t size);
+// The size of a regular file, or -1 for anything else.
+long long RegularFileSize(int descriptor);
+// Puts the file's data on the device: 0, or an error number.
+int Commit(int descriptor);
+// 0, or an error number.
+int Close(int descriptor);
+// Moves `from` over `to` in one step, both UTF-8 paths in one folder: 0, or an error
+// number.
+int Replace(const std::string& from, const std::string& to);
+// Removes the file, ignoring failure.
+void Remove(const std::string& path);
+
+} // namespace ZtUSysDescriptor

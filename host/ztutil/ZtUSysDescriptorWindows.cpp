@@ -1,0 +1,74 @@
+#include "ztutil/ZtUSysDescriptor.h"
+
+#include "ztutil/ZtUSysString.h"
+
+#include <cerrno>
+#include <climits>
+#include <io.h>
+#include <sys/stat.h>
+#include <windows.h>
+
+namespace {
+
+// The C library's reads and writes take an unsigned count.
+unsigned Count(std::size_t size) {
+    return size > INT_MAX ? INT_MAX : static_cast<unsigned>(size);
+}
+
+// The nearest C library error number for a system error of the file functions.
+int ErrorNumber(DWORD error) {
+    switch (error) {
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND:
+        return ENOENT;
+    case ERROR_ACCESS_DENIED:
+    case ERROR_SHARING_VIOLATION:
+    case ERROR_LOCK_VIOLATION:
+        return EACCES;
+    case ERROR_DISK_FULL:
+    case ERROR_HANDLE_DISK_FULL:
+        return ENOSPC;
+    default:
+        return EIO;
+    }
+}
+
+} // namespace
+
+long long ZtUSysDescriptor::Read(int descriptor, void* buffer, std::size_t size) {
+    return ::_read(descriptor, buffer, Count(size));
+}
+
+long long ZtUSysDescriptor::Write(int descriptor, const void* bytes, std::size_t size) {
+    return ::_write(descriptor, bytes, Count(size));
+}
+
+long long ZtUSysDescriptor::RegularFileSize(int descriptor) {
+    struct _stat64 status;
+    if (::_fstat64(descriptor, &status) != 0 || (status.st_mode & _S_IFMT) != _S_IFREG)
+        return -1;
+    return status.st_size;
+}
+
+int ZtUSysDescriptor::Commit(int descriptor) {
+    return ::_commit(descriptor) == 0 ? 0 : errno;
+}
+
+int ZtUSysDescriptor::Close(int descriptor) {
+    return ::_close(descriptor) == 0 ? 0 : errno;
+}
+
+// The C library's rename fails on an existing target; the system's move replaces it,
+// and waits until the move is on the device.
+int ZtUSysDescriptor::Replace(const std::string& from, const std::string& to) {
+    const std::wstring source = ZtUSysString::PathToWide(from);
+    const std::wstring target = ZtUSysString::PathToWide(to);
+    if (::MoveFileExW(source.c_str(), target.c_str(),
+                      MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+        return 0;
+    return ErrorNumber(::GetLastError());
+}
+
+void ZtUSysDescriptor::Remove(const std::string& path) {
+    ::_wunlink(ZtUSysString::PathToWide(path).c_str());
+}

@@ -1,0 +1,139 @@
+#include "ztutil/ZtUSysFile.h"
+
+#include "ztutil/ZtUSysPathRoot.h"
+#include "ztutil/ZtUSysString.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+std::string ToSystemPath(const wchar_t* path) {
+    return ZtUSysString::WideToPath(path);
+}
+
+// Opens without blocking (a FIFO would wait for a partner) and keeps regular files only.
+int OpenRegularFile(const std::string& path, int flags, mode_t permissions) {
+    const int descriptor =
+        ::open(path.c_str(), flags | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, permissions);
+    if (descriptor < 0)
+        return -1;
+    struct stat status;
+    if (::fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode) ||
+        ::fcntl(descriptor, F_SETFL, ::fcntl(descriptor, F_GETFL) & ~O_NONBLOCK) != 0) {
+        ::close(descriptor);
+        return -1;
+    }
+    return descriptor;
+}
+
+// The mode of a new file for the Windows permission pair, less the umask. The umask can
+// only be read by setting it; the host creates files from one thread.
+mode_t NewFileMode(unsigned permissions) {
+    constexpr unsigned kWindowsWrite = 0x80;
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return static_cast<mode_t>((permissions & kWindowsWrite) ? 0666 : 0444) & ~mask;
+}
+
+// A write stream on a temporary file in the target's folder; see fopenW.
+ZtUFile* OpenReplacement(const std::string& target, unsigned permissions) {
+    std::string resolved = target;
+    mode_t mode = 0;
+    struct stat status;
+    if (::stat(target.c_str(), &status) == 0) {
+        if (!S_ISREG(status.st_mode)) {
+            ZtUSysFile::RecordWriteFailure(target, S_ISDIR(status.st_mode) ? std::strerror(EISDIR)
+                                                                           : "not a regular file");
+            return nullptr;
+        }
+        mode = status.st_mode & 07777;
+        // Through a link, the file it names is replaced, not the link.
+        if (char* real = ::realpath(target.c_str(), nullptr)) {
+            resolved = real;
+            std::free(real);
+        }
+    } else if (errno == ENOENT) {
+        mode = NewFileMode(permissions);
+    } else {
+        ZtUSysFile::RecordWriteFailure(target, std::strerror(errno));
+        return nullptr;
+    }
+    const std::size_t slash = resolved.rfind('/');
+    const std::string folder = slash == std::string::npos ? "" : resolved.substr(0, slash + 1);
+    const std::string name = slash == std::string::npos ? resolved : resolved.substr(slash + 1);
+    std::string temporary = folder + "." + name + ".XXXXXX";
+    const int descriptor = ::mkostemp(temporary.data(), O_CLOEXEC);
+    if (descriptor < 0) {
+        ZtUSysFile::RecordWriteFailure(target, std::strerror(errno));
+        return nullptr;
+    }
+    if (::fchmod(descriptor, mode) != 0) {
+        const int error = errno;
+        ::close(descriptor);
+        ::unlink(temporary.c_str());
+        ZtUSysFile::RecordWriteFailure(target, std::strerror(error));
+        return nullptr;
+    }
+    return new ZtUFile(descriptor, std::move(temporary), std::move(resolved), target);
+}
+
+} // namespace
+
+ZtUFile* ZtUSysFile::fopenW(const wchar_t* path, AccessMode access, CreationMode creation,
+                            TranslationMode translation, ShareMode, unsigned,
+                            unsigned permissions) {
+    if (!path || !*path || translation != kTranslateText)
+        return nullptr;
+    const std::string systemPath = ToSystemPath(path);
+    if (access == kAccessRead && creation == kOpenExisting) {
+        const int descriptor = OpenRegularFile(systemPath, O_RDONLY, 0);
+        return descriptor < 0 ? nullptr : new ZtUFile(descriptor, ZtUFile::Mode::kRead);
+    }
+    if (access == kAccessWrite && creation == kCreateAlways)
+        return OpenReplacement(systemPath, permissions);
+    return nullptr;
+}
+
+bool ZtUSysFile::ExistsW(const wchar_t* path) {
+    struct stat status;
+    return path && *path && ::stat(ToSystemPath(path).c_str(), &status) == 0;
+}
+
+ZtUSysDirHandle ZtUSysFile::OpenDirW(const wchar_t* path) {
+    if (!path)
+        return {};
+    // The folder of a bare file name is the empty string: the working directory.
+    DIR* directory = ::opendir(*path ? ToSystemPath(path).c_str() : ".");
+    if (!directory)
+        return {};
+    std::vector<std::string> names;
+    while (const dirent* entry = ::readdir(directory)) {
+        // Links count as what they point to, as with fopenW.
+        struct stat status;
+        if (::fstatat(::dirfd(directory), entry->d_name, &status, 0) == 0 &&
+            S_ISREG(status.st_mode))
+            names.emplace_back(entry->d_name);
+    }
+    ::closedir(directory);
+    std::sort(names.begin(), names.end());
+
+    std::wstring prefix = path;
+    if (!prefix.empty() && prefix.back() != L'/' && prefix.back() != L'\\')
+        prefix += L'/';
+    std::vector<std::wstring> fullNames;
+    fullNames.reserve(names.size());
+    for (const std::string& name : names)
+        fullNames.push_back(prefix + ZtUSysString::PathToWide(name));
+    return ZtUSysDirHandle(std::move(fullNames));
+}
+
+std::size_t ZtUSysPathRootLength(std::wstring_view path) {
+    return !path.empty() && (path[0] == L'/' || path[0] == L'\\') ? 1 : 0;
+}
