@@ -191,34 +191,4 @@ TEST_F(ReadSet, ACacheFileIsLookedForBesideTheControlFileNotTheWorkingFolder) {
     EXPECT_EQ(set.GetSceneRefs()[1]->GetLoadFile().Str(), folder_.WideFile("a.kvc"));
 }
 
-// Control files made of the format's own pieces in random order, so that braces, keys
-// and numbers meet in every combination: reading, placing and finishing must hold up.
-TEST_F(ReadSet, ScrambledControlFilesAreReadWithoutHarm) {
-    using namespace std::string_literals;
-    const std::string pieces[] = {
-        // Keys, braces and names.
-        "DesignReview_Control{", "{", "}", "}}", "dgn{", "name{", "a.dgn", "sub/../b.kvc",
-        "transform{", "old_origin{", "new_origin{", "master_unit{",
-        // Units, blanks, numbers and bytes.
-        "ft", "'", "\"", " ", "\n", "\r\n", "1e308 ", "-1e999 ", "0x1p-1074 ", "nan ", "7 8 9 ",
-        "text{3 ", "\t", "\xc3\xb6", "\xff", "\0"s};
-    std::uint32_t seed = 12345;
-    auto next = [&seed] { return (seed = seed * 1103515245u + 12345u) >> 8; };
-    for (int file = 0; file < 300; ++file) {
-        std::string text = file % 2 ? "DesignReview_Control{" : "";
-        const std::uint32_t count = next() % 60;
-        for (std::uint32_t i = 0; i < count; ++i)
-            text += pieces[next() % std::size(pieces)];
-        SetInputFiles(static_cast<int>(next() % 3));
-        ZtOpSceneSet set;
-        const int status = Read(text, &set);
-        ASSERT_TRUE(status == 0 || status == 64 || status == 128) << text;
-        std::unique_ptr<ZtOaGroup> model = Model(next() % 2 ? 0.0 : 1000.0);
-        for (std::size_t i = 0; i < set.GetSceneRefs().Size(); ++i)
-            loader_.IPlaceSceneRef(record_, &set, set.GetSceneRefs()[i], model.get());
-        loader_.IFinishSet(record_, nullptr, nullptr, nullptr);
-        record_ = nullptr;
-    }
-}
-
 } // namespace
