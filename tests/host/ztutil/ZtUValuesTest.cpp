@@ -3,7 +3,6 @@
 #include "ztutil/ZtUData.h"
 #include "ztutil/ZtUName.h"
 #include "ztutil/ZtUOptionSet.h"
-#include "ztutil/ZtUResource.h"
 
 #include <gtest/gtest.h>
 
@@ -112,14 +111,6 @@ TEST(ZtUName, EnumNamesRoundTrip) {
         EXPECT_EQ(ZtUName::DecodeEnumName(ZtUString(bad), &value, &enumName), 0) << bad;
         EXPECT_EQ(value, -1);
     }
-}
-
-TEST(ZtUResource, AnswersItsTableElseTheDefault) {
-    EXPECT_STREQ(ZtUResource::FindString("ztlddgn_pds_compdata", nullptr), L"PDS");
-    EXPECT_STREQ(ZtUResource::FindString("IDS_WIN32_REDLINE_TAG_VIEW_FMT", L"x"), L"Tag View %llu");
-    EXPECT_STREQ(ZtUResource::FindString("ztodpds_tag_menu", L"PDS Tags..."), L"PDS Tags...");
-    EXPECT_EQ(ZtUResource::FindString("unknown", nullptr), nullptr);
-    EXPECT_EQ(ZtUResource::FindString(nullptr, nullptr), nullptr);
 }
 
 TEST(ZtUOptionSet, KeepsKindsAndDefaults) {
