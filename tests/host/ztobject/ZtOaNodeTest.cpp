@@ -54,23 +54,6 @@ ZtOaPartition* Tree() {
     return root;
 }
 
-TEST(ZtOaNode, FlagsTellTheNatureOfANode) {
-    ZtOaPartition partition(L"p");
-    ZtOaGroup group;
-    ZtOaShape shape{ZtLBox3f()};
-    EXPECT_TRUE(partition.IsGroup());
-    EXPECT_TRUE(partition.IsPartition());
-    EXPECT_TRUE(group.IsGroup());
-    EXPECT_FALSE(group.IsPartition());
-    EXPECT_FALSE(shape.IsGroup());
-    EXPECT_EQ(shape.GetPropertyBits(), 16u);
-    EXPECT_EQ(group.GetPropertyBits(), 0u);
-    EXPECT_EQ(group.GetElementIndex(), -1);
-    ZtLBox3f box;
-    EXPECT_EQ(group.GetBoundingBox(&box), 0);
-    EXPECT_EQ(shape.GetBoundingBox(&box), 1);
-}
-
 TEST(ZtOaGroup, ChildrenInOrderAndNullOutside) {
     std::unique_ptr<ZtOaPartition> root(Tree());
     ASSERT_EQ(root->GetNumChildren(), 3);
