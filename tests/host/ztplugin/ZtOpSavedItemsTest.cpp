@@ -64,28 +64,4 @@ TEST(ZtOpSelectionSetsElement, AppendMovesItemsAndRenewsDuplicateGuids) {
     EXPECT_EQ(folder->GetGuid(), folderGuid);
 }
 
-TEST(ZtOpSelectionSet, KeepsACopyOfItsFindSpecAndOwnsItsComments) {
-    auto* spec = new ZtOpFindSpec;
-    ZtUData value;
-    value.SetWideString(L"x");
-    spec->AddCondition(ZtOpFindCondition(nullptr, nullptr, ZtOpFindConditionFlags::kIgnoreCase,
-                                         ZtOpFindConditionOp::kEqual, value));
-    spec->SelectAll();
-    ZtOpFolderItem folder;
-    ZtOpSelectionSet* set = NewSet(L"s");
-    EXPECT_EQ(set->GetImplicitSelection().GetImplicitFindSpec(), nullptr);
-    set->EditImplicitSelection().SetImplicitFindSpec(*spec);
-    delete spec;
-    auto* comment = new ZtOpComment(0);
-    comment->SetBody(L"body");
-    set->EditComments().PushBack(comment);
-    folder.AddChild(set);
-    const ZtOpFindSpec* kept = set->GetImplicitSelection().GetImplicitFindSpec();
-    ASSERT_NE(kept, nullptr);
-    EXPECT_TRUE(kept->IsSelectAll());
-    ASSERT_EQ(kept->GetNumConditions(), 1u);
-    EXPECT_STREQ(kept->GetCondition(0).GetValue().GetWideString(), L"x");
-    EXPECT_EQ(set->GetComments().Get(0)->GetBody().Str(), L"body");
-}
-
 } // namespace
