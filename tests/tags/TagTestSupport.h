@@ -18,10 +18,6 @@
 #include <string>
 #include <vector>
 
-inline std::wstring TagFixture(const char* name) {
-    return ZtTestWide(std::string(ZT_TEST_DIR "/fixtures/") + name);
-}
-
 // A document whose first, empty model gives the units factor, with a folder for tag
 // files. Models of boxes made in memory and saved views with tags, all in master units,
 // can be added to export them.

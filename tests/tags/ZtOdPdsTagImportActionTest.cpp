@@ -50,71 +50,7 @@ struct Imported {
     int status = -1;
 };
 
-TEST(ZtOdPdsTagImportAction, TheFormatsExampleFieldByField) {
-    TagDocument document(10.0);
-    document.state.GetRedlineTool()->SetCurLineColor(ZtLColor3f(0, 0.5, 1));
-    document.state.GetRedlineTool()->SetCurLineThickness(4);
-    ZtOdPdsTagImportAction action(&document.state, document.state.GetRootNode());
-    ASSERT_EQ(action.Perform(TagFixture("example.tag").c_str(), nullptr), 0);
-    EXPECT_EQ(CommentIds(action), (Ids{{7, 8}, {9}}));
-    EXPECT_EQ(action.GetHighestId(), 9u);
-
-    const ZtLVec3f dir(-1, 0, 0);
-    const ZtLVec3f up(0, 0, 1);
-    const ZtLPos3f eyes[] = {{50, 20, 30}, {60, 20, 30}};
-    const char* names[] = {"Tag View 7", "Tag View 9"};
-    for (int v = 0; v < 2; ++v) {
-        SCOPED_TRACE(v);
-        const ZtOpView& view = ViewAt(action, v);
-        EXPECT_EQ(view.GetType(), ZtOpSavedItem::kTypeView);
-        EXPECT_EQ(ZtUSysString::WideToUtf8(view.GetName().Str()), names[v]);
-        const ZtNvViewPoint& viewPoint = view.AnonView().GetViewPoint();
-        const ZtNvCamera& camera = viewPoint.GetCamera();
-        ExpectNear(camera.GetPosition(), eyes[v]);
-        ExpectNear(camera.ViewDir(), dir);
-        ExpectNear(camera.GetUp(), up);
-        EXPECT_DOUBLE_EQ(camera.GetHeightField(), 45 * 0.017453292519943295);
-        EXPECT_FALSE(viewPoint.GetFocalDistance().has_value());
-        EXPECT_FALSE(viewPoint.GetWorldUp().has_value());
-        // Near at 10 UORs = 1 master unit, normal along the view; far at 90, against it.
-        EXPECT_EQ(EnabledPlanes(view), (std::vector<int>{0, 1}));
-        ExpectPlane(view, 0, dir, dir.Dot(eyes[v] + dir * 1.0));
-        ExpectPlane(view, 1, -dir, (-dir).Dot(eyes[v] + dir * 90.0));
-    }
-
-    struct Expected {
-        int view, index;
-        unsigned long long id;
-        const wchar_t* body;
-        ZtLPos3f position, point;
-    };
-    const Expected expected[] = {
-        {0, 0, 7, L"Check this valve.", {12, 21, 30.5}, {12.5, 21.5, 30.5}},
-        {0, 1, 8, L"Second remark.", {13, 22, 31}, {13, 22, 31}},
-        {1, 0, 9, L"Done", {14, 23, 32}, {14, 23, 32}},
-    };
-    for (const Expected& e : expected) {
-        SCOPED_TRACE(e.id);
-        const ZtOpView& view = ViewAt(action, e.view);
-        ASSERT_EQ(view.GetComments().Size(), view.GetRedlines().Size());
-        const ZtOpComment& comment = *view.GetComments()[e.index];
-        EXPECT_EQ(comment.GetId(), e.id);
-        EXPECT_EQ(comment.GetBody().Str(), e.body);
-        const ZtOpRedlineTag& tag = TagAt(view, e.index);
-        EXPECT_EQ(tag.GetRedlineType(), ZtOpRedline::kTypeTag);
-        EXPECT_EQ(tag.GetTagId(), e.id);
-        EXPECT_EQ(tag.GetCommentId(), e.id);
-        EXPECT_EQ(tag.GetPos3dValid(), 1);
-        ExpectNear(tag.GetPos3d(), e.position);
-        const ZtLPos3f& eye = eyes[e.view];
-        ExpectNear(tag.GetPos2dA(), CameraSpace(e.position, eye, dir, up));
-        ExpectNear(tag.GetPos2dB(), CameraSpace(e.point, eye, dir, up));
-        EXPECT_EQ(tag.GetFlags(), 0);
-        EXPECT_TRUE(tag.GetBox().IsEmpty());
-        EXPECT_EQ(tag.GetLineColor(), ZtLColor3f(0, 0.5, 1));
-        EXPECT_EQ(tag.GetLineThickness(), 4);
-    }
-}
+// The format's example, field by field, is the import-tags case's JSON output.
 
 TEST(ZtOdPdsTagImportAction, WithoutStickyKeysTheDefaultsMakeOneView) {
     Imported run(Tag(1) + Tag(2) + Tag(3));
