@@ -50,7 +50,8 @@ struct Imported {
     int status = -1;
 };
 
-// The format's example, field by field, is the import-tags case's JSON output.
+// The format's example, field by field and in units of its model's factor, is the
+// import-tags case's JSON output.
 
 TEST(ZtOdPdsTagImportAction, WithoutStickyKeysTheDefaultsMakeOneView) {
     Imported run(Tag(1) + Tag(2) + Tag(3));
@@ -238,18 +239,6 @@ TEST(ZtOdPdsTagImportAction, CrLfFilesReadLikeLfFiles) {
     EXPECT_EQ(b.GetComments()[0]->GetBody().Str(), L"line\r\nline");
     EXPECT_EQ(TagAt(a, 0).GetPos2dB(), TagAt(b, 0).GetPos2dB());
     EXPECT_EQ(EnabledPlanes(b), (std::vector<int>{0}));
-}
-
-TEST(ZtOdPdsTagImportAction, UnitsComeFromTheModelsFactor) {
-    Imported run("eye{3000 0 0}\nclip_near{1500}\npersp_ang{30}\n" + Head(1, 1001, -1500, 7) +
-                     "text{2\nok}}\n",
-                 1000.0);
-    const ZtOpView& view = ViewAt(run.action, 0);
-    ExpectNear(TagAt(view, 0).GetPos3d(), {1.001, -1.5, 0.007});
-    const ZtNvCamera& camera = view.AnonView().GetViewPoint().GetCamera();
-    ExpectNear(camera.GetPosition(), {3, 0, 0});
-    EXPECT_DOUBLE_EQ(camera.GetHeightField(), 30 * 0.017453292519943295);
-    ExpectPlane(view, 0, {-1, 0, 0}, -1.5);
 }
 
 TEST_F(ImportAction, Statuses) {
