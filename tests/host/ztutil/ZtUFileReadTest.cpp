@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <random>
 #include <string>
 #include <vector>
 
@@ -114,6 +113,7 @@ TEST(ZtUFileRead, SequencesAndLineEndsAcrossChunkSeams) {
                 const Units units = ReadUnits(dir.WideFile("seam.txt"));
                 ASSERT_EQ(units, Expected(bytes))
                     << "piece of " << piece.size() << " at " << before;
+                ASSERT_EQ(ReadUnitsByLines(dir.WideFile("seam.txt"), 7), units) << before;
             }
         }
     }
@@ -132,36 +132,6 @@ TEST(ZtUFileRead, Utf16LineEndAcrossChunkSeam) {
         expected.push_back('z');
         ASSERT_EQ(ReadUnits(dir.WideFile("seam16.txt")), expected) << before;
     }
-}
-
-// A large file of mixed pieces read whole, by fgetwc and by fgetws of several widths,
-// against the model of the decoding.
-TEST(ZtUFileRead, LargeMixedFileMatchesTheModel) {
-    const std::string pieces[] = {"a",
-                                  "Z",
-                                  " ",
-                                  "\n",
-                                  "\r",
-                                  "\r\n",
-                                  "\xc3\xa9",
-                                  "\xe2\x82\xac",
-                                  "\xf0\x9f\x98\x80",
-                                  "\xc0",
-                                  "\xff",
-                                  "\x80",
-                                  "\xe2\x82",
-                                  "{}"};
-    std::mt19937 random(20240521);
-    std::uniform_int_distribution<std::size_t> pick(0, std::size(pieces) - 1);
-    std::string bytes;
-    while (bytes.size() < 5 * kChunk / 2)
-        bytes += pieces[pick(random)];
-    ZtTestTempDir dir;
-    ASSERT_TRUE(ZtTestWriteBytes(dir.File("mixed.txt"), bytes));
-    const Units expected = Expected(bytes);
-    EXPECT_EQ(ReadUnits(dir.WideFile("mixed.txt")), expected);
-    for (int count : {2, 7, 512, 100000})
-        EXPECT_EQ(ReadUnitsByLines(dir.WideFile("mixed.txt"), count), expected) << count;
 }
 
 TEST(ZtUFileRead, NothingIsReadBehindUffff) {
