@@ -1,8 +1,8 @@
 #include "TagTestSupport.h"
 
 #include "plugin/ZtOdPdsStatus.h"
+#include "support/ZtTestRecordingProgress.h"
 #include "tags/ZtOdPdsTagRecord.h"
-#include "ztplugin/ZtOpProgress.h"
 #include "ztplugin/ZtOpSelectionSet.h"
 #include "ztutil/ZtUVector.h"
 
@@ -103,18 +103,6 @@ TEST(ZtOdPdsTagExportPlugin, WritesGroupsAndStickyKeysAsTheFormatSays) {
     }
 }
 
-TEST(ZtOdPdsTagExportPlugin, AllFiledStartsWithTheFirstFileAtIndexZero) {
-    TagDocument doc(kFactor);
-    TagDocument::AddElement(doc.AddModel(L"/m/pipes.dgn"), TwoModels::Element(1), 7);
-    ZtOpView* view = DownView(doc, 10);
-    TwoModels::AddTag(view, 9, 1, L"x");
-    ZtOdPdsTagExportPlugin plugin;
-    std::string text;
-    ASSERT_EQ(doc.Export(plugin, &text), kZtOdPdsOk);
-    EXPECT_EQ(text.rfind("file{0n{pipes.dgn}}\ntarget{", 0), 0u) << text;
-    EXPECT_EQ(text.find("file{1"), std::string::npos);
-}
-
 // Statuses in the order of the tests: file name, state, factor, saved views, file.
 TEST(ZtOdPdsTagExportPlugin, StatusesOfIExport) {
     ZtOdPdsTagExportPlugin plugin;
@@ -153,10 +141,7 @@ TEST(ZtOdPdsTagExportPlugin, StatusesOfIExport) {
 // children move the gathering's part of the bar, and the writing's part ends short of
 // the end when tags were dropped.
 TEST(ZtOdPdsTagExportPlugin, GatheringWalksFoldersAndCountsDroppedTags) {
-    struct Recorder : ZtOpProgress {
-        void OnProgress(double overall) override { seen.push_back(overall); }
-        std::vector<double> seen;
-    } progress;
+    ZtTestRecordingProgress progress;
     TagDocument doc(kFactor);
     auto* folder = new ZtOpFolderItem;
     doc.Root()->AddChild(folder);
