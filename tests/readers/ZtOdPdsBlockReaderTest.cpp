@@ -184,23 +184,6 @@ TEST(ZtOdPdsBlockReader, FeedCharResults) {
     EXPECT_EQ(named.GetName().Str(), L"x y");
 }
 
-TEST(ZtOdPdsBlockReader, MakingAReaderClearsTheBlockButNotItsFlags) {
-    ZtOdPdsBlock block;
-    block.SetName(L" n ", 3);
-    block.SetValue(L"v", 1);
-    block.AddFlags(ZtOdPdsCountedText);
-    block.SetCursor(1);
-    EXPECT_EQ(block.GetName().Str(), L"n");
-
-    ZtOdPdsBlockReader reader(&block, 0);
-    EXPECT_EQ(Of(block), (Block{}));
-    EXPECT_EQ(block.GetCursor(), 0);
-    EXPECT_EQ(block.GetFlags(), ZtOdPdsCountedText);
-    for (wchar_t c : std::wstring(L"text{3\n}}"))
-        reader.FeedChar(c);
-    EXPECT_EQ(Of(block), (Block{L"text", L"3\n}"}));
-}
-
 TEST(ZtOdPdsBlockReader, ChildrenComeOneLevelAtATime) {
     ZtOdPdsBlock outer;
     const std::wstring text = L"a{b{c}d} e{f{g{h}}}";
