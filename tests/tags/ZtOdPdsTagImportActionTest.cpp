@@ -1,8 +1,6 @@
 #include "TagTestSupport.h"
 
 #include "support/ZtTestRecordingProgress.h"
-#include "ztplugin/ZtOpNextCommentIdElement.h"
-#include "ztplugin/ZtOpSavedItemsElement.h"
 #include "ztutil/ZtUSysString.h"
 
 #include <gtest/gtest.h>
@@ -278,29 +276,6 @@ TEST_F(ImportAction, TwoFilesThroughOneAction) {
     // A view never spans two files; the second file starts from where the first ended.
     ASSERT_EQ(CommentIds(action), (Ids{{5, 1}, {3}}));
     ExpectNear(ViewAt(action, 1).AnonView().GetViewPoint().GetCamera().GetPosition(), {9, 0, 0});
-}
-
-TEST_F(ImportAction, HandOverToTheDocument) {
-    EXPECT_EQ(action.AppendTo(nullptr), 0);
-    ASSERT_EQ(action.Perform(document.Write(Tag(4) + "eye{2 0 0}\n" + Tag(40)).c_str(), nullptr),
-              0);
-    ZtOpSavedViewsElement views;
-    views.Edit()->AddChild(new ZtOpFolderItem);
-    EXPECT_EQ(action.AppendTo(&views), 2);
-    EXPECT_EQ(action.GetFolder().GetNumChildren(), 0u);
-    ASSERT_EQ(views.Get()->GetNumChildren(), 3u);
-    EXPECT_EQ(views.Get()->GetChild(2)->GetName().Str(), L"Tag View 40");
-    EXPECT_EQ(action.AppendTo(&views), 0);
-
-    ZtOpNextCommentIdElement ids;
-    EXPECT_TRUE(action.UpdateNextIds(&ids));
-    EXPECT_EQ(ids.GetTagId(), 41u);
-    EXPECT_EQ(ids.GetCommentId(), 41u);
-    EXPECT_TRUE(action.UpdateNextIds(nullptr));
-    ZtOdPdsTagImportAction empty(&document.state, document.state.GetRootNode());
-    empty.UpdateNextIds(&ids);
-    EXPECT_EQ(ids.GetTagId(), 1u);
-    EXPECT_EQ(ids.GetCommentId(), 1u);
 }
 
 TEST_F(ImportAction, ClipPlanesTakeTheFirstFreePlaces) {
