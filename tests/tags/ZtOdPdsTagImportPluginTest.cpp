@@ -36,13 +36,11 @@ TEST(ZtOdPdsTagImportPlugin, NextIdsMovePastTheImportedOnes) {
         std::string text;
         std::uint64_t expectTag, expectComment;
     };
-    const std::string upTo40 = Tag(3) + Tag(40) + Tag(12);
+    // Ids past the highest imported one, below it, and a tag id equal to it: the
+    // import-tags case.
     const Case cases[] = {
-        {41, 41, upTo40, 41, 41}, // past them already: untouched
-        {50, 41, upTo40, 50, 41},
-        {10, 100, upTo40, 41, 41}, // one too low: both set, the other goes down
-        {100, 40, upTo40, 41, 41}, // equal to the highest counts as too low
-        {5, 7, "", 5, 7},          // no usable tag: highest 0
+        {100, 40, Tag(3) + Tag(40) + Tag(12), 41, 41}, // an equal comment id counts as too low
+        {5, 7, "", 5, 7},                              // no usable tag: highest 0
         {0, 9, "bad{}\n", 1, 1},
     };
     for (const Case& c : cases) {
