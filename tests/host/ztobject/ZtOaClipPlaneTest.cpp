@@ -30,19 +30,4 @@ TEST(ZtOaClipPlane, AlignToPickLaysThePlaneThroughThePoint) {
     }
 }
 
-TEST(ZtOaClipPlaneSet, SixPlanesSwitchedOff) {
-    ZtOaClipPlaneSet set;
-    EXPECT_EQ(set.Size(), 6);
-    for (int i = 0; i < 6; ++i) {
-        EXPECT_EQ(set.Get(i)->IsEnabled(), 0);
-        EXPECT_EQ(set.Get(i)->GetNormal(), ZtLVec3f(0, 0, 1));
-    }
-    EXPECT_EQ(set.Get(-1), nullptr);
-    EXPECT_EQ(set.Get(6), nullptr);
-    EXPECT_EQ(set.Edit(6), nullptr);
-    set.Edit(3)->SetEnabled(true);
-    EXPECT_EQ(set.Get(3)->IsEnabled(), 1);
-    EXPECT_EQ(set.Get(2)->IsEnabled(), 0);
-}
-
 } // namespace
