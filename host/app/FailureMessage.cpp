@@ -37,13 +37,14 @@ std::string WriteProblem(const std::string& path) {
 std::string ReadProblem(const std::string& path) {
     if (path.empty())
         return "no file name";
+    // A folder first: POSIX opens one for reading, Windows refuses it as access denied.
+    std::error_code error;
+    if (std::filesystem::is_directory(path, error))
+        return path + " is a folder";
     std::FILE* file = std::fopen(path.c_str(), "rb");
     if (!file)
         return "cannot read " + path + ": " + std::strerror(errno);
     std::fclose(file);
-    std::error_code error;
-    if (std::filesystem::is_directory(path, error))
-        return path + " is a folder";
     if (!std::filesystem::is_regular_file(path, error))
         return path + " is not a regular file";
     return "";
