@@ -1,5 +1,6 @@
 #include "tools/ZtTestFiles.h"
 
+#include "ztutil/ZtUSysNativePath.h"
 #include "ztutil/ZtUSysString.h"
 
 #include <filesystem>
@@ -35,7 +36,7 @@ ZtTestTempDir::~ZtTestTempDir() {
     if (path_.empty())
         return;
     std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
+    std::filesystem::remove_all(ZtUSysNativePath(path_), ignored);
 }
 
 std::wstring ZtTestTempDir::WideFile(const std::string& name) const {
@@ -46,13 +47,14 @@ std::wstring ZtTestWide(const std::string& utf8) {
     return ZtUSysString::Utf8ToWide(utf8);
 }
 
+// Paths are UTF-8, as the host's are; Windows would read a narrow one in its code page.
 bool ZtTestWriteBytes(const std::string& path, const std::string& bytes) {
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    std::ofstream out(ZtUSysNativePath(path), std::ios::binary | std::ios::trunc);
     out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     return static_cast<bool>(out);
 }
 
 std::string ZtTestReadBytes(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
+    std::ifstream in(ZtUSysNativePath(path), std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }

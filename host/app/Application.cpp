@@ -12,6 +12,7 @@
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztplugin/ZtOpDB.h"
 #include "ztutil/ZtUSysFile.h"
+#include "ztutil/ZtUSysNativePath.h"
 
 #include <cstdio>
 #include <cstring>
@@ -26,12 +27,6 @@ int Fail(const std::string& message, int status = kExitHostFailure) {
     return status;
 }
 
-// A path as the host's UTF-8 text (on Windows a path is UTF-16 natively).
-std::string Utf8(const std::filesystem::path& path) {
-    const std::u8string text = path.u8string();
-    return std::string(text.begin(), text.end());
-}
-
 // The plug-in library beside this program, as the build tree has it, or else in the
 // installed tree's lib folder beside bin.
 std::string DefaultPluginPath() {
@@ -41,8 +36,8 @@ std::string DefaultPluginPath() {
     const std::filesystem::path beside = folder / name;
     const std::filesystem::path installed = folder / ".." / "lib" / name;
     if (!std::filesystem::exists(beside, error) && std::filesystem::exists(installed, error))
-        return Utf8(installed.lexically_normal());
-    return Utf8(beside);
+        return ZtUSysHostPath(installed.lexically_normal());
+    return ZtUSysHostPath(beside);
 }
 
 // The library to load for --plugin: a name without a folder that exists in the working
@@ -51,7 +46,8 @@ std::string PluginPath(const std::string& given) {
     if (given.empty())
         return DefaultPluginPath();
     std::error_code error;
-    if (given.find('/') == std::string::npos && std::filesystem::exists(given, error))
+    if (given.find('/') == std::string::npos &&
+        std::filesystem::exists(ZtUSysNativePath(given), error))
         return "./" + given;
     return given;
 }
@@ -78,7 +74,8 @@ StepResult RunStep(Session& session, const Step& step, StepHandler handler,
         session.warnings.resize(warnings);
         result.message = ExplainFailure(step, result.status, writes, session.state);
         std::error_code error;
-        if (!writes.empty() && std::filesystem::is_regular_file(writes.front().path, error))
+        if (!writes.empty() &&
+            std::filesystem::is_regular_file(ZtUSysNativePath(writes.front().path), error))
             result.message += "; the old file is left as it was";
     }
     return result;

@@ -4,9 +4,10 @@
 #include "app/Steps.h"
 #include "ztobject/ZtOaPartition.h"
 #include "ztplugin/ZtOpState.h"
+#include "ztutil/ZtUSysDescriptor.h"
+#include "ztutil/ZtUSysNativePath.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <filesystem>
 
@@ -23,11 +24,11 @@ bool HasModel(const ZtOpState& state) {
 
 // Why a file can't be written at `path`, found from its folder; empty if nothing shows.
 std::string WriteProblem(const std::string& path) {
-    const std::filesystem::path target(path);
+    const std::filesystem::path target = ZtUSysNativePath(path);
     const std::filesystem::path folder = target.has_parent_path() ? target.parent_path() : ".";
     std::error_code error;
     if (!std::filesystem::is_directory(folder, error))
-        return "the folder " + folder.string() + " does not exist";
+        return "the folder " + ZtUSysHostPath(folder) + " does not exist";
     if (std::filesystem::is_directory(target, error))
         return "it is a folder";
     return "";
@@ -37,16 +38,13 @@ std::string WriteProblem(const std::string& path) {
 std::string ReadProblem(const std::string& path) {
     if (path.empty())
         return "no file name";
-    std::FILE* file = std::fopen(path.c_str(), "rb");
-    if (!file)
-        return "cannot read " + path + ": " + std::strerror(errno);
-    std::fclose(file);
-    std::error_code error;
-    if (std::filesystem::is_directory(path, error))
-        return path + " is a folder";
-    if (!std::filesystem::is_regular_file(path, error))
-        return path + " is not a regular file";
-    return "";
+    const int descriptor = ZtUSysDescriptor::OpenForReading(path);
+    if (descriptor < 0)
+        return errno == EISDIR ? path + " is a folder"
+                               : "cannot read " + path + ": " + std::strerror(errno);
+    const bool regular = ZtUSysDescriptor::RegularFileSize(descriptor) >= 0;
+    ZtUSysDescriptor::Close(descriptor);
+    return regular ? "" : path + " is not a regular file";
 }
 
 } // namespace

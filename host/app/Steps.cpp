@@ -11,6 +11,7 @@
 #include "ztobject/ZtOaPartition.h"
 #include "ztplugin/ZtOpExportPlugin.h"
 #include "ztplugin/ZtOpFilePlugin.h"
+#include "ztutil/ZtUSysNativePath.h"
 #include "ztutil/ZtUSysString.h"
 
 #include <filesystem>
@@ -23,7 +24,7 @@ void WarnIfNothingCameIn(Session& session, const Step& step, const std::vector<S
         if (count.value != 0)
             return;
     std::error_code error;
-    const std::uintmax_t size = std::filesystem::file_size(step.argument, error);
+    const std::uintmax_t size = std::filesystem::file_size(ZtUSysNativePath(step.argument), error);
     if (!error && size > 0)
         session.warnings.push_back(step.name + " " + step.argument + ": nothing came in from " +
                                    std::to_string(size) + " bytes");

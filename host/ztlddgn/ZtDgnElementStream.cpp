@@ -1,11 +1,11 @@
 #include "ztlddgn/ZtDgnElementStream.h"
 
 #include "ztlddgn/ZtDgnBytes.h"
+#include "ztutil/ZtUSysDescriptor.h"
 
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <sys/stat.h>
 
 namespace {
 
@@ -21,28 +21,23 @@ std::string OffsetText(std::uint64_t offset) {
 } // namespace
 
 ZtDgnElementStream::~ZtDgnElementStream() {
-    if (file_)
-        std::fclose(file_);
+    if (descriptor_ >= 0)
+        ZtUSysDescriptor::Close(descriptor_);
 }
 
 bool ZtDgnElementStream::Open(const std::string& path, std::string* reason) {
-    struct stat status;
-    if (::stat(path.c_str(), &status) != 0) {
-        *reason = "cannot open the file: " + std::string(std::strerror(errno));
+    descriptor_ = ZtUSysDescriptor::OpenForReading(path);
+    if (descriptor_ < 0) {
+        *reason = errno == EISDIR ? "not a regular file"
+                                  : "cannot open the file: " + std::string(std::strerror(errno));
         return false;
     }
-    if (!S_ISREG(status.st_mode)) {
+    const long long size = ZtUSysDescriptor::RegularFileSize(descriptor_);
+    if (size < 0) {
         *reason = "not a regular file";
         return false;
     }
-    file_ = std::fopen(path.c_str(), "rb");
-    if (!file_) {
-        *reason = "cannot open the file: " + std::string(std::strerror(errno));
-        return false;
-    }
-    // The stream does its own buffering.
-    std::setvbuf(file_, nullptr, _IONBF, 0);
-    fileSize_ = static_cast<std::uint64_t>(status.st_size);
+    fileSize_ = static_cast<std::uint64_t>(size);
     // A file smaller than one read needs no more room than itself besides an element.
     buffer_.resize(static_cast<std::size_t>(std::min<std::uint64_t>(fileSize_, kReadSize)) +
                    kMaxElementBytes);
@@ -52,7 +47,7 @@ bool ZtDgnElementStream::Open(const std::string& path, std::string* reason) {
 bool ZtDgnElementStream::Ensure(std::size_t count) {
     if (end_ - begin_ >= count)
         return true;
-    if (!file_ || atEof_ || readError_)
+    if (descriptor_ < 0 || atEof_ || readError_)
         return false;
     // Move what is left to the front, then fill behind it.
     std::memmove(buffer_.data(), buffer_.data() + begin_, end_ - begin_);
@@ -60,16 +55,14 @@ bool ZtDgnElementStream::Ensure(std::size_t count) {
     end_ -= begin_;
     begin_ = 0;
     while (end_ < count && !atEof_) {
-        const std::size_t want = buffer_.size() - end_;
-        const std::size_t got = std::fread(buffer_.data() + end_, 1, want, file_);
-        end_ += got;
-        if (got < want) {
-            if (std::ferror(file_)) {
-                readError_ = true;
-                return false;
-            }
-            atEof_ = true;
+        const long long got =
+            ZtUSysDescriptor::Read(descriptor_, buffer_.data() + end_, buffer_.size() - end_);
+        if (got < 0) {
+            readError_ = true;
+            return false;
         }
+        atEof_ = got == 0;
+        end_ += static_cast<std::size_t>(got);
     }
     return end_ - begin_ >= count;
 }

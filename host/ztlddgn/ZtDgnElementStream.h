@@ -1,6 +1,5 @@
 #pragma once
 #include <cstdint>
-#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -48,7 +47,7 @@ private:
     // Next, when the element is not wholly in the buffer or the stream ends.
     Result NextSlowly(ZtDgnRawElement* element);
 
-    std::FILE* file_ = nullptr;
+    int descriptor_ = -1;
     std::uint64_t fileSize_ = 0;
     std::vector<unsigned char> buffer_;
     std::size_t begin_ = 0;          // read position in buffer_

@@ -1,21 +1,12 @@
 #include "ztplugin/ZtOpSharedObject.h"
 
+#include "ztutil/ZtUSysString.h"
+
 #include <windows.h>
 
 #include <string>
 
 namespace {
-
-// The path as the loader takes it: UTF-16, converted from the host's UTF-8.
-std::wstring WidePath(const std::string& path) {
-    const int size =
-        ::MultiByteToWideChar(CP_UTF8, 0, path.data(), static_cast<int>(path.size()), nullptr, 0);
-    std::wstring wide(static_cast<std::size_t>(size), L'\0');
-    if (size > 0)
-        ::MultiByteToWideChar(CP_UTF8, 0, path.data(), static_cast<int>(path.size()), wide.data(),
-                              size);
-    return wide;
-}
 
 // The system's message for an error number, without its line break.
 std::string SystemMessage(DWORD error) {
@@ -35,7 +26,8 @@ std::string SystemMessage(DWORD error) {
 void* ZtOpSharedObject::Open(const std::string& path, std::string* reason) {
     // No message box for a missing dependency: the host reports the failure itself.
     const UINT previous = ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
-    HMODULE object = ::LoadLibraryW(WidePath(path).c_str());
+    // The loader takes the path as UTF-16, as every file call of the host's does.
+    HMODULE object = ::LoadLibraryW(ZtUSysString::PathToWide(path).c_str());
     const DWORD error = ::GetLastError();
     ::SetErrorMode(previous);
     if (!object && reason)

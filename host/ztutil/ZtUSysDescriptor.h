@@ -7,6 +7,10 @@
 // implementation file. Failures return the C library's error number (errno).
 namespace ZtUSysDescriptor {
 
+// Opens the file at `path` (UTF-8, as the host names files) for reading, in binary and
+// without waiting for a FIFO's writer: its descriptor, or -1 with errno set; a folder
+// gives EISDIR on every platform.
+int OpenForReading(const std::string& path);
 // Bytes read into `buffer` (0 at the end of the file), or -1 with errno set. An
 // interrupted call is retried.
 long long Read(int descriptor, void* buffer, std::size_t size);

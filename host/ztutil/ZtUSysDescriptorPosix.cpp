@@ -1,9 +1,33 @@
 #include "ztutil/ZtUSysDescriptor.h"
+#include "ztutil/ZtUSysNativePath.h"
 
 #include <cerrno>
 #include <cstdio>
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+std::filesystem::path ZtUSysNativePath(const std::string& path) {
+    return std::filesystem::path(path);
+}
+
+std::string ZtUSysHostPath(const std::filesystem::path& path) {
+    return path.native();
+}
+
+int ZtUSysDescriptor::OpenForReading(const std::string& path) {
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
+    if (descriptor < 0)
+        return -1;
+    // POSIX opens a folder for reading; Windows can't, so neither does the host.
+    struct stat status;
+    if (::fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode)) {
+        ::close(descriptor);
+        errno = EISDIR;
+        return -1;
+    }
+    return descriptor;
+}
 
 long long ZtUSysDescriptor::Read(int descriptor, void* buffer, std::size_t size) {
     ssize_t got;

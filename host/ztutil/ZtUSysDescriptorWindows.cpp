@@ -1,9 +1,11 @@
 #include "ztutil/ZtUSysDescriptor.h"
+#include "ztutil/ZtUSysNativePath.h"
 
 #include "ztutil/ZtUSysString.h"
 
 #include <cerrno>
 #include <climits>
+#include <fcntl.h>
 #include <io.h>
 #include <sys/stat.h>
 #include <windows.h>
@@ -34,6 +36,26 @@ int ErrorNumber(DWORD error) {
 }
 
 } // namespace
+
+std::filesystem::path ZtUSysNativePath(const std::string& path) {
+    return std::filesystem::path(ZtUSysString::PathToWide(path));
+}
+
+std::string ZtUSysHostPath(const std::filesystem::path& path) {
+    return ZtUSysString::WideToPath(path.native());
+}
+
+// The path goes to the system as UTF-16, so that any name opens.
+int ZtUSysDescriptor::OpenForReading(const std::string& path) {
+    const std::wstring wide = ZtUSysString::PathToWide(path);
+    // The C library refuses a folder as access denied; the host says what it is.
+    const DWORD attributes = ::GetFileAttributesW(wide.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY)) {
+        errno = EISDIR;
+        return -1;
+    }
+    return ::_wopen(wide.c_str(), _O_RDONLY | _O_BINARY | _O_NOINHERIT);
+}
 
 long long ZtUSysDescriptor::Read(int descriptor, void* buffer, std::size_t size) {
     return ::_read(descriptor, buffer, Count(size));
