@@ -207,12 +207,12 @@ TEST_F(LoaderPlugin, SideFilesNeedTheRememberedState) {
 }
 
 TEST_F(LoaderPlugin, ComponentStartsAndEndsUnderItsName) {
-    EXPECT_EQ(ZtOdPdsDriLoaderPlugin::InitialiseComponent(), 1);
+    EXPECT_EQ(ZtOdPdsDriLoaderPlugin::StartComponent(), 1);
     EXPECT_TRUE(ZtOdPdsDriLoaderPlugin::GetComponent().IsLive());
     EXPECT_EQ(ZtOdPdsDriLoaderPlugin::GetComponent().GetName(), "ZtOdPdsDriLoaderPlugin");
-    EXPECT_EQ(ZtOdPdsDriLoaderPlugin::TerminateComponent(), 1);
+    EXPECT_EQ(ZtOdPdsDriLoaderPlugin::EndComponent(), 1);
     EXPECT_FALSE(ZtOdPdsDriLoaderPlugin::GetComponent().IsLive());
-    EXPECT_EQ(ZtOdPdsDriLoaderPlugin::TerminateComponent(), 0);
+    EXPECT_EQ(ZtOdPdsDriLoaderPlugin::EndComponent(), 0);
 }
 
 } // namespace
