@@ -42,6 +42,12 @@ public:
         std::swap(value_, released);
     }
 
+    // Moves the value into `out` without copying it; the value is left empty.
+    void TakeValue(ZtUWideStringBuffer* out) {
+        *out = std::move(value_);
+        value_.Clear();
+    }
+
     // Reads the next complete block of the value, from the cursor on, into `child` (another
     // block), which gets this block's flags too. Returns 1, or 0 once the value holds no
     // further block.

@@ -10,6 +10,7 @@
 #include "rules/ZtOdPdsTreeSize.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -175,6 +176,12 @@ int ZtOdPdsDisplaySet::End() {
         context->conditionsLeft -= builder.GetFindSpec().GetNumConditions();
     dict->SetLastFindSpec(builder.GetFindSpec());
     builder.SetComment(comment_.GetString());
+    // The builder holds the comment now; its memory goes before the set's comment is made
+    // of it, so that a long comment is not held three times.
+    {
+        ZtUWideStringBuffer released;
+        std::swap(comment_, released);
+    }
     builder.AddSelectionSet(GetContext());
     return 1;
 }

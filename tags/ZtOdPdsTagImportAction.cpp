@@ -38,14 +38,16 @@ bool ScanUorVector(const ZtOdPdsBlock& block, ZtOdPdsUorVector* vector) {
     return ScanUorVector(scan, vector);
 }
 
-// The body of a `text` value: all behind its first line end, which ends the count. False
-// for a value without a line end.
-bool ExtractBody(const ZtUWideStringBuffer& value, ZtUWideStringBuffer* body) {
-    const wchar_t* text = value.GetString();
+// The body of a `text` value: all behind its first line end, which ends the count. The
+// value moves into `body` and the count is cut off there in place, so that a long text is
+// not copied. False for a value without a line end, which leaves `body` as it was.
+bool TakeBody(ZtOdPdsBlock& text, ZtUWideStringBuffer* body) {
+    const ZtUWideStringBuffer& value = text.GetValue();
     const std::size_t length = value.GetLength();
     for (std::size_t i = 0; i < length; ++i)
-        if (text[i] == L'\n' || text[i] == L'\r') {
-            body->SetString(text + i + 1, length - i - 1);
+        if (value.GetString()[i] == L'\n' || value.GetString()[i] == L'\r') {
+            text.TakeValue(body);
+            body->ExtractSubString(i + 1, length - i - 1, body);
             return true;
         }
     return false;
@@ -182,6 +184,9 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
     // line end.
     ZtLPos3f point;
     ZtUWideStringBuffer body;
+    // Each text block rewrites the line ends of the body in force once more, whether or
+    // not it gave the body; the rewrites wait until the tag's text is gone.
+    int rewrites = 0;
     {
         // Gone before the comment is made, so that a long text is not held a fourth time.
         ZtOdPdsBlock child;
@@ -194,12 +199,19 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
                 point = second3d.ToMaster(uorsPerMaster_);
                 havePoint_ = 1;
             } else if (name == L"text") {
-                ExtractBody(child.GetValue(), &body);
-                // Comments hold CR LF line ends, the file LF.
-                body.Replace(L"\n", L"\r\n", 1);
+                if (TakeBody(child, &body))
+                    rewrites = 0;
+                ++rewrites;
             }
         }
     }
+    // The tag's text is all read: its memory goes before the body is rewritten and the
+    // comment takes it, so that a long text is held twice at most.
+    block.ReleaseValue();
+    // Comments hold CR LF line ends, the file LF.
+    for (int i = 0; i < rewrites; ++i)
+        if (body.Replace(L"\n", L"\r\n", 1) == 0)
+            break;
     // Before anything is made, so that a tag without text leaves no empty view behind.
     if (body.IsEmpty())
         return;

@@ -4,6 +4,7 @@
 #include "app/FailureMessage.h"
 #include "app/RedlineOptions.h"
 #include "app/Report.h"
+#include "app/ReportStream.h"
 #include "app/Session.h"
 #include "app/Steps.h"
 #include "ztlddgn/ZtDgnLoaderPlugin.h"
@@ -11,12 +12,13 @@
 #include "ztplugin/ZtOpDB.h"
 #include "ztutil/ZtUSysFile.h"
 
-#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <string>
 #include <vector>
+
+#include <unistd.h>
 
 namespace {
 
@@ -77,16 +79,14 @@ StepResult RunStep(Session& session, const Step& step, StepHandler handler,
     return result;
 }
 
-// Writes the report; false with the reason if standard output did not take it all.
-bool WriteReport(const std::string& report, std::string* why) {
-    errno = 0;
-    if (std::fwrite(report.data(), 1, report.size(), stdout) != report.size() ||
-        std::fflush(stdout) != 0 || std::ferror(stdout)) {
-        *why = std::string("cannot write standard output: ") +
-               (errno ? std::strerror(errno) : "write error");
-        return false;
-    }
-    return true;
+// Flushes what is left of a report; false with the reason if standard output did not
+// take all of it.
+bool FinishOutput(ReportStream& out, std::string* why) {
+    if (out.Flush())
+        return true;
+    *why = std::string("cannot write standard output: ") +
+           (out.Error() ? std::strerror(out.Error()) : "write error");
+    return false;
 }
 
 } // namespace
@@ -100,9 +100,9 @@ int RunPdsReview(int argc, char** argv) {
         return kExitHostFailure;
     }
     if (commandLine.help || commandLine.version) {
-        const std::string text =
-            commandLine.help ? UsageText() : std::string("pdsreview ") + ZTODPDS_VERSION + "\n";
-        return WriteReport(text, &error) ? 0 : Fail(error, kExitWriteFailed);
+        ReportStream out(stdout);
+        out += commandLine.help ? UsageText() : std::string("pdsreview ") + ZTODPDS_VERSION + "\n";
+        return FinishOutput(out, &error) ? 0 : Fail(error, kExitWriteFailed);
     }
     Session session(commandLine);
     // The host's own model loader is there before any plug-in library.
@@ -150,10 +150,15 @@ int RunPdsReview(int argc, char** argv) {
         std::fprintf(stderr, "pdsreview: stopped after %s: a warning under --strict\n",
                      session.steps.back().step.c_str());
 
+    // Written as it is made: the report may be many times the size of what came in.
     session.progress.Start("report");
-    const std::string report = commandLine.json ? JsonReport(session) : SummaryReport(session);
+    ReportStream out(stdout, isatty(1) ? &session.progress : nullptr);
+    if (commandLine.json)
+        WriteJsonReport(out, session);
+    else
+        WriteSummaryReport(out, session);
     session.progress.Finish();
-    if (!WriteReport(report, &error))
+    if (!FinishOutput(out, &error))
         return Fail(error, kExitWriteFailed);
     return status;
 }

@@ -7,7 +7,7 @@
 
 void JsonWriter::NewLine() {
     out_ += '\n';
-    out_.append(levels_.size() * 2, ' ');
+    out_.Append(levels_.size() * 2, ' ');
 }
 
 void JsonWriter::BeforeValue() {
@@ -74,7 +74,7 @@ void JsonWriter::Double(double value) {
     char buffer[32];
     auto [end, error] = std::to_chars(buffer, buffer + sizeof buffer, value);
     (void)error;
-    out_.append(buffer, end);
+    out_ += std::string_view(buffer, static_cast<std::size_t>(end - buffer));
 }
 
 void JsonWriter::Doubles(std::initializer_list<double> values) {
@@ -86,39 +86,52 @@ void JsonWriter::Doubles(std::initializer_list<double> values) {
 
 namespace {
 
-void AppendEscapedCodeUnit(std::string& out, unsigned unit) {
+void AppendEscapedCodeUnit(ReportStream& out, unsigned unit) {
     static const char hex[] = "0123456789abcdef";
-    out += "\\u";
-    for (int shift = 12; shift >= 0; shift -= 4)
-        out += hex[(unit >> shift) & 0xF];
+    const char escaped[] = {'\\',
+                            'u',
+                            hex[(unit >> 12) & 0xF],
+                            hex[(unit >> 8) & 0xF],
+                            hex[(unit >> 4) & 0xF],
+                            hex[unit & 0xF]};
+    out += std::string_view(escaped, sizeof escaped);
 }
 
-// Escapes what JSON requires of an already UTF-8 text.
-void AppendEscaped(std::string& out, std::string_view utf8) {
-    for (const char c : utf8) {
+// Escapes what JSON requires of an already UTF-8 text; runs that need nothing go out
+// whole.
+void AppendEscaped(ReportStream& out, std::string_view utf8) {
+    std::size_t runStart = 0;
+    for (std::size_t i = 0; i < utf8.size(); ++i) {
+        const char c = utf8[i];
+        const char* escape = nullptr;
         switch (c) {
         case '"':
-            out += "\\\"";
+            escape = "\\\"";
             break;
         case '\\':
-            out += "\\\\";
+            escape = "\\\\";
             break;
         case '\n':
-            out += "\\n";
+            escape = "\\n";
             break;
         case '\r':
-            out += "\\r";
+            escape = "\\r";
             break;
         case '\t':
-            out += "\\t";
+            escape = "\\t";
             break;
         default:
-            if (static_cast<unsigned char>(c) < 0x20)
-                AppendEscapedCodeUnit(out, static_cast<unsigned char>(c));
-            else
-                out += c;
+            if (static_cast<unsigned char>(c) >= 0x20)
+                continue;
         }
+        out += utf8.substr(runStart, i - runStart);
+        if (escape)
+            out += escape;
+        else
+            AppendEscapedCodeUnit(out, static_cast<unsigned char>(c));
+        runStart = i + 1;
     }
+    out += utf8.substr(runStart);
 }
 
 bool IsHighSurrogate(unsigned u) {

@@ -1,16 +1,21 @@
 #pragma once
+#include "app/ReportStream.h"
+
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-// Writes one JSON document into a string, indented two spaces a level. Containers opened
-// with `inline` set stay on one line (short number arrays). Doubles are written in their
-// shortest form that reads back exactly, and a value that is not finite as null. Wide
-// text is UTF-16 code units: pairs become UTF-8, a lone surrogate becomes \uXXXX.
+// Writes one JSON document to a report stream, or into a string, indented two spaces a level.
+// Containers opened with `inline` set stay on one line (short number arrays). Doubles are written
+// in their shortest form that reads back exactly, and a value that is not finite as null. Wide text
+// is UTF-16 code units: pairs become UTF-8, a lone surrogate becomes \uXXXX.
 class JsonWriter {
 public:
-    explicit JsonWriter(std::string& out) : out_(out) {}
+    explicit JsonWriter(ReportStream& out) : out_(out) {}
+    // Gathers the document in `text`.
+    explicit JsonWriter(std::string& text) : gathered_(std::in_place, text), out_(*gathered_) {}
 
     void BeginObject(bool isInline = false) { Open('{', isInline); }
     void EndObject() { Close('}'); }
@@ -41,7 +46,8 @@ private:
     void BeforeValue();
     void NewLine();
 
-    std::string& out_;
+    std::optional<ReportStream> gathered_;
+    ReportStream& out_;
     std::vector<Level> levels_;
     bool afterKey_ = false;
 };

@@ -1,6 +1,7 @@
 #include "app/ModelStep.h"
 
 #include "app/JsonWriter.h"
+#include "app/ReportStream.h"
 #include "ztlddgn/ZtDgnLinkage.h"
 #include "ztlddgn/ZtDgnLoaderPlugin.h"
 #include "ztlddgn/ZtDgnModel.h"
@@ -172,16 +173,18 @@ void WriteModelsJson(JsonWriter& json, const ZtOpState& state, bool elements,
     json.EndArray();
 }
 
-void AppendModelsSummary(std::string& out, const ZtOpState& state) {
+void AppendModelsSummary(ReportStream& out, const ZtOpState& state) {
     for (const ZtDgnModel* model : SceneModels(state)) {
         const ZtDgnModelHeader& header = model->GetHeader();
         char factor[32];
         const auto end =
             std::to_chars(factor, factor + sizeof factor, model->GetUorsPerMaster()).ptr;
-        out += "model " + ZtUSysString::WideToUtf8(model->GetName().Str()) + ": " +
-               std::to_string(header.dimension) + "D, master unit \"" + header.masterUnitName +
-               "\", subunit \"" + header.subUnitName + "\", " + std::string(factor, end) +
-               " UORs per master unit, " + std::to_string(model->GetNumElements()) + " elements\n";
+        out += "model ";
+        out += ZtUSysString::WideToUtf8(model->GetName().Str());
+        out += ": " + std::to_string(header.dimension) + "D, master unit \"" +
+               header.masterUnitName + "\", subunit \"" + header.subUnitName + "\", " +
+               std::string(factor, end) + " UORs per master unit, " +
+               std::to_string(model->GetNumElements()) + " elements\n";
         for (const std::string& warning : model->GetWarnings())
             out += "  warning: " + warning + "\n";
     }

@@ -3,6 +3,7 @@
 #include <vector>
 
 class JsonWriter;
+class ReportStream;
 class ZtDgnModel;
 class ZtOpProgress;
 class ZtOpState;
@@ -23,4 +24,4 @@ void WriteModelsJson(JsonWriter& json, const ZtOpState& state, bool elements,
                      ZtOpProgress* progress = nullptr);
 
 // One readable paragraph per model: file, units, dimension, element count, warnings.
-void AppendModelsSummary(std::string& out, const ZtOpState& state);
+void AppendModelsSummary(ReportStream& out, const ZtOpState& state);

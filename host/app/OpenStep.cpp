@@ -2,6 +2,7 @@
 
 #include "app/JsonWriter.h"
 #include "app/PassProgress.h"
+#include "app/ReportStream.h"
 #include "ztlddgn/ZtDgnLoaderPlugin.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztplugin/ZtOpProgress.h"
@@ -10,13 +11,18 @@
 #include "ztutil/ZtUSysFile.h"
 #include "ztutil/ZtUSysString.h"
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <map>
 #include <string_view>
 
 namespace {
 
 constexpr const char* kInputFilesEnum = "ztodpds_dri_input_files_enum";
+// Longer than any path a system opens: Windows' longest is 32,767 units, POSIX's 4,096
+// bytes.
+constexpr std::size_t kLongestOpenablePath = 32767;
 
 void SetParameters(ZtOpSceneSetPlugin& loader, const OpenParameters& parameters) {
     ZtUData value;
@@ -56,6 +62,12 @@ ZtDgnModel* LoadRef(ZtOpState& state, ZtDgnLoaderPlugin* dgnLoader, const ZtOpSc
     }
     if (auto found = loaded.find(loadFile.Str()); found != loaded.end())
         return found->second;
+    // No system opens a path this long, so such a name is refused before it is made
+    // absolute and converted: it may be as long as the control file that gives it.
+    if (loadFile.GetLength() > kLongestOpenablePath) {
+        *why = "cannot open the file: " + std::string(std::strerror(ENAMETOOLONG));
+        return nullptr;
+    }
     ZtUWideStringBuffer path;
     ZtUSysFile::MakeAbsoluteW(folder.GetString(), loadFile.GetString(), &path);
     std::unique_ptr<ZtDgnModel> model =
@@ -231,14 +243,15 @@ void WriteSceneSetJson(JsonWriter& json, const OpenedSceneSet* sceneSet) {
     json.EndObject();
 }
 
-void AppendSceneSetSummary(std::string& out, const OpenedSceneSet& sceneSet) {
+void AppendSceneSetSummary(ReportStream& out, const OpenedSceneSet& sceneSet) {
     const ZtUOwnPtrVector<ZtOpSceneRef>& refs = sceneSet.set.GetSceneRefs();
     out += "Scene set: " + std::to_string(refs.Size()) + (refs.Size() == 1 ? " model" : " models") +
            ", scene units " + UnitName(sceneSet.set.GetLinearUnits()) + "\n";
     for (std::size_t i = 0; i < refs.Size(); ++i) {
         const ZtOpSceneRef& ref = *refs[i];
         const OpenedRef* outcome = i < sceneSet.refs.size() ? &sceneSet.refs[i] : nullptr;
-        out += "  " + std::to_string(i + 1) + ". " + Utf8(ref.GetSourceName().Str());
+        out += "  " + std::to_string(i + 1) + ". ";
+        out += Utf8(ref.GetSourceName().Str());
         if (!outcome || !outcome->model) {
             out += ": not loaded (" + (outcome ? outcome->notLoaded : std::string("not opened")) +
                    ")\n";
@@ -246,7 +259,9 @@ void AppendSceneSetSummary(std::string& out, const OpenedSceneSet& sceneSet) {
         }
         const ZtDgnModel& model = *outcome->model;
         const ZtDgnModelHeader& header = model.GetHeader();
-        out += ": " + Utf8(model.GetSourceFilename().Str()) + "\n";
+        out += ": ";
+        out += Utf8(model.GetSourceFilename().Str());
+        out += '\n';
         out += "     model in " + header.masterUnitName + " / " + header.subUnitName + ", " +
                ReadableNumber(model.GetUorsPerMaster()) + " UORs per master unit, " +
                std::to_string(model.GetNumElements()) + " elements; reference units " +

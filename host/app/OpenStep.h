@@ -7,6 +7,7 @@
 #include <vector>
 
 class JsonWriter;
+class ReportStream;
 class ZtDgnModel;
 class ZtOpProgress;
 class ZtOpSceneSetPlugin;
@@ -61,4 +62,4 @@ void WriteSceneSetJson(JsonWriter& json, const OpenedSceneSet* sceneSet);
 
 // A readable paragraph on the scene set: its units, and for each reference the model's
 // file, units and element count and the placement, or why it was not loaded.
-void AppendSceneSetSummary(std::string& out, const OpenedSceneSet& sceneSet);
+void AppendSceneSetSummary(ReportStream& out, const OpenedSceneSet& sceneSet);

@@ -26,4 +26,5 @@ void ProgressBar::Finish() {
         std::fflush(out_);
     }
     shown_ = false;
+    lastPercent_ = -1;
 }

@@ -12,7 +12,7 @@ public:
 
     // Starts a bar for one step.
     void Start(const std::string& label);
-    // Removes the bar from the terminal.
+    // Removes the bar from the terminal; the next progress draws it anew.
     void Finish();
 
 protected:

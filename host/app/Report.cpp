@@ -4,6 +4,7 @@
 #include "app/ModelStep.h"
 #include "app/OpenStep.h"
 #include "app/PluginReport.h"
+#include "app/ReportStream.h"
 #include "app/SavedItemReport.h"
 #include "app/SelectStep.h"
 #include "app/Session.h"
@@ -117,8 +118,7 @@ void WriteViewPointJson(JsonWriter& json, const ZtNvViewPoint& viewPoint) {
     json.EndObject();
 }
 
-std::string JsonReport(Session& session) {
-    std::string out;
+void WriteJsonReport(ReportStream& out, Session& session) {
     JsonWriter json(out);
     json.BeginObject();
     json.Key("steps");
@@ -169,11 +169,9 @@ std::string JsonReport(Session& session) {
         WriteSelectionsJson(json, *session.selections);
     }
     json.EndObject();
-    return out;
 }
 
-std::string SummaryReport(Session& session) {
-    std::string out;
+void WriteSummaryReport(ReportStream& out, Session& session) {
     char line[256];
     if (session.listedPlugins) {
         const auto& plugins = session.library.GetPlugins();
@@ -226,5 +224,4 @@ std::string SummaryReport(Session& session) {
         for (const std::string& warning : session.warnings)
             out += "  " + warning + "\n";
     }
-    return out;
 }

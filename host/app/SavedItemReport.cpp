@@ -2,6 +2,7 @@
 
 #include "app/JsonWriter.h"
 #include "app/Report.h"
+#include "app/ReportStream.h"
 #include "ztplugin/ZtOpRedlineTag.h"
 #include "ztplugin/ZtOpSavedItemsElement.h"
 #include "ztplugin/ZtOpSelectionSet.h"
@@ -176,7 +177,7 @@ const ZtOpFolderItem* SelectionSetsRoot(const ZtOpState& state) {
     return element ? element->Get() : nullptr;
 }
 
-std::string Utf8(const std::wstring& text) {
+std::string Utf8(std::wstring_view text) {
     return ZtUSysString::WideToUtf8(text);
 }
 
@@ -219,20 +220,21 @@ std::string ConditionText(const ZtOpFindCondition& condition) {
 // The text in UTF-8 with each of its lines after the first on a line of its own behind
 // `indent`. A line break is LF, CR, or a pair of them either way round: display sets
 // join their comment lines by LF CR, tag import by CR LF.
-std::string IndentedLines(const std::wstring& text, const std::string& indent) {
-    std::string out;
+void AppendIndentedLines(ReportStream& out, std::wstring_view text, const std::string& indent) {
     std::size_t start = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const wchar_t c = text[i];
         if (c != L'\n' && c != L'\r')
             continue;
-        out += Utf8(text.substr(start, i - start)) + "\n" + indent;
+        out += Utf8(text.substr(start, i - start));
+        out += '\n';
+        out += indent;
         if (i + 1 < text.size() && (text[i + 1] == L'\n' || text[i + 1] == L'\r') &&
             text[i + 1] != c)
             ++i;
         start = i + 1;
     }
-    return out + Utf8(text.substr(start));
+    out += Utf8(text.substr(start));
 }
 
 std::string Number(double value) {
@@ -247,7 +249,7 @@ std::string Point(const ZtLVec3f& p) {
 
 // The view's camera and clip planes on one line, then each tag with the text of its
 // comment.
-void AppendViewSummary(std::string& out, const ZtOpView& view, const std::string& indent) {
+void AppendViewSummary(ReportStream& out, const ZtOpView& view, const std::string& indent) {
     const ZtNvCamera& camera = view.AnonView().GetViewPoint().GetCamera();
     int planes = 0;
     const ZtOaClipPlaneSet& set = view.AnonView().GetClipPlaneSet();
@@ -260,22 +262,26 @@ void AppendViewSummary(std::string& out, const ZtOpView& view, const std::string
         if (redlines[i]->GetRedlineType() != ZtOpRedline::kTypeTag)
             continue;
         const auto& tag = static_cast<const ZtOpRedlineTag&>(*redlines[i]);
-        std::string line = indent + "  tag " + std::to_string(tag.GetTagId());
+        std::string head = indent + "  tag " + std::to_string(tag.GetTagId());
         if (tag.GetPos3dValid())
-            line += " at " + Point(tag.GetPos3d());
-        line += ": ";
+            head += " at " + Point(tag.GetPos3d());
+        head += ": ";
+        out += head;
         const auto& comments = view.GetComments();
         for (std::size_t c = 0; c < comments.Size(); ++c)
             if (comments[c]->GetId() == tag.GetCommentId()) {
-                line += IndentedLines(comments[c]->GetBody().Str(), std::string(line.size(), ' '));
+                AppendIndentedLines(out, comments[c]->GetBody().Str(),
+                                    std::string(head.size(), ' '));
                 break;
             }
-        out += line + "\n";
+        out += '\n';
     }
 }
 
-void AppendItemSummary(std::string& out, const ZtOpSavedItem& item, const std::string& indent) {
-    out += indent + KindName(item) + " \"" + Utf8(item.GetName().Str()) + "\"";
+void AppendItemSummary(ReportStream& out, const ZtOpSavedItem& item, const std::string& indent) {
+    out += indent + KindName(item) + " \"";
+    out += Utf8(item.GetName().Str());
+    out += '"';
     if (item.IsGroup()) {
         const auto& group = static_cast<const ZtOpGroupItem&>(item);
         out += ", " + std::to_string(group.GetNumChildren()) + " items\n";
@@ -283,24 +289,35 @@ void AppendItemSummary(std::string& out, const ZtOpSavedItem& item, const std::s
             AppendItemSummary(out, *group.GetChild(i), indent + "  ");
         return;
     }
-    out += "\n";
+    out += '\n';
     // A view's comments are the texts of its tags, and stand with them.
     if (item.GetType() == ZtOpSavedItem::kTypeView) {
         AppendViewSummary(out, static_cast<const ZtOpView&>(item), indent);
         return;
     }
     const auto& comments = item.GetComments();
-    for (std::size_t i = 0; i < comments.Size(); ++i)
-        out += indent +
-               "  comment: " + IndentedLines(comments[i]->GetBody().Str(), indent + "           ") +
-               "\n";
+    for (std::size_t i = 0; i < comments.Size(); ++i) {
+        out += indent + "  comment: ";
+        AppendIndentedLines(out, comments[i]->GetBody().Str(), indent + "           ");
+        out += '\n';
+    }
     if (item.GetType() != ZtOpSavedItem::kTypeSelectionSet)
         return;
     const ZtOpFindSpec* spec =
         static_cast<const ZtOpSelectionSet&>(item).GetImplicitSelection().GetImplicitFindSpec();
-    const std::vector<std::string> lines = FindSpecRuleLines(spec);
-    for (std::size_t i = 0; i < lines.size(); ++i)
-        out += indent + (i == 0 ? "  rule: " : "    or: ") + lines[i] + "\n";
+    // Written condition by condition: the rule of a large set is many times its file.
+    for (std::size_t i = 0; spec && i < spec->GetNumConditions(); ++i) {
+        const ZtOpFindCondition& condition = spec->GetCondition(i);
+        if (i == 0)
+            out += indent + "  rule: ";
+        else if (condition.HasFlags(ZtOpFindConditionFlags::kNewAlternative))
+            out += "\n" + indent + "    or: ";
+        else
+            out += " and ";
+        out += ConditionText(condition);
+    }
+    if (spec && spec->GetNumConditions() > 0)
+        out += '\n';
 }
 
 void CountItem(SavedItemCounts& counts, const ZtOpSavedItem& item) {
@@ -360,7 +377,7 @@ void WriteSelectionSetsJson(JsonWriter& json, const ZtOpState& state) {
     json.EndArray();
 }
 
-void AppendSelectionSetsSummary(std::string& out, const ZtOpState& state) {
+void AppendSelectionSetsSummary(ReportStream& out, const ZtOpState& state) {
     const ZtOpFolderItem* root = SelectionSetsRoot(state);
     const std::size_t count = root ? root->GetNumChildren() : 0;
     out += "Selection sets: " + std::to_string(count) + "\n";
@@ -376,7 +393,7 @@ void WriteSavedViewsJson(JsonWriter& json, const ZtOpState& state) {
     json.EndArray();
 }
 
-void AppendSavedViewsSummary(std::string& out, const ZtOpState& state) {
+void AppendSavedViewsSummary(ReportStream& out, const ZtOpState& state) {
     const ZtOpFolderItem* root = SavedViewsRoot(state);
     const std::size_t count = root ? root->GetNumChildren() : 0;
     out += "Saved views: " + std::to_string(count) + "\n";

@@ -4,6 +4,7 @@
 #include <vector>
 
 class JsonWriter;
+class ReportStream;
 class ZtOpFindSpec;
 class ZtOpSavedItem;
 class ZtOpState;
@@ -19,7 +20,7 @@ void WriteSelectionSetsJson(JsonWriter& json, const ZtOpState& state);
 
 // The document's selection sets, readably: each with its comment and its rule, one
 // alternative a line.
-void AppendSelectionSetsSummary(std::string& out, const ZtOpState& state);
+void AppendSelectionSetsSummary(ReportStream& out, const ZtOpState& state);
 
 // The value of the report's "savedViews" member: the children of the root folder of the
 // document's saved views, as ITEMs.
@@ -27,7 +28,7 @@ void WriteSavedViewsJson(JsonWriter& json, const ZtOpState& state);
 
 // The document's saved views, readably: each with its camera, and each of its tags with
 // its position and the text of its comment.
-void AppendSavedViewsSummary(std::string& out, const ZtOpState& state);
+void AppendSavedViewsSummary(ReportStream& out, const ZtOpState& state);
 
 // How many items of each kind the document's saved views and selection sets hold, through
 // their folders.

@@ -1,6 +1,7 @@
 #include "app/SelectStep.h"
 
 #include "app/JsonWriter.h"
+#include "app/ReportStream.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztobject/ZtOaPartition.h"
 #include "ztplugin/ZtOpSavedItemsElement.h"
@@ -91,12 +92,13 @@ void WriteSelectionsJson(JsonWriter& json, const std::vector<SelectionResult>& r
     json.EndArray();
 }
 
-void AppendSelectionsTable(std::string& out, const std::vector<SelectionResult>& results) {
+void AppendSelectionsTable(ReportStream& out, const std::vector<SelectionResult>& results) {
     out += "Selections:\n";
     for (const SelectionResult& result : results) {
         const std::size_t count = result.elements.size();
-        out += "  " + ZtUSysString::WideToUtf8(result.name) + ": " + std::to_string(count) +
-               (count == 1 ? " element\n" : " elements\n");
+        out += "  ";
+        out += ZtUSysString::WideToUtf8(result.name);
+        out += ": " + std::to_string(count) + (count == 1 ? " element\n" : " elements\n");
         // Runs of elements of one model share a line.
         for (std::size_t i = 0; i < count; ++i) {
             const SelectedElement& element = result.elements[i];

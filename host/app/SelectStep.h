@@ -4,6 +4,7 @@
 #include <vector>
 
 class JsonWriter;
+class ReportStream;
 class ZtOpProgress;
 class ZtOpSelectionSet;
 class ZtOpState;
@@ -35,4 +36,4 @@ void WriteSelectionsJson(JsonWriter& json, const std::vector<SelectionResult>& r
 
 // A readable table: each selection set with its count, and the selected elements model by
 // model.
-void AppendSelectionsTable(std::string& out, const std::vector<SelectionResult>& results);
+void AppendSelectionsTable(ReportStream& out, const std::vector<SelectionResult>& results);

@@ -20,11 +20,13 @@ public:
     static void* operator new(std::size_t size);
     static void operator delete(void* block);
 
-    const ZtUWideString& GetSourceName() const { return sourceName_; }
-    void SetSourceName(const wchar_t* name) { sourceName_.SetString(name); }
+    const ZtUWideString& GetSourceName() const {
+        return sourceIsLoadFile_ ? loadFile_ : sourceName_;
+    }
+    void SetSourceName(const wchar_t* name);
     // Empty when there is no file to load.
     const ZtUWideString& GetLoadFile() const { return loadFile_; }
-    void SetLoadFile(const wchar_t* path) { loadFile_.SetString(path); }
+    void SetLoadFile(const wchar_t* path);
 
     const ZtLAffine3f& GetTransform() const { return transform_; }
     ZtLAffine3f& EditTransform() { return transform_; }
@@ -36,8 +38,11 @@ public:
     void SetLoadKind(int kind) { loadKind_ = kind; }
 
 private:
+    // A source name that is the load file, as it mostly is, is not held twice: a name may
+    // be as long as the control file that gives it.
     ZtUWideString sourceName_;
     ZtUWideString loadFile_;
+    bool sourceIsLoadFile_ = false;
     ZtLAffine3f transform_;
     ZtOaUnit::Linear linearUnits_ = ZtOaUnit::kMetres;
     int loadKind_ = 0;

@@ -247,7 +247,7 @@ void ZtUSysFile::MakeAbsoluteW(const wchar_t* folder, const wchar_t* path,
     AppendNormalised(relative, absolute, normalised);
     if (normalised.empty())
         normalised = L".";
-    out->SetString(normalised.c_str(), normalised.size());
+    out->SetString(std::move(normalised));
 }
 
 bool ZtUSysFile::ExistsW(const wchar_t* path) {

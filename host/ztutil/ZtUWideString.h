@@ -1,6 +1,7 @@
 #pragma once
 #include <cstddef>
 #include <string>
+#include <utility>
 
 // Wide text. A character is one UTF-16 code unit held in a wchar_t, on every platform;
 // lengths and indices count these units.
@@ -44,6 +45,8 @@ public:
     void SetString(const wchar_t* text, std::size_t length) {
         text_.assign(text ? text : L"", text ? length : 0);
     }
+    // Takes the text without copying it.
+    void SetString(std::wstring&& text) { text_ = std::move(text); }
     ZtUWideStringBuffer& operator=(const ZtUWideString& text) {
         text_ = text.Str();
         return *this;
@@ -61,7 +64,8 @@ public:
     wchar_t CharAtPos(std::size_t index) const { return index < text_.size() ? text_[index] : 0; }
     const std::wstring& Str() const { return text_; }
 
-    // Copies `count` characters from `first` into `out`, as many as there are.
+    // Copies `count` characters from `first` into `out`, as many as there are. `out` may
+    // be this buffer, which then keeps those characters in place, without a copy.
     void ExtractSubString(std::size_t first, std::size_t count, ZtUWideStringBuffer* out) const;
     // The first occurrence of `text` at or after `start`, as a pointer into this buffer,
     // or null.

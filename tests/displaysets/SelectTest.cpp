@@ -4,8 +4,6 @@
 #include "app/ModelStep.h"
 #include "app/SelectStep.h"
 #include "displaysets/ZtOdPdsDstImportPlugin.h"
-#include "support/RunProgram.h"
-#include "support/ZtTestJson.h"
 #include "tools/ZtTestDgnWriter.h"
 #include "ztplugin/ZtOpState.h"
 
@@ -85,34 +83,6 @@ TEST_F(Select, EachSetSelectsTheElementsItsRuleDescribes) {
         }
     }
     EXPECT_EQ(selected, expected);
-}
-
-TEST_F(Select, PdsReviewCountsAndListsTheElementsOfEachSet) {
-    const std::string program = ZT_BIN_DIR "/pdsreview";
-    const ProgramRun run =
-        RunProgram(program, {"--json", "--quiet", "model", model, "import-dst", rules, "select"});
-    ASSERT_EQ(run.exitStatus, 0) << run.err;
-    ZtTestJson json;
-    std::string error;
-    ASSERT_TRUE(ZtTestParseJson(run.out, &json, &error)) << error << "\n" << run.out;
-    Selected selected;
-    for (const ZtTestJson& selection : json["selections"].items) {
-        std::vector<std::int64_t>& indices = selected[selection["name"].text];
-        for (const ZtTestJson& element : selection["elements"].items) {
-            EXPECT_EQ(element["model"].text, "unit.dgn");
-            indices.push_back(static_cast<std::int64_t>(element["index"].number));
-        }
-        EXPECT_EQ(selection["count"].number, indices.size()) << selection["name"].text;
-    }
-    EXPECT_EQ(selected, expected);
-
-    const ProgramRun table =
-        RunProgram(program, {"--quiet", "model", model, "import-dst", rules, "select"});
-    ASSERT_EQ(table.exitStatus, 0) << table.err;
-    std::string level10 = "Level 10: 3 elements\n    unit.dgn:";
-    for (std::int64_t index : expected["Level 10"])
-        level10 += " " + std::to_string(index);
-    EXPECT_NE(table.out.find(level10 + "\n"), std::string::npos) << table.out;
 }
 
 // The display sets of the sample review, over its three models.

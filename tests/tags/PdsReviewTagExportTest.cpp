@@ -65,22 +65,4 @@ TEST(PdsReviewExportTags, GroupsTagsByTheModelUnderThem) {
                                                     "text{4\nBeta}}\n");
 }
 
-TEST(PdsReviewExportTags, StatusOfTheExportIsTheExitStatus) {
-    ZtTestTempDir dir;
-    struct Case {
-        std::vector<std::string> args;
-        int status;
-    };
-    const Case cases[] = {
-        {{"--quiet", "--uors-per-master", "1000", "export-tags", dir.File("empty.tag")}, 0},
-        {{"--quiet", "export-tags", dir.File("none.tag")}, 6},
-        {{"--quiet", "--uors-per-master", "1000", "export-tags", dir.File("no/such/dir.tag")}, 1},
-    };
-    for (const Case& c : cases) {
-        const ProgramRun run = RunProgram(kProgram, c.args);
-        EXPECT_EQ(run.exitStatus, c.status) << c.args.back() << "\n" << run.err;
-    }
-    EXPECT_EQ(ZtTestReadBytes(dir.File("empty.tag")), "");
-}
-
 } // namespace

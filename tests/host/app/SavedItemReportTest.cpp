@@ -1,5 +1,6 @@
 #include "app/SavedItemReport.h"
 #include "app/JsonWriter.h"
+#include "app/ReportStream.h"
 #include "ztplugin/ZtOpSavedItemsElement.h"
 #include "ztplugin/ZtOpSelectionSet.h"
 #include "ztplugin/ZtOpState.h"
@@ -78,7 +79,8 @@ TEST(SelectionSetsReport, JsonAndSummary) {
 )");
 
     out.clear();
-    AppendSelectionSetsSummary(out, state);
+    ReportStream stream(out);
+    AppendSelectionSetsSummary(stream, state);
     EXPECT_EQ(out, "Selection sets: 2\n"
                    "  selectionSet \"Pipes\"\n"
                    "    comment: North\n"
@@ -93,7 +95,8 @@ TEST(SelectionSetsReport, JsonAndSummary) {
     WriteSelectionSetsJson(emptyJson, bare);
     EXPECT_EQ(empty, "[]\n");
     empty.clear();
-    AppendSelectionSetsSummary(empty, bare);
+    ReportStream emptyStream(empty);
+    AppendSelectionSetsSummary(emptyStream, bare);
     EXPECT_EQ(empty, "Selection sets: 0\n");
 }
 

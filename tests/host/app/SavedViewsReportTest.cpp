@@ -1,4 +1,5 @@
 #include "app/JsonWriter.h"
+#include "app/ReportStream.h"
 #include "app/SavedItemReport.h"
 #include "ztplugin/ZtOpRedlineTag.h"
 #include "ztplugin/ZtOpSavedItemsElement.h"
@@ -76,7 +77,8 @@ TEST(SavedViewsReport, JsonAndSummary) {
 )");
 
     out.clear();
-    AppendSavedViewsSummary(out, state);
+    ReportStream stream(out);
+    AppendSavedViewsSummary(stream, state);
     EXPECT_EQ(out, "Saved views: 1\n"
                    "  view \"Tag View 7\"\n"
                    "    eye (50, 20, 30), looking along (-1, 0, 0), 1 clip planes\n"
@@ -84,7 +86,8 @@ TEST(SavedViewsReport, JsonAndSummary) {
                    "                             this valve\n"
                    "    tag 8 at (12, 21, 30.5): Done\n");
     std::string empty;
-    AppendSavedViewsSummary(empty, ZtOpState());
+    ReportStream emptyStream(empty);
+    AppendSavedViewsSummary(emptyStream, ZtOpState());
     EXPECT_EQ(empty, "Saved views: 0\n");
 }
 

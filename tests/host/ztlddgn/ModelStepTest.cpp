@@ -2,6 +2,7 @@
 
 #include "app/JsonWriter.h"
 #include "app/ModelStep.h"
+#include "app/ReportStream.h"
 #include "support/ZtTestJson.h"
 #include "ztlddgn/ZtDgnLoaderPlugin.h"
 #include "ztplugin/ZtOpDB.h"
@@ -83,7 +84,8 @@ TEST(ModelStep, AddsEachModelToTheSceneInLoadOrder) {
     EXPECT_FALSE(ModelsJson(state, false)[0].Has("elementList"));
 
     std::string summary;
-    AppendModelsSummary(summary, state);
+    ReportStream stream(summary);
+    AppendModelsSummary(stream, state);
     EXPECT_EQ(summary, "model pipes.dgn: 3D, master unit \"m\", subunit \"mm\", 80000 UORs per "
                        "master unit, 1 elements\n"
                        "model steel.dgn: 2D, master unit \"ft\", subunit \"in\", 96000 UORs per "
@@ -128,7 +130,8 @@ TEST(ModelStep, WarningsAreReported) {
     const ZtTestJson models = ModelsJson(state, false);
     ASSERT_EQ(models[0]["warnings"].items.size(), 1u);
     std::string summary;
-    AppendModelsSummary(summary, state);
+    ReportStream stream(summary);
+    AppendModelsSummary(stream, state);
     EXPECT_NE(summary.find("\n  warning: the file is cut short"), std::string::npos) << summary;
 }
 

@@ -1,4 +1,5 @@
 #include "ztplugin/ZtOpScene.h"
+#include "ztplugin/ZtOpSceneRef.h"
 #include "ztlinear/ZtLFrustum3f.h"
 #include "ztnav/ZtNvViewPoint.h"
 #include "ztobject/ZtOaPartition.h"
@@ -105,3 +106,19 @@ TEST(ZtOpScene, DefaultViewPointSeesTheWholeSceneFromAboveAndAside) {
 }
 
 } // namespace
+
+// A source name held as the load file's text stays what it was set to when the load file
+// changes after it.
+TEST(ZtOpSceneRef, SourceNameOutlivesAChangeOfLoadFile) {
+    ZtOpSceneRef ref;
+    ref.SetLoadFile(L"a.dgn");
+    ref.SetSourceName(L"a.dgn");
+    ref.SetLoadFile(L"a.kvc");
+    EXPECT_TRUE(ref.GetSourceName() == L"a.dgn");
+    EXPECT_TRUE(ref.GetLoadFile() == L"a.kvc");
+    ref.SetSourceName(L"a.kvc");
+    ref.SetLoadFile(L"");
+    EXPECT_TRUE(ref.GetSourceName() == L"a.kvc");
+    ref.SetSourceName(L"b.dgn");
+    EXPECT_TRUE(ref.GetSourceName() == L"b.dgn");
+}

@@ -3,6 +3,7 @@
 
 #include "app/JsonWriter.h"
 #include "app/OpenStep.h"
+#include "app/ReportStream.h"
 #include "loader/ZtOdPdsDriLoaderPlugin.h"
 #include "support/ZtTestRecordingProgress.h"
 #include "ztlddgn/ZtDgnLoaderPlugin.h"
@@ -95,7 +96,8 @@ TEST_F(OpenStep, SummaryGivesEachModelsFileUnitsCountAndPlacement) {
     EXPECT_EQ(none, "null");
 
     std::string out;
-    AppendSceneSetSummary(out, *opened_);
+    ReportStream stream(out);
+    AppendSceneSetSummary(stream, *opened_);
     for (const std::string& part :
          {std::string("Scene set: 2 models, scene units in\n"),
           "1. a.dgn: " + review_.File("a.dgn"),
