@@ -2,10 +2,10 @@
 
 #include "displaysets/ZtOdPdsDisplaySetCounter.h"
 #include "displaysets/ZtOdPdsDisplaySetFile.h"
+#include "plugin/ZtOdPdsComponents.h"
 #include "plugin/ZtOdPdsStatus.h"
 #include "readers/ZtOdPdsDstContext.h"
 #include "readers/ZtOdPdsTextFile.h"
-#include "rules/ZtOdPdsComponents.h"
 #include "rules/ZtOdPdsCriterion.h"
 #include "rules/ZtOdPdsLimits.h"
 #include "ztplugin/ZtOpSavedItemsElement.h"

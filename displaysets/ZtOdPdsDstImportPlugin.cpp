@@ -1,9 +1,9 @@
 #include "displaysets/ZtOdPdsDstImportPlugin.h"
 
 #include "displaysets/ZtOdPdsDstImportAction.h"
+#include "plugin/ZtOdPdsComponents.h"
 #include "plugin/ZtOdPdsGuard.h"
 #include "plugin/ZtOdPdsStatus.h"
-#include "rules/ZtOdPdsComponents.h"
 #include "rules/ZtOdPdsCriterion.h"
 #include "ztplugin/ZtOpLock.h"
 #include "ztplugin/ZtOpSavedItemsElement.h"

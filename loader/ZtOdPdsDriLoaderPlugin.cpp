@@ -4,6 +4,7 @@
 #include "displaysets/ZtOdPdsWalkDirectory.h"
 #include "loader/ZtOdPdsDriLoadRecord.h"
 #include "loader/ZtOdPdsDriValues.h"
+#include "plugin/ZtOdPdsComponents.h"
 #include "plugin/ZtOdPdsGuard.h"
 #include "plugin/ZtOdPdsStatus.h"
 #include "readers/ZtOdPdsBlock.h"
@@ -28,6 +29,8 @@ namespace {
 
 constexpr const char* kInputFilesEnum = "ztodpds_dri_input_files_enum";
 constexpr const char* kDgnLoaderName = "ZtKvcLoaderPlugin:ztlddgn";
+// The plug-in's type number for the host.
+constexpr unsigned int kTypeNumber = 5;
 // The DGN loader's option that stays off while the models of a control file load.
 constexpr int kDgnLoaderOption = 10;
 // The reference's load kind for a model file.
@@ -38,7 +41,7 @@ constexpr unsigned kWorldUpPart = 4;
 } // namespace
 
 ZtOdPdsDriLoaderPlugin::ZtOdPdsDriLoaderPlugin()
-    : ZtOpSceneSetPlugin(5, "ZtOdPdsDriLoaderPlugin", 1) {}
+    : ZtOpSceneSetPlugin(kTypeNumber, "ZtOdPdsDriLoaderPlugin", 1) {}
 
 ZtOdPdsDriLoaderPlugin::~ZtOdPdsDriLoaderPlugin() = default;
 
@@ -286,10 +289,10 @@ int ZtOdPdsDriLoaderPlugin::SetDgnLoaderOption(int value) {
 
 ZtUComponent ZtOdPdsDriLoaderPlugin::component_;
 
-int ZtOdPdsDriLoaderPlugin::InitialiseComponent() {
-    return component_.Initialise("ZtOdPdsDriLoaderPlugin");
+int ZtOdPdsDriLoaderPlugin::StartComponent() {
+    return ZtOdPdsStartComponents({{&component_, "ZtOdPdsDriLoaderPlugin"}});
 }
 
-int ZtOdPdsDriLoaderPlugin::TerminateComponent() {
-    return component_.Terminate();
+int ZtOdPdsDriLoaderPlugin::EndComponent() {
+    return ZtOdPdsEndComponents({&component_});
 }

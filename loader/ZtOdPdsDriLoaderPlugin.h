@@ -67,8 +67,8 @@ public:
     ZtOpState* GetState() const { return state_; }
 
     // The class's component.
-    static int InitialiseComponent();
-    static int TerminateComponent();
+    static int StartComponent();
+    static int EndComponent();
     static const ZtUComponent& GetComponent() { return component_; }
 
 private:

@@ -8,7 +8,8 @@
 int ZtOdPdsTextFile::Open(const wchar_t* path) {
     Close();
     file_ = ZtUSysFile::fopenW(path, ZtUSysFile::kAccessRead, ZtUSysFile::kOpenExisting,
-                               ZtUSysFile::kTranslateText, ZtUSysFile::kShareReadWrite, 0, 384);
+                               ZtUSysFile::kTranslateText, ZtUSysFile::kShareReadWrite, 0,
+                               ZtUSysFile::kPermitReadWrite);
     return file_ ? 1 : 0;
 }
 

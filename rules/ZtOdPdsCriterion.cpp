@@ -1,7 +1,7 @@
 #include "rules/ZtOdPdsCriterion.h"
 
+#include "plugin/ZtOdPdsComponents.h"
 #include "readers/ZtOdPdsDstContext.h"
-#include "rules/ZtOdPdsComponents.h"
 #include "rules/ZtOdPdsDisplaySet.h"
 #include "rules/ZtOdPdsDisplaySetDict.h"
 #include "rules/ZtOdPdsOperation.h"
@@ -14,17 +14,16 @@
 #include <climits>
 #include <cstdint>
 #include <cwchar>
+#include <iterator>
 
 namespace {
 
 // Flags of the conditions that criteria make.
-constexpr unsigned kDataConditionFlags = 9;
-constexpr unsigned kListConditionFlags = 5;
-
-// Standard property names of DGN elements.
-constexpr int kStandardLevel = 17;
-constexpr int kStandardColour = 18;
-constexpr int kStandardSourceFile = 19;
+constexpr unsigned kDataConditionFlags =
+    ZtOpFindConditionFlags::kIgnoreCase | ZtOpFindConditionFlags::kFlag8;
+constexpr unsigned kListConditionFlags =
+    ZtOpFindConditionFlags::kIgnoreCase | ZtOpFindConditionFlags::kFlag4;
+static_assert(kDataConditionFlags == 9 && kListConditionFlags == 5);
 
 ZtUNameDict* NamesOf(ZtOdPdsDstContext* context) {
     return context ? context->names : nullptr;
@@ -157,6 +156,8 @@ ZtOdPdsNode* ZtOdPdsDataCriterion::Evaluate(ZtOdPdsDstContext* context) {
         ZtOpFindConditionOp::kLess,     ZtOpFindConditionOp::kLessEqual,
         ZtOpFindConditionOp::kWildcard,
     };
+    // One host operator for each comparison, by its number.
+    static_assert(std::size(kHostOperators) == kWildcard + 1);
     ZtUNameDict* names = NamesOf(context);
     const ZtUName* category =
         names ? names->Find(Resource("ztlddgn_pds_compdata"), "ZtDgnPDSAttributes") : nullptr;
@@ -179,7 +180,7 @@ ZtOdPdsFileCriterion::ZtOdPdsFileCriterion(const wchar_t* text) : ZtOdPdsCriteri
 ZtOdPdsNode* ZtOdPdsFileCriterion::Evaluate(ZtOdPdsDstContext* context) {
     return MakeChain(files_.Size(), [&](std::size_t i) -> ZtOdPdsNode* {
         const wchar_t* file = files_[i]->GetString();
-        return MakeListStatement(context, kStandardSourceFile, file, file);
+        return MakeListStatement(context, ZtUName::kStandardSourceFile, file, file);
     });
 }
 
@@ -189,7 +190,8 @@ ZtOdPdsLevelCriterion::ZtOdPdsLevelCriterion(const wchar_t* text) : ZtOdPdsCrite
 
 ZtOdPdsNode* ZtOdPdsLevelCriterion::Evaluate(ZtOdPdsDstContext* context) {
     return MakeChain(levels_.Size(), [&](std::size_t i) -> ZtOdPdsNode* {
-        return MakeNumberStatement(context, kStandardLevel, "ztlddgn_level", L"L", levels_[i]);
+        return MakeNumberStatement(context, ZtUName::kStandardLevel, "ztlddgn_level", L"L",
+                                   levels_[i]);
     });
 }
 
@@ -199,7 +201,7 @@ ZtOdPdsColourCriterion::ZtOdPdsColourCriterion(const wchar_t* text) : ZtOdPdsCri
 
 ZtOdPdsNode* ZtOdPdsColourCriterion::Evaluate(ZtOdPdsDstContext* context) {
     return MakeChain(colours_.Size(), [&](std::size_t i) -> ZtOdPdsNode* {
-        return MakeNumberStatement(context, kStandardColour, "ztlddgn_mat_colour", L"C",
+        return MakeNumberStatement(context, ZtUName::kStandardColour, "ztlddgn_mat_colour", L"C",
                                    colours_[i]);
     });
 }

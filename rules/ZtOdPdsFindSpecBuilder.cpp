@@ -1,7 +1,7 @@
 #include "rules/ZtOdPdsFindSpecBuilder.h"
 
+#include "plugin/ZtOdPdsComponents.h"
 #include "readers/ZtOdPdsDstContext.h"
-#include "rules/ZtOdPdsComponents.h"
 #include "ztplugin/ZtOpComment.h"
 #include "ztplugin/ZtOpSavedItem.h"
 #include "ztplugin/ZtOpSelectionSet.h"

@@ -1,5 +1,6 @@
 #include "tags/ZtOdPdsTagExportPlugin.h"
 
+#include "plugin/ZtOdPdsComponents.h"
 #include "plugin/ZtOdPdsGuard.h"
 #include "plugin/ZtOdPdsStatus.h"
 #include "tags/ZtOdPdsCameraMaps.h"
@@ -31,8 +32,6 @@ namespace {
 
 constexpr unsigned int kTypeNumber = 131;
 constexpr int kHelpId = 61464;
-// The platform's number of the numeric locale category.
-constexpr int kNumericCategory = 4;
 // Half the side of the window-space square that a tag is picked through.
 constexpr double kPickHalfWidth = 0.0001;
 // The property bit of geometry leaves, which alone can be picked.
@@ -107,14 +106,14 @@ int ZtOdPdsTagExportPlugin::Export(ZtOpState* state, const ZtUWideString* fileNa
                                    ZtOpProgress* progress) {
     tagCount_ = 0;
     writtenCount_ = 0;
-    const ZtUAutoCLocaleOverride numbers(kNumericCategory);
+    const ZtUAutoCLocaleOverride numbers(ZtUAutoCLocaleOverride::kNumeric);
     const ZtOpSavedViewsElement* element = ZtOpSavedViewsElement::Get(state);
     if (!element)
         return kZtOdPdsNoUnits;
     const ZtOpFolderItem* root = element->Get();
-    ZtUFile* file = ZtUSysFile::fopenW(fileName->GetString(), ZtUSysFile::kAccessWrite,
-                                       ZtUSysFile::kCreateAlways, ZtUSysFile::kTranslateText,
-                                       ZtUSysFile::kShareReadWrite, 0, 384);
+    ZtUFile* file = ZtUSysFile::fopenW(
+        fileName->GetString(), ZtUSysFile::kAccessWrite, ZtUSysFile::kCreateAlways,
+        ZtUSysFile::kTranslateText, ZtUSysFile::kShareReadWrite, 0, ZtUSysFile::kPermitReadWrite);
     if (!file)
         return kZtOdPdsNoFile;
     if (!unfiledRecords_)
@@ -285,9 +284,9 @@ ZtUComponent& ZtOdPdsTagExportPlugin::GetComponent() {
 }
 
 int ZtOdPdsTagExportPlugin::StartComponent() {
-    return GetComponent().Initialise("ZtOdPdsTagExportPlugin");
+    return ZtOdPdsStartComponents({{&GetComponent(), "ZtOdPdsTagExportPlugin"}});
 }
 
 int ZtOdPdsTagExportPlugin::EndComponent() {
-    return GetComponent().Terminate();
+    return ZtOdPdsEndComponents({&GetComponent()});
 }

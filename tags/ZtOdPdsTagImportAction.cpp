@@ -1,5 +1,6 @@
 #include "tags/ZtOdPdsTagImportAction.h"
 
+#include "plugin/ZtOdPdsComponents.h"
 #include "plugin/ZtOdPdsStatus.h"
 #include "readers/ZtOdPdsBlock.h"
 #include "readers/ZtOdPdsBlockFileSource.h"
@@ -23,9 +24,6 @@
 #include <memory>
 
 namespace {
-
-// The numeric category, in the host's numbering.
-constexpr int kNumericCategory = 4;
 
 bool ScanUorVector(ZtOdPdsNumberScanner& scan, ZtOdPdsUorVector* vector) {
     ZtOdPdsUorVector read;
@@ -99,7 +97,7 @@ int ZtOdPdsTagImportAction::CountTags(const wchar_t* path) {
 
 int ZtOdPdsTagImportAction::ImportFile(ZtOpState* state, const wchar_t* path, int tagCount,
                                        ZtOpProgress* progress) {
-    ZtUAutoCLocaleOverride numbers(kNumericCategory);
+    ZtUAutoCLocaleOverride numbers(ZtUAutoCLocaleOverride::kNumeric);
     ZtOdPdsBlockFileSource source(ZtOdPdsCountedText);
     if (!path || !source.Open(path))
         return kZtOdPdsNoFile;
@@ -331,9 +329,9 @@ ZtUComponent& ZtOdPdsTagImportAction::GetComponent() {
 }
 
 int ZtOdPdsTagImportAction::StartComponent() {
-    return GetComponent().Initialise("ZtOdPdsTagImportAction");
+    return ZtOdPdsStartComponents({{&GetComponent(), "ZtOdPdsTagImportAction"}});
 }
 
 int ZtOdPdsTagImportAction::EndComponent() {
-    return GetComponent().Terminate();
+    return ZtOdPdsEndComponents({&GetComponent()});
 }

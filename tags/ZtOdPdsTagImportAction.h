@@ -65,7 +65,8 @@ public:
     static int EndComponent();
 
 private:
-    // One sticky key, by the table of keys; false for a block that is no sticky key.
+    // Reads one sticky key (target, eye, up, persp_ang, clip_near, clip_far) into the
+    // view that the next tags take; false for a block that is no sticky key.
     bool ReadStickyKey(const ZtOdPdsBlock& block);
 
     ZtOpState* state_;

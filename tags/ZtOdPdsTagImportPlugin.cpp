@@ -1,5 +1,6 @@
 #include "tags/ZtOdPdsTagImportPlugin.h"
 
+#include "plugin/ZtOdPdsComponents.h"
 #include "plugin/ZtOdPdsGuard.h"
 #include "plugin/ZtOdPdsStatus.h"
 #include "tags/ZtOdPdsTagImportAction.h"
@@ -79,14 +80,13 @@ ZtUComponent& ZtOdPdsTagImportPlugin::GetComponent() {
     return component;
 }
 
-// Own component first, then the action's, in the same order both ways; a 0 stops the chain.
+// Own component first, then the action's, in the same order both ways.
 int ZtOdPdsTagImportPlugin::StartComponent() {
-    const int own = GetComponent().Initialise("ZtOdPdsTagImportPlugin");
-    return own == 0 ? own
-                    : ZtOdPdsTagImportAction::GetComponent().Initialise("ZtOdPdsTagImportAction");
+    return ZtOdPdsStartComponents(
+        {{&GetComponent(), "ZtOdPdsTagImportPlugin"},
+         {&ZtOdPdsTagImportAction::GetComponent(), "ZtOdPdsTagImportAction"}});
 }
 
 int ZtOdPdsTagImportPlugin::EndComponent() {
-    const int own = GetComponent().Terminate();
-    return own == 0 ? own : ZtOdPdsTagImportAction::GetComponent().Terminate();
+    return ZtOdPdsEndComponents({&GetComponent(), &ZtOdPdsTagImportAction::GetComponent()});
 }

@@ -16,9 +16,9 @@ bool StartsWith(const wchar_t* line, const wchar_t* prefix) {
 } // namespace
 
 std::optional<ExportedTagCounts> CountExportedTags(const std::wstring& path) {
-    ZtUFile* file =
-        ZtUSysFile::fopenW(path.c_str(), ZtUSysFile::kAccessRead, ZtUSysFile::kOpenExisting,
-                           ZtUSysFile::kTranslateText, ZtUSysFile::kShareReadWrite, 0, 384);
+    ZtUFile* file = ZtUSysFile::fopenW(
+        path.c_str(), ZtUSysFile::kAccessRead, ZtUSysFile::kOpenExisting,
+        ZtUSysFile::kTranslateText, ZtUSysFile::kShareReadWrite, 0, ZtUSysFile::kPermitReadWrite);
     if (!file)
         return std::nullopt;
     ExportedTagCounts counts;

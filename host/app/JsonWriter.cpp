@@ -1,6 +1,7 @@
 #include "app/JsonWriter.h"
 
 #include "ztutil/ZtUSysString.h"
+#include "ztutil/ZtUUtf16.h"
 
 #include <charconv>
 #include <cmath>
@@ -134,13 +135,6 @@ void AppendEscaped(ReportStream& out, std::string_view utf8) {
     out += utf8.substr(runStart);
 }
 
-bool IsHighSurrogate(unsigned u) {
-    return u >= 0xD800 && u <= 0xDBFF;
-}
-bool IsLowSurrogate(unsigned u) {
-    return u >= 0xDC00 && u <= 0xDFFF;
-}
-
 } // namespace
 
 void JsonWriter::String(std::string_view utf8) {
@@ -156,12 +150,12 @@ void JsonWriter::WideString(std::wstring_view text) {
     std::size_t runStart = 0;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const unsigned unit = static_cast<unsigned>(text[i]) & 0xFFFF;
-        if (IsHighSurrogate(unit) && i + 1 < text.size() &&
-            IsLowSurrogate(static_cast<unsigned>(text[i + 1]) & 0xFFFF)) {
+        if (ZtUUtf16::IsHighSurrogate(unit) && i + 1 < text.size() &&
+            ZtUUtf16::IsLowSurrogate(static_cast<unsigned>(text[i + 1]) & 0xFFFF)) {
             ++i;
             continue;
         }
-        if (IsHighSurrogate(unit) || IsLowSurrogate(unit)) {
+        if (ZtUUtf16::IsSurrogate(unit)) {
             AppendEscaped(out_, ZtUSysString::WideToUtf8(text.substr(runStart, i - runStart)));
             AppendEscapedCodeUnit(out_, unit);
             runStart = i + 1;

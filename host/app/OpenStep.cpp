@@ -95,10 +95,6 @@ std::size_t CountSideFiles(const ZtUWideStringBuffer& folder, const OpenParamete
     return count;
 }
 
-std::string Utf8(const std::wstring& text) {
-    return ZtUSysString::WideToUtf8(text);
-}
-
 void WriteTransformJson(JsonWriter& json, const ZtLAffine3f& transform) {
     const ZtLMatrix3f& m = transform.GetMatrix();
     json.BeginObject();
@@ -251,7 +247,7 @@ void AppendSceneSetSummary(ReportStream& out, const OpenedSceneSet& sceneSet) {
         const ZtOpSceneRef& ref = *refs[i];
         const OpenedRef* outcome = i < sceneSet.refs.size() ? &sceneSet.refs[i] : nullptr;
         out += "  " + std::to_string(i + 1) + ". ";
-        out += Utf8(ref.GetSourceName().Str());
+        out += ZtUSysString::WideToUtf8(ref.GetSourceName().Str());
         if (!outcome || !outcome->model) {
             out += ": not loaded (" + (outcome ? outcome->notLoaded : std::string("not opened")) +
                    ")\n";
@@ -260,7 +256,7 @@ void AppendSceneSetSummary(ReportStream& out, const OpenedSceneSet& sceneSet) {
         const ZtDgnModel& model = *outcome->model;
         const ZtDgnModelHeader& header = model.GetHeader();
         out += ": ";
-        out += Utf8(model.GetSourceFilename().Str());
+        out += ZtUSysString::WideToUtf8(model.GetSourceFilename().Str());
         out += '\n';
         out += "     model in " + header.masterUnitName + " / " + header.subUnitName + ", " +
                ReadableNumber(model.GetUorsPerMaster()) + " UORs per master unit, " +

@@ -23,10 +23,6 @@
 
 namespace {
 
-std::string Utf8(const std::wstring& text) {
-    return ZtUSysString::WideToUtf8(text);
-}
-
 // A model's place in the scene: p goes to M (scale p) + t.
 struct Placement {
     ZtLAffine3f transform;
@@ -128,7 +124,7 @@ void PickTag(const ZtOpState& state, const ZtOpView& view, ReportTag* tag) {
         const auto* model = dynamic_cast<const ZtDgnModel*>(link->GetNode());
         if (!model)
             continue;
-        tag->modelFile = Utf8(model->GetName().Str());
+        tag->modelFile = ZtUSysString::WideToUtf8(model->GetName().Str());
         for (const ZtOaPathLink* up = shape->GetFragPath(); up != link; up = up->GetParent()) {
             const std::int64_t index = up->GetNode() ? up->GetNode()->GetElementIndex() : -1;
             const std::size_t slot = SlotOfIndex(*model, index);
@@ -153,7 +149,8 @@ void GatherViews(const ZtOpState& state, const ZtOpSavedItem& item,
         return;
     const auto& view = static_cast<const ZtOpView&>(item);
     const ZtNvCamera& camera = view.AnonView().GetViewPoint().GetCamera();
-    ReportView out{Utf8(item.GetName().Str()), camera.GetPosition(), camera.ViewDir(), {}};
+    ReportView out{
+        ZtUSysString::WideToUtf8(item.GetName().Str()), camera.GetPosition(), camera.ViewDir(), {}};
     const auto& redlines = view.GetRedlines();
     const auto& comments = view.GetComments();
     for (std::size_t i = 0; i < redlines.Size(); ++i) {
@@ -166,7 +163,7 @@ void GatherViews(const ZtOpState& state, const ZtOpSavedItem& item,
         tag.position = redline.GetPos3d();
         for (std::size_t c = 0; c < comments.Size(); ++c)
             if (comments[c]->GetId() == redline.GetCommentId()) {
-                tag.text = Utf8(comments[c]->GetBody().Str());
+                tag.text = ZtUSysString::WideToUtf8(comments[c]->GetBody().Str());
                 break;
             }
         PickTag(state, view, &tag);
@@ -200,7 +197,7 @@ ReportScene GatherReportScene(const Session& session) {
             }
         const ZtDgnModelHeader& header = model->GetHeader();
         ReportModel out;
-        out.file = Utf8(model->GetName().Str());
+        out.file = ZtUSysString::WideToUtf8(model->GetName().Str());
         out.units = header.masterUnitName + " / " + header.subUnitName + ", " +
                     ReadableNumber(model->GetUorsPerMaster()) + " UORs per master unit";
         // A model of a `model` step stands where its file puts it.
@@ -226,10 +223,10 @@ ReportScene GatherReportScene(const Session& session) {
     const std::vector<const ZtDgnModel*> models = SceneModels(session.state);
     for (std::size_t i = 0; i < sets.size(); ++i) {
         ReportSet out;
-        out.name = Utf8(sets[i]->GetName().Str());
+        out.name = ZtUSysString::WideToUtf8(sets[i]->GetName().Str());
         const auto& comments = sets[i]->GetComments();
         for (std::size_t c = 0; c < comments.Size(); ++c)
-            out.comment += (c ? "\n" : "") + Utf8(comments[c]->GetBody().Str());
+            out.comment += (c ? "\n" : "") + ZtUSysString::WideToUtf8(comments[c]->GetBody().Str());
         out.rule = FindSpecRuleLines(sets[i]->GetImplicitSelection().GetImplicitFindSpec());
         for (std::size_t k = 0; i < selections.size() && k < selections[i].elements.size(); ++k) {
             const SelectedElement& selected = selections[i].elements[k];

@@ -3,6 +3,7 @@
 #include "app/JsonWriter.h"
 #include "app/Report.h"
 #include "app/ReportStream.h"
+#include "ztplugin/ZtOpFindCondition.h"
 #include "ztplugin/ZtOpRedlineTag.h"
 #include "ztplugin/ZtOpSavedItemsElement.h"
 #include "ztplugin/ZtOpSelectionSet.h"
@@ -11,6 +12,7 @@
 #include "ztutil/ZtUSysString.h"
 
 #include <cstdio>
+#include <iterator>
 
 namespace {
 
@@ -177,10 +179,6 @@ const ZtOpFolderItem* SelectionSetsRoot(const ZtOpState& state) {
     return element ? element->Get() : nullptr;
 }
 
-std::string Utf8(std::wstring_view text) {
-    return ZtUSysString::WideToUtf8(text);
-}
-
 const char* OperatorText(int op) {
     static const char* const kTexts[] = {"(no operator)",
                                          "in category",
@@ -196,7 +194,9 @@ const char* OperatorText(int op) {
                                          ">",
                                          "(operator 12)",
                                          "matches"};
-    return op >= 0 && op < 14 ? kTexts[op] : "(unknown operator)";
+    static_assert(std::size(kTexts) == ZtOpFindConditionOp::kWildcard + 1);
+    return op >= 0 && static_cast<std::size_t>(op) < std::size(kTexts) ? kTexts[op]
+                                                                       : "(unknown operator)";
 }
 
 // "Level = \"Level 3\"", with "not" in front of a negated comparison.
@@ -206,13 +206,18 @@ std::string ConditionText(const ZtOpFindCondition& condition) {
         condition.GetCondition() >= ZtOpFindConditionOp::kEqual)
         text += "not ";
     if (condition.GetCategory())
-        text += Utf8(condition.GetCategory()->GetDisplay().Str()) + ".";
-    text += condition.GetProperty() ? Utf8(condition.GetProperty()->GetDisplay().Str()) : "?";
+        text += ZtUSysString::WideToUtf8(condition.GetCategory()->GetDisplay().Str()) + ".";
+    text += condition.GetProperty()
+                ? ZtUSysString::WideToUtf8(condition.GetProperty()->GetDisplay().Str())
+                : "?";
     text += std::string(" ") + OperatorText(condition.GetCondition());
     if (condition.GetCondition() >= ZtOpFindConditionOp::kEqual) {
         const ZtUData& value = condition.GetValue();
         text += " \"" +
-                (value.GetType() == ZtUData::kWideString ? Utf8(value.GetWideString()) : "") + "\"";
+                (value.GetType() == ZtUData::kWideString
+                     ? ZtUSysString::WideToUtf8(value.GetWideString())
+                     : "") +
+                "\"";
     }
     return text;
 }
@@ -226,7 +231,7 @@ void AppendIndentedLines(ReportStream& out, std::wstring_view text, const std::s
         const wchar_t c = text[i];
         if (c != L'\n' && c != L'\r')
             continue;
-        out += Utf8(text.substr(start, i - start));
+        out += ZtUSysString::WideToUtf8(text.substr(start, i - start));
         out += '\n';
         out += indent;
         if (i + 1 < text.size() && (text[i + 1] == L'\n' || text[i + 1] == L'\r') &&
@@ -234,7 +239,7 @@ void AppendIndentedLines(ReportStream& out, std::wstring_view text, const std::s
             ++i;
         start = i + 1;
     }
-    out += Utf8(text.substr(start));
+    out += ZtUSysString::WideToUtf8(text.substr(start));
 }
 
 std::string Number(double value) {
@@ -280,7 +285,7 @@ void AppendViewSummary(ReportStream& out, const ZtOpView& view, const std::strin
 
 void AppendItemSummary(ReportStream& out, const ZtOpSavedItem& item, const std::string& indent) {
     out += indent + KindName(item) + " \"";
-    out += Utf8(item.GetName().Str());
+    out += ZtUSysString::WideToUtf8(item.GetName().Str());
     out += '"';
     if (item.IsGroup()) {
         const auto& group = static_cast<const ZtOpGroupItem&>(item);

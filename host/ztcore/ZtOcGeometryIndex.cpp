@@ -7,6 +7,7 @@
 #include "ztobject/ZtOaTraversal.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <limits>
 #include <memory>
@@ -154,7 +155,8 @@ std::uint32_t ZtOcGeometryIndex::FindBest(const ZtOcPickFrustumTraversal& pick,
     };
     // Each step pops one node and pushes at most two, so the stack never holds more than
     // the hierarchy's depth plus one; halving by count keeps that depth below 64.
-    Pending stack[72];
+    constexpr int kStackSize = 72;
+    Pending stack[kStackSize];
     int top = 0;
     stack[top++] = {0, frustum.Depth(hierarchy_[0].box)};
     while (top > 0) {
@@ -167,6 +169,7 @@ std::uint32_t ZtOcGeometryIndex::FindBest(const ZtOcPickFrustumTraversal& pick,
         if (!frustum.Intersects(node.box))
             continue;
         if (node.count == 0) {
+            assert(top + 2 <= kStackSize);
             const std::uint32_t a = pending.node + 1, b = node.second;
             const double da = frustum.Depth(hierarchy_[a].box);
             const double db = frustum.Depth(hierarchy_[b].box);

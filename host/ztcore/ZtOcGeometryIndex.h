@@ -67,8 +67,9 @@ private:
     // those that the pick's present best leaves possible; kNone if there is none.
     std::uint32_t FindBest(const ZtOcPickFrustumTraversal& pick, ZtOcContext* context,
                            double* depth) const;
-    // Builds the links from the node of `ordinal` up to `top` into `links` (reserved by
-    // the caller) and returns the node's own link.
+    // Builds the links from the node of `ordinal` up to `top` into `links` (reserved here
+    // for the whole chain first, since each link points at the one before it) and returns
+    // the node's own link.
     const ZtOaPathLink& LinkPath(std::uint32_t ordinal, const ZtOaPathLink& top,
                                  std::vector<ZtOaPathLink>& links) const;
 

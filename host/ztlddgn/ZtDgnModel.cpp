@@ -66,15 +66,15 @@ ZtDgnModel::ZtDgnModel(const wchar_t* path, ZtUNameDict* names)
     graphicGroupName_ = names_->Find(L"Graphic Group", "ZtDgnGraphicGroup");
     weightName_ = names_->Find(L"Weight", "ZtDgnWeight");
     styleName_ = names_->Find(L"Style", "ZtDgnStyle");
-    levelProperties_ =
-        NumberedTexts(ZtUName::StandardName(17, names_), "ztlddgn_level", L"Level", 64);
-    colourProperties_ =
-        NumberedTexts(ZtUName::StandardName(18, names_), "ztlddgn_mat_colour", L"Colour", 256);
+    levelProperties_ = NumberedTexts(ZtUName::StandardName(ZtUName::kStandardLevel, names_),
+                                     "ztlddgn_level", L"Level", 64);
+    colourProperties_ = NumberedTexts(ZtUName::StandardName(ZtUName::kStandardColour, names_),
+                                      "ztlddgn_mat_colour", L"Colour", 256);
     typeProperties_ = Numbers(typeName_, 128);
     weightProperties_ = Numbers(weightName_, 32);
     styleProperties_ = Numbers(styleName_, 8);
-    sourceFileProperty_ = std::make_unique<ZtOaProperty>(ZtUName::StandardName(19, names_),
-                                                         TextData(GetName().Str()));
+    sourceFileProperty_ = std::make_unique<ZtOaProperty>(
+        ZtUName::StandardName(ZtUName::kStandardSourceFile, names_), TextData(GetName().Str()));
     sceneProps_ = new ZtOaPropertyAttribute(names_->Find(L"DGN Scene", kSceneProps));
     sceneProps_->EditPropertyVector().PushBack(
         ZtOaProperty(names_->Find(L"UORs per Master Unit", kUorsPerMaster), ZtUData()));

@@ -7,17 +7,17 @@ namespace {
 
 int CategoryMask(int category) {
     switch (category) {
-    case 0:
+    case ZtUAutoCLocaleOverride::kAll:
         return LC_ALL_MASK;
-    case 1:
+    case ZtUAutoCLocaleOverride::kCollate:
         return LC_COLLATE_MASK;
-    case 2:
+    case ZtUAutoCLocaleOverride::kCtype:
         return LC_CTYPE_MASK;
-    case 3:
+    case ZtUAutoCLocaleOverride::kMonetary:
         return LC_MONETARY_MASK;
-    case 4:
+    case ZtUAutoCLocaleOverride::kNumeric:
         return LC_NUMERIC_MASK;
-    case 5:
+    case ZtUAutoCLocaleOverride::kTime:
         return LC_TIME_MASK;
     default:
         return 0;

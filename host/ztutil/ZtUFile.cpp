@@ -3,6 +3,7 @@
 #include "ztutil/ZtUSysDescriptor.h"
 #include "ztutil/ZtUSysFile.h"
 #include "ztutil/ZtUSysString.h"
+#include "ztutil/ZtUUtf16.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -14,13 +15,6 @@
 namespace {
 
 constexpr unsigned kReplacementCharacter = 0xFFFD;
-
-bool IsHighSurrogate(unsigned unit) {
-    return unit >= 0xD800 && unit <= 0xDBFF;
-}
-bool IsLowSurrogate(unsigned unit) {
-    return unit >= 0xDC00 && unit <= 0xDFFF;
-}
 
 // True if the eight bytes at `bytes` are ASCII and none is a CR: they decode one to one.
 bool IsPlainAscii(const unsigned char* bytes) {
@@ -159,9 +153,9 @@ std::size_t ZtUFile::DecodeUtf8(std::size_t first, std::size_t available, bool l
             ended_ = true;
             break;
         }
-        if (codePoint >= 0x10000) {
-            *out++ = static_cast<wchar_t>(0xD800 + ((codePoint - 0x10000) >> 10));
-            *out++ = static_cast<wchar_t>(0xDC00 + ((codePoint - 0x10000) & 0x3FF));
+        if (codePoint >= ZtUUtf16::kFirstSupplementary) {
+            *out++ = static_cast<wchar_t>(ZtUUtf16::HighOf(codePoint));
+            *out++ = static_cast<wchar_t>(ZtUUtf16::LowOf(codePoint));
         } else {
             *out++ = static_cast<wchar_t>(codePoint);
         }
@@ -243,17 +237,17 @@ void ZtUFile::EncodeUnit(unsigned unit) {
     if (highSurrogate_) {
         const unsigned high = highSurrogate_;
         highSurrogate_ = 0;
-        if (IsLowSurrogate(unit)) {
-            ZtUSysString::AppendUtf8(pending_, 0x10000 + ((high - 0xD800) << 10) + (unit - 0xDC00));
+        if (ZtUUtf16::IsLowSurrogate(unit)) {
+            ZtUSysString::AppendUtf8(pending_, ZtUUtf16::Combine(high, unit));
             return;
         }
         ZtUSysString::AppendUtf8(pending_, kReplacementCharacter);
     }
-    if (IsHighSurrogate(unit)) {
+    if (ZtUUtf16::IsHighSurrogate(unit)) {
         highSurrogate_ = unit;
         return;
     }
-    if (IsLowSurrogate(unit) || unit > 0x10FFFF)
+    if (ZtUUtf16::IsLowSurrogate(unit) || unit > 0x10FFFF)
         unit = kReplacementCharacter;
     ZtUSysString::AppendUtf8(pending_, unit);
 }

@@ -13,11 +13,11 @@ ZtUName* ZtUName::StandardName(int number, ZtUNameDict* dict) {
     if (!dict)
         return nullptr;
     switch (number) {
-    case 17:
+    case kStandardLevel:
         return dict->Find(ZtUResource::FindString("ztlddgn_level", L"Level"), "ZtStdLevel");
-    case 18:
+    case kStandardColour:
         return dict->Find(ZtUResource::FindString("ztlddgn_mat_colour", L"Colour"), "ZtStdColour");
-    case 19:
+    case kStandardSourceFile:
         return dict->Find(L"Source File", "ZtStdSourceFile");
     default:
         return nullptr;

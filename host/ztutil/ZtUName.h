@@ -22,7 +22,11 @@ public:
     // The name's text, as the option system carries it: the internal form.
     const ZtUString& GetString() const { return internal_; }
 
-    // The host's standard names: 17 level, 18 colour, 19 source file; null for others.
+    // The numbers of the host's standard names; part of the host's contract.
+    static constexpr int kStandardLevel = 17;
+    static constexpr int kStandardColour = 18;
+    static constexpr int kStandardSourceFile = 19;
+    // The standard name of `number`; null for other numbers.
     static ZtUName* StandardName(int number, ZtUNameDict* dict);
 
     // The text that carries a value of a named enumeration through the option system.

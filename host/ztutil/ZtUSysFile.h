@@ -48,6 +48,9 @@ public:
     enum CreationMode : int { kCreateAlways = 1, kOpenExisting = 3 };
     enum TranslationMode : int { kTranslateText = 2 };
     enum ShareMode : int { kShareReadWrite = 3 };
+    // The Windows permission bits that fopenW takes: read 0x100, write 0x80.
+    enum Permission : unsigned { kPermitRead = 0x100, kPermitWrite = 0x80 };
+    static constexpr unsigned kPermitReadWrite = kPermitRead | kPermitWrite;
 
     // A write that failed: the path as given to fopenW and the operating system's reason.
     struct WriteFailure {
@@ -64,7 +67,7 @@ public:
     //
     // Writing goes to a temporary file beside the target, which fclose moves into place
     // only if everything succeeded; until then, and after any failure, the old file is
-    // as it was. `permissions` are the Windows pair read 0x100 | write 0x80: a new file
+    // as it was. `permissions` are a Permission pair (kPermitReadWrite): a new file
     // gets 0666 (0444 without write) less the umask, a replaced file keeps its mode.
     // Every failure of a write stream, from opening to the move, is recorded.
     static ZtUFile* fopenW(const wchar_t* path, AccessMode access, CreationMode creation,

@@ -1,4 +1,5 @@
 #include "ztutil/ZtUSysString.h"
+#include "ztutil/ZtUUtf16.h"
 
 #include <cwchar>
 
@@ -46,15 +47,15 @@ std::string EncodeWide(std::wstring_view text, LoneSurrogate loneSurrogate) {
     out.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
         const char32_t unit = static_cast<char32_t>(text[i]) & 0xFFFF;
-        if (unit >= 0xD800 && unit <= 0xDBFF && i + 1 < text.size()) {
+        if (ZtUUtf16::IsHighSurrogate(unit) && i + 1 < text.size()) {
             const char32_t low = static_cast<char32_t>(text[i + 1]) & 0xFFFF;
-            if (low >= 0xDC00 && low <= 0xDFFF) {
-                ZtUSysString::AppendUtf8(out, 0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00));
+            if (ZtUUtf16::IsLowSurrogate(low)) {
+                ZtUSysString::AppendUtf8(out, ZtUUtf16::Combine(unit, low));
                 ++i;
                 continue;
             }
         }
-        if (unit >= 0xD800 && unit <= 0xDFFF)
+        if (ZtUUtf16::IsSurrogate(unit))
             loneSurrogate(out, unit);
         else
             ZtUSysString::AppendUtf8(out, unit);
@@ -74,9 +75,9 @@ template <class Invalid> std::wstring DecodeBytes(std::string_view text, Invalid
             cp = invalid(bytes[i]);
             length = 1;
         }
-        if (cp >= 0x10000) {
-            out += static_cast<wchar_t>(0xD800 + ((cp - 0x10000) >> 10));
-            out += static_cast<wchar_t>(0xDC00 + ((cp - 0x10000) & 0x3FF));
+        if (cp >= ZtUUtf16::kFirstSupplementary) {
+            out += static_cast<wchar_t>(ZtUUtf16::HighOf(cp));
+            out += static_cast<wchar_t>(ZtUUtf16::LowOf(cp));
         } else {
             out += static_cast<wchar_t>(cp);
         }
@@ -127,7 +128,7 @@ std::size_t ZtUSysString::DecodeUtf8(const unsigned char* s, std::size_t availab
             return 0;
         cp = (cp << 6) | (s[i] & 0x3F);
     }
-    if (cp < minimum || cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF))
+    if (cp < minimum || cp > 0x10FFFF || ZtUUtf16::IsSurrogate(cp))
         return 0;
     *codePoint = cp;
     return length;

@@ -102,8 +102,8 @@ TEST(PluginTable, ComponentsStartAndEndInTheirChainOrder) {
          {&ZtOdPdsDstImportPlugin::GetComponent(), &ZtOdPdsDstImportAction::GetComponent(),
           &ZtOdPdsCriterion::GetComponent()},
          {"ZtOdPdsDstImportPlugin", "ZtOdPdsDstImportAction", "ZtOdPdsCriterion"}},
-        {ZtOdPdsDriLoaderPlugin::InitialiseComponent,
-         ZtOdPdsDriLoaderPlugin::TerminateComponent,
+        {ZtOdPdsDriLoaderPlugin::StartComponent,
+         ZtOdPdsDriLoaderPlugin::EndComponent,
          {&ZtOdPdsDriLoaderPlugin::GetComponent()},
          {"ZtOdPdsDriLoaderPlugin"}},
     };

@@ -1,4 +1,4 @@
-#include "rules/ZtOdPdsComponents.h"
+#include "plugin/ZtOdPdsComponents.h"
 
 int ZtOdPdsStartComponents(std::initializer_list<ZtOdPdsNamedComponent> components) {
     int result = 0;
