@@ -6,19 +6,19 @@
 
 namespace {
 
-int Category(int category) {
+int PlatformCategory(int category) {
     switch (category) {
-    case 0:
+    case ZtUAutoCLocaleOverride::kAll:
         return LC_ALL;
-    case 1:
+    case ZtUAutoCLocaleOverride::kCollate:
         return LC_COLLATE;
-    case 2:
+    case ZtUAutoCLocaleOverride::kCtype:
         return LC_CTYPE;
-    case 3:
+    case ZtUAutoCLocaleOverride::kMonetary:
         return LC_MONETARY;
-    case 4:
+    case ZtUAutoCLocaleOverride::kNumeric:
         return LC_NUMERIC;
-    case 5:
+    case ZtUAutoCLocaleOverride::kTime:
         return LC_TIME;
     default:
         return -1;
@@ -38,7 +38,7 @@ struct Saved {
 // The C library's locale is process-wide unless the thread asks for its own; the
 // override turns the thread's own locale on, so that setlocale touches no other thread.
 ZtUAutoCLocaleOverride::ZtUAutoCLocaleOverride(int category) {
-    const int lc = Category(category);
+    const int lc = PlatformCategory(category);
     if (lc < 0)
         return;
     const int perThread = ::_configthreadlocale(_ENABLE_PER_THREAD_LOCALE);
