@@ -1,7 +1,7 @@
 #include "ztutil/ZtUSysFile.h"
 
 #include "ztutil/ZtUFormat.h"
-#include "ztutil/ZtUSysPathRoot.h"
+#include "ztutil/ZtUSysFilePlatform.h"
 #include "ztutil/ZtUSysString.h"
 
 #include <algorithm>
@@ -9,10 +9,6 @@
 #include <cstdarg>
 #include <cstdlib>
 #include <cstring>
-#include <dirent.h>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 #include <utility>
 
 namespace {
@@ -72,6 +68,35 @@ std::vector<ZtUSysFile::WriteFailure> ZtUSysFile::TakeWriteFailures() {
 
 void ZtUSysFile::RecordWriteFailure(const std::string& path, const std::string& reason) {
     WriteFailures().push_back({path, reason});
+}
+
+ZtUFile* ZtUSysFile::fopenW(const wchar_t* path, AccessMode access, CreationMode creation,
+                            TranslationMode translation, ShareMode, unsigned,
+                            unsigned permissions) {
+    if (!path || !*path || translation != kTranslateText)
+        return nullptr;
+    if (access == kAccessRead && creation == kOpenExisting)
+        return ZtUSysOpenExistingFile(path);
+    if (access == kAccessWrite && creation == kCreateAlways)
+        return ZtUSysOpenReplacement(path, permissions);
+    return nullptr;
+}
+
+ZtUSysDirHandle ZtUSysFile::OpenDirW(const wchar_t* path) {
+    std::vector<std::string> names;
+    if (!path || !ZtUSysRegularFileNames(path, names))
+        return {};
+    // Sorted by the UTF-8 bytes of the names and joined with a slash on every platform,
+    // so that walks give the same paths.
+    std::sort(names.begin(), names.end());
+    std::wstring prefix = path;
+    if (!prefix.empty() && !IsSeparator(prefix.back()))
+        prefix += L'/';
+    std::vector<std::wstring> fullNames;
+    fullNames.reserve(names.size());
+    for (const std::string& name : names)
+        fullNames.push_back(prefix + ZtUSysString::PathToWide(name));
+    return ZtUSysDirHandle(std::move(fullNames));
 }
 
 int ZtUSysFile::fclose(ZtUFile* file) {

@@ -1,6 +1,6 @@
 #include "ztutil/ZtUSysFile.h"
 
-#include "ztutil/ZtUSysPathRoot.h"
+#include "ztutil/ZtUSysFilePlatform.h"
 #include "ztutil/ZtUSysString.h"
 
 #include <algorithm>
@@ -36,14 +36,15 @@ int OpenRegularFile(const std::string& path, int flags, mode_t permissions) {
 // The mode of a new file for the Windows permission pair, less the umask. The umask can
 // only be read by setting it; the host creates files from one thread.
 mode_t NewFileMode(unsigned permissions) {
-    constexpr unsigned kWindowsWrite = 0x80;
     const mode_t mask = ::umask(0);
     ::umask(mask);
-    return static_cast<mode_t>((permissions & kWindowsWrite) ? 0666 : 0444) & ~mask;
+    return static_cast<mode_t>((permissions & ZtUSysFile::kPermitWrite) ? 0666 : 0444) & ~mask;
 }
 
-// A write stream on a temporary file in the target's folder; see fopenW.
-ZtUFile* OpenReplacement(const std::string& target, unsigned permissions) {
+} // namespace
+
+ZtUFile* ZtUSysOpenReplacement(const wchar_t* path, unsigned permissions) {
+    const std::string target = ToSystemPath(path);
     std::string resolved = target;
     mode_t mode = 0;
     struct stat status;
@@ -84,21 +85,9 @@ ZtUFile* OpenReplacement(const std::string& target, unsigned permissions) {
     return new ZtUFile(descriptor, std::move(temporary), std::move(resolved), target);
 }
 
-} // namespace
-
-ZtUFile* ZtUSysFile::fopenW(const wchar_t* path, AccessMode access, CreationMode creation,
-                            TranslationMode translation, ShareMode, unsigned,
-                            unsigned permissions) {
-    if (!path || !*path || translation != kTranslateText)
-        return nullptr;
-    const std::string systemPath = ToSystemPath(path);
-    if (access == kAccessRead && creation == kOpenExisting) {
-        const int descriptor = OpenRegularFile(systemPath, O_RDONLY, 0);
-        return descriptor < 0 ? nullptr : new ZtUFile(descriptor, ZtUFile::Mode::kRead);
-    }
-    if (access == kAccessWrite && creation == kCreateAlways)
-        return OpenReplacement(systemPath, permissions);
-    return nullptr;
+ZtUFile* ZtUSysOpenExistingFile(const wchar_t* path) {
+    const int descriptor = OpenRegularFile(ToSystemPath(path), O_RDONLY, 0);
+    return descriptor < 0 ? nullptr : new ZtUFile(descriptor, ZtUFile::Mode::kRead);
 }
 
 bool ZtUSysFile::ExistsW(const wchar_t* path) {
@@ -106,14 +95,10 @@ bool ZtUSysFile::ExistsW(const wchar_t* path) {
     return path && *path && ::stat(ToSystemPath(path).c_str(), &status) == 0;
 }
 
-ZtUSysDirHandle ZtUSysFile::OpenDirW(const wchar_t* path) {
-    if (!path)
-        return {};
-    // The folder of a bare file name is the empty string: the working directory.
-    DIR* directory = ::opendir(*path ? ToSystemPath(path).c_str() : ".");
+bool ZtUSysRegularFileNames(const wchar_t* folder, std::vector<std::string>& names) {
+    DIR* directory = ::opendir(*folder ? ToSystemPath(folder).c_str() : ".");
     if (!directory)
-        return {};
-    std::vector<std::string> names;
+        return false;
     while (const dirent* entry = ::readdir(directory)) {
         // Links count as what they point to, as with fopenW.
         struct stat status;
@@ -122,16 +107,7 @@ ZtUSysDirHandle ZtUSysFile::OpenDirW(const wchar_t* path) {
             names.emplace_back(entry->d_name);
     }
     ::closedir(directory);
-    std::sort(names.begin(), names.end());
-
-    std::wstring prefix = path;
-    if (!prefix.empty() && prefix.back() != L'/' && prefix.back() != L'\\')
-        prefix += L'/';
-    std::vector<std::wstring> fullNames;
-    fullNames.reserve(names.size());
-    for (const std::string& name : names)
-        fullNames.push_back(prefix + ZtUSysString::PathToWide(name));
-    return ZtUSysDirHandle(std::move(fullNames));
+    return true;
 }
 
 std::size_t ZtUSysPathRootLength(std::wstring_view path) {

@@ -1,6 +1,6 @@
 #include "ztutil/ZtUSysFile.h"
 
-#include "ztutil/ZtUSysPathRoot.h"
+#include "ztutil/ZtUSysFilePlatform.h"
 #include "ztutil/ZtUSysString.h"
 
 #include <algorithm>
@@ -53,10 +53,11 @@ int CreateTemporary(const std::wstring& target, int mode, std::wstring* temporar
     return -1;
 }
 
-// A write stream on a temporary file in the target's folder; see fopenW. The permission
-// pair has its native meaning: without _S_IWRITE the new file is read-only (the open
-// descriptor still writes).
-ZtUFile* OpenReplacement(const wchar_t* target, unsigned permissions) {
+} // namespace
+
+// The permission pair has its native meaning: without _S_IWRITE the new file is
+// read-only (the open descriptor still writes).
+ZtUFile* ZtUSysOpenReplacement(const wchar_t* target, unsigned permissions) {
     const std::string shown = ZtUSysString::WideToPath(target);
     // The attributes, unlike the C library's stat, see a folder named with a separator
     // at the end.
@@ -75,20 +76,9 @@ ZtUFile* OpenReplacement(const wchar_t* target, unsigned permissions) {
     return new ZtUFile(descriptor, ZtUSysString::WideToPath(temporary), shown, shown);
 }
 
-} // namespace
-
-ZtUFile* ZtUSysFile::fopenW(const wchar_t* path, AccessMode access, CreationMode creation,
-                            TranslationMode translation, ShareMode, unsigned,
-                            unsigned permissions) {
-    if (!path || !*path || translation != kTranslateText)
-        return nullptr;
-    if (access == kAccessRead && creation == kOpenExisting) {
-        const int descriptor = OpenRegularFile(path);
-        return descriptor < 0 ? nullptr : new ZtUFile(descriptor, ZtUFile::Mode::kRead);
-    }
-    if (access == kAccessWrite && creation == kCreateAlways)
-        return OpenReplacement(path, permissions);
-    return nullptr;
+ZtUFile* ZtUSysOpenExistingFile(const wchar_t* path) {
+    const int descriptor = OpenRegularFile(path);
+    return descriptor < 0 ? nullptr : new ZtUFile(descriptor, ZtUFile::Mode::kRead);
 }
 
 bool ZtUSysFile::ExistsW(const wchar_t* path) {
@@ -96,32 +86,21 @@ bool ZtUSysFile::ExistsW(const wchar_t* path) {
     return path && *path && ::_wstat64(path, &status) == 0;
 }
 
-ZtUSysDirHandle ZtUSysFile::OpenDirW(const wchar_t* path) {
-    if (!path)
-        return {};
-    std::wstring prefix = path;
-    if (!prefix.empty() && prefix.back() != L'/' && prefix.back() != L'\\')
-        prefix += L'/';
+bool ZtUSysRegularFileNames(const wchar_t* folder, std::vector<std::string>& names) {
+    std::wstring pattern = folder;
+    if (!pattern.empty() && pattern.back() != L'/' && pattern.back() != L'\\')
+        pattern += L'/';
+    pattern += L'*';
     WIN32_FIND_DATAW entry;
-    // The folder of a bare file name is the empty string: the working directory.
-    const HANDLE find = ::FindFirstFileW((prefix + L"*").c_str(), &entry);
+    const HANDLE find = ::FindFirstFileW(pattern.c_str(), &entry);
     if (find == INVALID_HANDLE_VALUE)
-        return {};
-    // Sorted by the UTF-8 bytes of the names and joined with a slash, as on every
-    // platform, so that walks give the same paths.
-    std::vector<std::string> names;
+        return false;
     do {
         if (!(entry.dwFileAttributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)))
             names.push_back(ZtUSysString::WideToPath(entry.cFileName));
     } while (::FindNextFileW(find, &entry));
     ::FindClose(find);
-    std::sort(names.begin(), names.end());
-
-    std::vector<std::wstring> fullNames;
-    fullNames.reserve(names.size());
-    for (const std::string& name : names)
-        fullNames.push_back(prefix + ZtUSysString::PathToWide(name));
-    return ZtUSysDirHandle(std::move(fullNames));
+    return true;
 }
 
 // A drive's root, or a leading separator (the current drive's root).
