@@ -33,6 +33,11 @@ struct Saved {
     std::string name;
 };
 
+void RestoreThreadSetting(int perThread) {
+    if (perThread != -1)
+        ::_configthreadlocale(perThread);
+}
+
 } // namespace
 
 // The C library's locale is process-wide unless the thread asks for its own; the
@@ -41,13 +46,13 @@ ZtUAutoCLocaleOverride::ZtUAutoCLocaleOverride(int category) {
     const int lc = PlatformCategory(category);
     if (lc < 0)
         return;
+    // A C library without thread locales (Wine's msvcrt says -1) leaves the process's
+    // locale to override: the host reads and writes files from one thread.
     const int perThread = ::_configthreadlocale(_ENABLE_PER_THREAD_LOCALE);
-    if (perThread == -1)
-        return;
     const char* current = ::setlocale(lc, nullptr);
     auto* saved = new Saved{perThread, lc, current ? current : "C"};
     if (!::setlocale(lc, "C")) {
-        ::_configthreadlocale(perThread);
+        RestoreThreadSetting(perThread);
         delete saved;
         return;
     }
@@ -59,6 +64,6 @@ ZtUAutoCLocaleOverride::~ZtUAutoCLocaleOverride() {
     if (!saved)
         return;
     ::setlocale(saved->category, saved->name.c_str());
-    ::_configthreadlocale(saved->perThread);
+    RestoreThreadSetting(saved->perThread);
     delete saved;
 }
