@@ -1,4 +1,4 @@
-#include "ztutil/ZtUAutoCLocaleOverride.h"
+#include "LocaleOverrideCases.h"
 
 #include <gtest/gtest.h>
 
@@ -33,21 +33,7 @@ protected:
 };
 
 TEST_F(ZtUAutoCLocaleOverrideTest, OverridesItsCategoriesAndRestoresThem) {
-    const std::string user = CategoryName(LC_NUMERIC);
-    ASSERT_NE(user, "C");
-    // By the host's numbers: 0 is all, 1 to 5 one each, anything else none.
-    const int categories[] = {LC_COLLATE, LC_CTYPE, LC_MONETARY, LC_NUMERIC, LC_TIME};
-    for (int number : {0, 1, 2, 3, 4, 5, 17, -1}) {
-        {
-            ZtUAutoCLocaleOverride override(number);
-            for (int i = 0; i < 5; ++i) {
-                const bool overridden = number == 0 || number == i + 1;
-                EXPECT_EQ(CategoryName(categories[i]) == "C", overridden) << number << " " << i;
-            }
-        }
-        for (int category : categories)
-            EXPECT_NE(CategoryName(category), "C") << number;
-    }
+    ExpectEachNumberOverridesItsCategories(CategoryName);
     wchar_t text[32];
     {
         ZtUAutoCLocaleOverride override(ZtUAutoCLocaleOverride::kNumeric);
