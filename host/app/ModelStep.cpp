@@ -116,24 +116,15 @@ int RunModelStep(ZtOpState& state, const std::wstring& path, std::string* error,
     return 0;
 }
 
-void WriteModelsJson(JsonWriter& json, const ZtOpState& state, bool elements,
-                     ZtOpProgress* progress) {
-    const std::vector<const ZtDgnModel*> models = SceneModels(state);
-    std::size_t total = 0, written = 0;
-    for (const ZtDgnModel* model : models)
-        total += model->GetNumElements();
-    // Reports every few thousand elements: often enough for a bar, rare enough to cost nothing.
-    constexpr std::size_t kReportEvery = 4096;
-    json.BeginArray();
-    for (const ZtDgnModel* model : models) {
-        const ZtDgnModelHeader& header = model->GetHeader();
-        json.BeginObject();
-        json.Key("file");
-        json.WideString(model->GetName().Str());
-        json.Key("path");
-        json.WideString(model->GetSourceFilename().Str());
-        json.Key("uorsPerMaster");
-        json.Double(model->GetUorsPerMaster());
+void WriteModelMembers(JsonWriter& json, const ZtDgnModel& model, bool brief) {
+    const ZtDgnModelHeader& header = model.GetHeader();
+    json.Key("file");
+    json.WideString(model.GetName().Str());
+    json.Key("path");
+    json.WideString(model.GetSourceFilename().Str());
+    json.Key("uorsPerMaster");
+    json.Double(model.GetUorsPerMaster());
+    if (!brief) {
         json.Key("subunitsPerMaster");
         json.UInt(header.subunitsPerMaster);
         json.Key("uorsPerSubunit");
@@ -146,17 +137,36 @@ void WriteModelsJson(JsonWriter& json, const ZtOpState& state, bool elements,
         json.WideString(ZtUSysString::Utf8ToWide(header.subUnitName));
         json.Key("globalOrigin");
         json.Doubles({header.globalOrigin.x, header.globalOrigin.y, header.globalOrigin.z});
-        json.Key("elements");
-        json.UInt(model->GetNumElements());
+    }
+    json.Key("elements");
+    json.UInt(model.GetNumElements());
+    if (!brief) {
         json.Key("fileElements");
-        json.UInt(model->GetFileElementCount());
-        json.Key("dgnOption10AtLoad");
-        json.Bool(model->GetOption10AtLoad());
+        json.UInt(model.GetFileElementCount());
+    }
+    json.Key("dgnOption10AtLoad");
+    json.Bool(model.GetOption10AtLoad());
+    if (!brief) {
         json.Key("warnings");
         json.BeginArray();
-        for (const std::string& warning : model->GetWarnings())
+        for (const std::string& warning : model.GetWarnings())
             json.String(warning);
         json.EndArray();
+    }
+}
+
+void WriteModelsJson(JsonWriter& json, const ZtOpState& state, bool elements,
+                     ZtOpProgress* progress) {
+    const std::vector<const ZtDgnModel*> models = SceneModels(state);
+    std::size_t total = 0, written = 0;
+    for (const ZtDgnModel* model : models)
+        total += model->GetNumElements();
+    // Reports every few thousand elements: often enough for a bar, rare enough to cost nothing.
+    constexpr std::size_t kReportEvery = 4096;
+    json.BeginArray();
+    for (const ZtDgnModel* model : models) {
+        json.BeginObject();
+        WriteModelMembers(json, *model, false);
         if (elements) {
             json.Key("elementList");
             json.BeginArray();

@@ -1,6 +1,7 @@
 #include "app/OpenStep.h"
 
 #include "app/JsonWriter.h"
+#include "app/ModelStep.h"
 #include "app/PassProgress.h"
 #include "app/ReportStream.h"
 #include "ztlddgn/ZtDgnLoaderPlugin.h"
@@ -115,16 +116,7 @@ void WriteModelJson(JsonWriter& json, const ZtDgnModel* model) {
         return;
     }
     json.BeginObject();
-    json.Key("file");
-    json.WideString(model->GetName().Str());
-    json.Key("path");
-    json.WideString(model->GetSourceFilename().Str());
-    json.Key("uorsPerMaster");
-    json.Double(model->GetUorsPerMaster());
-    json.Key("elements");
-    json.UInt(model->GetNumElements());
-    json.Key("dgnOption10AtLoad");
-    json.Bool(model->GetOption10AtLoad());
+    WriteModelMembers(json, *model, true);
     json.EndObject();
 }
 
