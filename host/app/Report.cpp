@@ -1,11 +1,11 @@
 #include "app/Report.h"
 
 #include "app/JsonWriter.h"
-#include "app/ModelStep.h"
-#include "app/OpenStep.h"
+#include "app/ModelReport.h"
 #include "app/PluginReport.h"
 #include "app/ReportStream.h"
 #include "app/SavedItemReport.h"
+#include "app/SceneSetReport.h"
 #include "app/SelectStep.h"
 #include "app/Session.h"
 #include "app/Steps.h"

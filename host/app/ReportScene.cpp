@@ -2,6 +2,7 @@
 
 #include "app/ModelStep.h"
 #include "app/OpenStep.h"
+#include "app/ReadableText.h"
 #include "app/SavedItemReport.h"
 #include "app/SelectStep.h"
 #include "app/Session.h"
