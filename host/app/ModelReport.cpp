@@ -2,13 +2,13 @@
 
 #include "app/JsonWriter.h"
 #include "app/ModelStep.h"
+#include "app/ReadableText.h"
 #include "app/ReportStream.h"
 #include "ztlddgn/ZtDgnLinkage.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztplugin/ZtOpProgress.h"
 #include "ztutil/ZtUSysString.h"
 
-#include <charconv>
 #include <vector>
 
 namespace {
@@ -159,14 +159,11 @@ void WriteModelsJson(JsonWriter& json, const ZtOpState& state, bool elements,
 void AppendModelsSummary(ReportStream& out, const ZtOpState& state) {
     for (const ZtDgnModel* model : SceneModels(state)) {
         const ZtDgnModelHeader& header = model->GetHeader();
-        char factor[32];
-        const auto end =
-            std::to_chars(factor, factor + sizeof factor, model->GetUorsPerMaster()).ptr;
         out += "model ";
         out += ZtUSysString::WideToUtf8(model->GetName().Str());
         out += ": " + std::to_string(header.dimension) + "D, master unit \"" +
                header.masterUnitName + "\", subunit \"" + header.subUnitName + "\", " +
-               std::string(factor, end) + " UORs per master unit, " +
+               ReadableNumber(model->GetUorsPerMaster()) + " UORs per master unit, " +
                std::to_string(model->GetNumElements()) + " elements\n";
         for (const std::string& warning : model->GetWarnings())
             out += "  warning: " + warning + "\n";

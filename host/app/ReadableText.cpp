@@ -2,9 +2,9 @@
 
 #include <cstdio>
 
-std::string ReadableNumber(double value) {
+std::string ReadableNumber(double value, int digits) {
     char text[32];
-    std::snprintf(text, sizeof text, "%.10g", value);
+    std::snprintf(text, sizeof text, "%.*g", digits, value);
     return text;
 }
 

@@ -1,6 +1,7 @@
 #include "app/SavedItemReport.h"
 
 #include "app/JsonWriter.h"
+#include "app/ReadableText.h"
 #include "app/Report.h"
 #include "app/ReportStream.h"
 #include "ztplugin/ZtOpFindCondition.h"
@@ -11,7 +12,6 @@
 #include "ztplugin/ZtOpView.h"
 #include "ztutil/ZtUSysString.h"
 
-#include <cstdio>
 #include <iterator>
 
 namespace {
@@ -242,14 +242,11 @@ void AppendIndentedLines(ReportStream& out, std::wstring_view text, const std::s
     out += ZtUSysString::WideToUtf8(text.substr(start));
 }
 
-std::string Number(double value) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%g", value);
-    return text;
-}
-
+// A camera's point or direction to six digits: enough to tell views apart at a glance.
 std::string Point(const ZtLVec3f& p) {
-    return "(" + Number(p.x) + ", " + Number(p.y) + ", " + Number(p.z) + ")";
+    constexpr int kDigits = 6;
+    return "(" + ReadableNumber(p.x, kDigits) + ", " + ReadableNumber(p.y, kDigits) + ", " +
+           ReadableNumber(p.z, kDigits) + ")";
 }
 
 // The view's camera and clip planes on one line, then each tag with the text of its
