@@ -60,9 +60,9 @@ void WriteDocumentJson(JsonWriter& json, const ZtOpState& state) {
     WriteViewPointJson(json, state.GetCurrentViewPoint());
     json.EndObject();
     json.Key("savedViews");
-    WriteSavedViewsJson(json, state);
+    WriteSavedItemsJson(json, state, SavedItemTree::kSavedViews);
     json.Key("selectionSets");
-    WriteSelectionSetsJson(json, state);
+    WriteSavedItemsJson(json, state, SavedItemTree::kSelectionSets);
     json.Key("nextIds");
     json.BeginObject(true);
     json.Key("tag");
@@ -196,8 +196,8 @@ void WriteSummaryReport(ReportStream& out, Session& session) {
     if (session.sceneSet)
         AppendSceneSetSummary(out, *session.sceneSet);
     AppendModelsSummary(out, state);
-    AppendSavedViewsSummary(out, state);
-    AppendSelectionSetsSummary(out, state);
+    AppendSavedItemsSummary(out, state, SavedItemTree::kSavedViews);
+    AppendSavedItemsSummary(out, state, SavedItemTree::kSelectionSets);
     if (session.selections)
         AppendSelectionsTable(out, *session.selections);
     std::snprintf(line, sizeof line, "Document: next tag id %llu, next comment id %llu\n",

@@ -169,14 +169,33 @@ void WriteViewJson(JsonWriter& json, const ZtOpView& view) {
     json.EndArray();
 }
 
-const ZtOpFolderItem* SavedViewsRoot(const ZtOpState& state) {
-    const ZtOpSavedViewsElement* element = ZtOpSavedViewsElement::Get(&state);
+const ZtOpFolderItem* TreeRoot(const ZtOpState& state, SavedItemTree tree) {
+    if (tree == SavedItemTree::kSavedViews) {
+        const ZtOpSavedViewsElement* element = ZtOpSavedViewsElement::Get(&state);
+        return element ? element->Get() : nullptr;
+    }
+    const ZtOpSelectionSetsElement* element = ZtOpSelectionSetsElement::Get(&state);
     return element ? element->Get() : nullptr;
 }
 
-const ZtOpFolderItem* SelectionSetsRoot(const ZtOpState& state) {
-    const ZtOpSelectionSetsElement* element = ZtOpSelectionSetsElement::Get(&state);
-    return element ? element->Get() : nullptr;
+// The one walk over a tree of saved items, depth first: `enter` meets an item before the
+// items of its folder, `leave` after them.
+template <class Enter, class Leave>
+void WalkSavedItem(const ZtOpSavedItem& item, int depth, const Enter& enter, const Leave& leave) {
+    enter(item, depth);
+    if (item.IsGroup()) {
+        const auto& group = static_cast<const ZtOpGroupItem&>(item);
+        for (std::size_t i = 0; i < group.GetNumChildren(); ++i)
+            WalkSavedItem(*group.GetChild(i), depth + 1, enter, leave);
+    }
+    leave(item, depth);
+}
+
+// The children of a tree's root folder, each walked from depth 0.
+template <class Enter, class Leave>
+void WalkTree(const ZtOpFolderItem* root, const Enter& enter, const Leave& leave) {
+    for (std::size_t i = 0; root && i < root->GetNumChildren(); ++i)
+        WalkSavedItem(*root->GetChild(i), 0, enter, leave);
 }
 
 const char* OperatorText(int op) {
@@ -280,15 +299,14 @@ void AppendViewSummary(ReportStream& out, const ZtOpView& view, const std::strin
     }
 }
 
+// An item's own lines: a folder's the count of its items, which the walk shows after it.
 void AppendItemSummary(ReportStream& out, const ZtOpSavedItem& item, const std::string& indent) {
     out += indent + KindName(item) + " \"";
     out += ZtUSysString::WideToUtf8(item.GetName().Str());
     out += '"';
     if (item.IsGroup()) {
-        const auto& group = static_cast<const ZtOpGroupItem&>(item);
-        out += ", " + std::to_string(group.GetNumChildren()) + " items\n";
-        for (std::size_t i = 0; i < group.GetNumChildren(); ++i)
-            AppendItemSummary(out, *group.GetChild(i), indent + "  ");
+        out += ", " + std::to_string(static_cast<const ZtOpGroupItem&>(item).GetNumChildren()) +
+               " items\n";
         return;
     }
     out += '\n';
@@ -323,12 +341,8 @@ void AppendItemSummary(ReportStream& out, const ZtOpSavedItem& item, const std::
 }
 
 void CountItem(SavedItemCounts& counts, const ZtOpSavedItem& item) {
-    if (item.IsGroup()) {
-        const auto& group = static_cast<const ZtOpGroupItem&>(item);
-        for (std::size_t i = 0; i < group.GetNumChildren(); ++i)
-            CountItem(counts, *group.GetChild(i));
+    if (item.IsGroup())
         return;
-    }
     counts.comments += item.GetComments().Size();
     if (item.GetType() == ZtOpSavedItem::kTypeSelectionSet)
         ++counts.selectionSets;
@@ -342,72 +356,58 @@ void CountItem(SavedItemCounts& counts, const ZtOpSavedItem& item) {
 
 } // namespace
 
-void WriteSavedItemJson(JsonWriter& json, const ZtOpSavedItem& item) {
-    json.BeginObject();
-    json.Key("kind");
-    json.String(KindName(item));
-    json.Key("name");
-    json.WideString(item.GetName().Str());
-    json.Key("guid");
-    json.String(item.GetGuid().ToString());
-    if (item.IsGroup()) {
-        const auto& group = static_cast<const ZtOpGroupItem&>(item);
-        json.Key("children");
-        json.BeginArray();
-        for (std::size_t i = 0; i < group.GetNumChildren(); ++i)
-            WriteSavedItemJson(json, *group.GetChild(i));
-        json.EndArray();
-    } else {
-        WriteCommentsJson(json, item);
-    }
-    if (item.GetType() == ZtOpSavedItem::kTypeView)
-        WriteViewJson(json, static_cast<const ZtOpView&>(item));
-    if (item.GetType() == ZtOpSavedItem::kTypeSelectionSet) {
-        json.Key("findSpec");
-        WriteFindSpecJson(json, static_cast<const ZtOpSelectionSet&>(item)
-                                    .GetImplicitSelection()
-                                    .GetImplicitFindSpec());
-    }
-    json.EndObject();
-}
-
-void WriteSelectionSetsJson(JsonWriter& json, const ZtOpState& state) {
+void WriteSavedItemsJson(JsonWriter& json, const ZtOpState& state, SavedItemTree tree) {
     json.BeginArray();
-    if (const ZtOpFolderItem* root = SelectionSetsRoot(state))
-        for (std::size_t i = 0; i < root->GetNumChildren(); ++i)
-            WriteSavedItemJson(json, *root->GetChild(i));
+    WalkTree(
+        TreeRoot(state, tree),
+        [&json](const ZtOpSavedItem& item, int) {
+            json.BeginObject();
+            json.Key("kind");
+            json.String(KindName(item));
+            json.Key("name");
+            json.WideString(item.GetName().Str());
+            json.Key("guid");
+            json.String(item.GetGuid().ToString());
+            if (item.IsGroup()) {
+                json.Key("children");
+                json.BeginArray();
+                return;
+            }
+            WriteCommentsJson(json, item);
+            if (item.GetType() == ZtOpSavedItem::kTypeView)
+                WriteViewJson(json, static_cast<const ZtOpView&>(item));
+            if (item.GetType() == ZtOpSavedItem::kTypeSelectionSet) {
+                json.Key("findSpec");
+                WriteFindSpecJson(json, static_cast<const ZtOpSelectionSet&>(item)
+                                            .GetImplicitSelection()
+                                            .GetImplicitFindSpec());
+            }
+        },
+        [&json](const ZtOpSavedItem& item, int) {
+            if (item.IsGroup())
+                json.EndArray();
+            json.EndObject();
+        });
     json.EndArray();
 }
 
-void AppendSelectionSetsSummary(ReportStream& out, const ZtOpState& state) {
-    const ZtOpFolderItem* root = SelectionSetsRoot(state);
-    const std::size_t count = root ? root->GetNumChildren() : 0;
-    out += "Selection sets: " + std::to_string(count) + "\n";
-    for (std::size_t i = 0; i < count; ++i)
-        AppendItemSummary(out, *root->GetChild(i), "  ");
-}
-
-void WriteSavedViewsJson(JsonWriter& json, const ZtOpState& state) {
-    json.BeginArray();
-    if (const ZtOpFolderItem* root = SavedViewsRoot(state))
-        for (std::size_t i = 0; i < root->GetNumChildren(); ++i)
-            WriteSavedItemJson(json, *root->GetChild(i));
-    json.EndArray();
-}
-
-void AppendSavedViewsSummary(ReportStream& out, const ZtOpState& state) {
-    const ZtOpFolderItem* root = SavedViewsRoot(state);
-    const std::size_t count = root ? root->GetNumChildren() : 0;
-    out += "Saved views: " + std::to_string(count) + "\n";
-    for (std::size_t i = 0; i < count; ++i)
-        AppendItemSummary(out, *root->GetChild(i), "  ");
+void AppendSavedItemsSummary(ReportStream& out, const ZtOpState& state, SavedItemTree tree) {
+    const ZtOpFolderItem* root = TreeRoot(state, tree);
+    out += tree == SavedItemTree::kSavedViews ? "Saved views: " : "Selection sets: ";
+    out += std::to_string(root ? root->GetNumChildren() : 0) + "\n";
+    WalkTree(
+        root,
+        [&out](const ZtOpSavedItem& item, int depth) {
+            AppendItemSummary(out, item, std::string(2 * (depth + 1), ' '));
+        },
+        [](const ZtOpSavedItem&, int) {});
 }
 
 SavedItemCounts CountSavedItems(const ZtOpState& state) {
     SavedItemCounts counts;
-    for (const ZtOpFolderItem* root : {SavedViewsRoot(state), SelectionSetsRoot(state)})
-        if (root)
-            CountItem(counts, *root);
+    const auto count = [&counts](const ZtOpSavedItem& item, int) { CountItem(counts, item); };
+    for (SavedItemTree tree : {SavedItemTree::kSavedViews, SavedItemTree::kSelectionSets})
+        WalkTree(TreeRoot(state, tree), count, [](const ZtOpSavedItem&, int) {});
     return counts;
 }
 
