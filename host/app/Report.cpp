@@ -86,10 +86,6 @@ std::string CountText(const StepCount& count) {
     return std::to_string(count.value) + " " + words;
 }
 
-std::string Narrow(const std::wstring& text) {
-    return ZtUSysString::WideToUtf8(text);
-}
-
 } // namespace
 
 void WriteViewPointJson(JsonWriter& json, const ZtNvViewPoint& viewPoint) {
@@ -184,12 +180,13 @@ void WriteSummaryReport(ReportStream& out, Session& session) {
                           d.registeredName.c_str(), d.typeNumber, d.resourceName.c_str());
             out += line;
             if (d.menuName)
-                out += "     menu \"" + Narrow(*d.menuName) + "\", file type \"" +
-                       Narrow(*d.fileTypeName) + "\" (" + Narrow(*d.fileExtension) +
-                       "), help topic " + std::to_string(*d.helpId) + "\n";
+                out += "     menu \"" + ZtUSysString::WideToUtf8(*d.menuName) + "\", file type \"" +
+                       ZtUSysString::WideToUtf8(*d.fileTypeName) + "\" (" +
+                       ZtUSysString::WideToUtf8(*d.fileExtension) + "), help topic " +
+                       std::to_string(*d.helpId) + "\n";
             if (d.formatName)
-                out += "     format \"" + Narrow(*d.formatName) + "\" (" +
-                       Narrow(*d.formatExtension) + ")\n";
+                out += "     format \"" + ZtUSysString::WideToUtf8(*d.formatName) + "\" (" +
+                       ZtUSysString::WideToUtf8(*d.formatExtension) + ")\n";
         }
     }
     const ZtOpState& state = session.state;
