@@ -6,7 +6,7 @@
 #include "app/ReportStream.h"
 #include "app/SavedItemReport.h"
 #include "app/SceneSetReport.h"
-#include "app/SelectStep.h"
+#include "app/SelectionReport.h"
 #include "app/Session.h"
 #include "app/Steps.h"
 #include "ztnav/ZtNvViewPoint.h"
