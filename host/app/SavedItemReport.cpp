@@ -4,9 +4,9 @@
 #include "app/ReadableText.h"
 #include "app/Report.h"
 #include "app/ReportStream.h"
+#include "app/SavedItems.h"
 #include "ztplugin/ZtOpFindCondition.h"
 #include "ztplugin/ZtOpRedlineTag.h"
-#include "ztplugin/ZtOpSavedItemsElement.h"
 #include "ztplugin/ZtOpSelectionSet.h"
 #include "ztplugin/ZtOpState.h"
 #include "ztplugin/ZtOpView.h"
@@ -169,35 +169,6 @@ void WriteViewJson(JsonWriter& json, const ZtOpView& view) {
     json.EndArray();
 }
 
-const ZtOpFolderItem* TreeRoot(const ZtOpState& state, SavedItemTree tree) {
-    if (tree == SavedItemTree::kSavedViews) {
-        const ZtOpSavedViewsElement* element = ZtOpSavedViewsElement::Get(&state);
-        return element ? element->Get() : nullptr;
-    }
-    const ZtOpSelectionSetsElement* element = ZtOpSelectionSetsElement::Get(&state);
-    return element ? element->Get() : nullptr;
-}
-
-// The one walk over a tree of saved items, depth first: `enter` meets an item before the
-// items of its folder, `leave` after them.
-template <class Enter, class Leave>
-void WalkSavedItem(const ZtOpSavedItem& item, int depth, const Enter& enter, const Leave& leave) {
-    enter(item, depth);
-    if (item.IsGroup()) {
-        const auto& group = static_cast<const ZtOpGroupItem&>(item);
-        for (std::size_t i = 0; i < group.GetNumChildren(); ++i)
-            WalkSavedItem(*group.GetChild(i), depth + 1, enter, leave);
-    }
-    leave(item, depth);
-}
-
-// The children of a tree's root folder, each walked from depth 0.
-template <class Enter, class Leave>
-void WalkTree(const ZtOpFolderItem* root, const Enter& enter, const Leave& leave) {
-    for (std::size_t i = 0; root && i < root->GetNumChildren(); ++i)
-        WalkSavedItem(*root->GetChild(i), 0, enter, leave);
-}
-
 const char* OperatorText(int op) {
     static const char* const kTexts[] = {"(no operator)",
                                          "in category",
@@ -340,26 +311,12 @@ void AppendItemSummary(ReportStream& out, const ZtOpSavedItem& item, const std::
         out += '\n';
 }
 
-void CountItem(SavedItemCounts& counts, const ZtOpSavedItem& item) {
-    if (item.IsGroup())
-        return;
-    counts.comments += item.GetComments().Size();
-    if (item.GetType() == ZtOpSavedItem::kTypeSelectionSet)
-        ++counts.selectionSets;
-    if (item.GetType() != ZtOpSavedItem::kTypeView)
-        return;
-    ++counts.views;
-    const auto& redlines = static_cast<const ZtOpView&>(item).GetRedlines();
-    for (std::size_t i = 0; i < redlines.Size(); ++i)
-        counts.tags += redlines[i]->GetRedlineType() == ZtOpRedline::kTypeTag;
-}
-
 } // namespace
 
 void WriteSavedItemsJson(JsonWriter& json, const ZtOpState& state, SavedItemTree tree) {
     json.BeginArray();
-    WalkTree(
-        TreeRoot(state, tree),
+    WalkSavedItems(
+        state, tree,
         [&json](const ZtOpSavedItem& item, int) {
             json.BeginObject();
             json.Key("kind");
@@ -392,23 +349,12 @@ void WriteSavedItemsJson(JsonWriter& json, const ZtOpState& state, SavedItemTree
 }
 
 void AppendSavedItemsSummary(ReportStream& out, const ZtOpState& state, SavedItemTree tree) {
-    const ZtOpFolderItem* root = TreeRoot(state, tree);
+    const ZtOpFolderItem* root = SavedItemTreeRoot(state, tree);
     out += tree == SavedItemTree::kSavedViews ? "Saved views: " : "Selection sets: ";
     out += std::to_string(root ? root->GetNumChildren() : 0) + "\n";
-    WalkTree(
-        root,
-        [&out](const ZtOpSavedItem& item, int depth) {
-            AppendItemSummary(out, item, std::string(2 * (depth + 1), ' '));
-        },
-        [](const ZtOpSavedItem&, int) {});
-}
-
-SavedItemCounts CountSavedItems(const ZtOpState& state) {
-    SavedItemCounts counts;
-    const auto count = [&counts](const ZtOpSavedItem& item, int) { CountItem(counts, item); };
-    for (SavedItemTree tree : {SavedItemTree::kSavedViews, SavedItemTree::kSelectionSets})
-        WalkTree(TreeRoot(state, tree), count, [](const ZtOpSavedItem&, int) {});
-    return counts;
+    WalkSavedItems(state, tree, [&out](const ZtOpSavedItem& item, int depth) {
+        AppendItemSummary(out, item, std::string(2 * (depth + 1), ' '));
+    });
 }
 
 std::vector<std::string> FindSpecRuleLines(const ZtOpFindSpec* spec) {

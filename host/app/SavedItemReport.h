@@ -1,5 +1,6 @@
 #pragma once
-#include <cstddef>
+#include "app/SavedItems.h"
+
 #include <string>
 #include <vector>
 
@@ -7,9 +8,6 @@ class JsonWriter;
 class ReportStream;
 class ZtOpFindSpec;
 class ZtOpState;
-
-// The document's two trees of saved items.
-enum class SavedItemTree { kSavedViews, kSelectionSets };
 
 // The value of the report's "savedViews" or "selectionSets" member: the children of the
 // tree's root folder as ITEMs, each with its kind, name and GUID, and what its kind carries:
@@ -21,16 +19,6 @@ void WriteSavedItemsJson(JsonWriter& json, const ZtOpState& state, SavedItemTree
 // tags with its position and the text of its comment; a selection set with its comments and
 // its rule, one alternative a line.
 void AppendSavedItemsSummary(ReportStream& out, const ZtOpState& state, SavedItemTree tree);
-
-// How many items of each kind the document's saved views and selection sets hold, through
-// their folders.
-struct SavedItemCounts {
-    std::size_t views = 0;
-    std::size_t tags = 0;
-    std::size_t comments = 0;
-    std::size_t selectionSets = 0;
-};
-SavedItemCounts CountSavedItems(const ZtOpState& state);
 
 // A find spec's rule, readably: one line per alternative, its conditions joined by "and"
 // (such as `Level = "Level 10"`). None for a spec without conditions or no spec.

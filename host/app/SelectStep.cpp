@@ -1,40 +1,20 @@
 #include "app/SelectStep.h"
 
 #include "app/ModelStep.h"
+#include "app/SavedItems.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztobject/ZtOaPartition.h"
-#include "ztplugin/ZtOpSavedItemsElement.h"
 #include "ztplugin/ZtOpSelectionSet.h"
 #include "ztplugin/ZtOpState.h"
 #include "ztplugin/ZtOpTreeSelection.h"
 
-namespace {
-
-// The selection sets below `folder`, depth first.
-std::vector<const ZtOpSelectionSet*> SelectionSets(const ZtOpFolderItem& folder) {
-    std::vector<const ZtOpSelectionSet*> sets;
-    std::vector<const ZtOpSavedItem*> pending;
-    for (std::size_t i = folder.GetNumChildren(); i-- > 0;)
-        pending.push_back(folder.GetChild(i));
-    while (!pending.empty()) {
-        const ZtOpSavedItem* item = pending.back();
-        pending.pop_back();
-        if (item->GetType() == ZtOpSavedItem::kTypeSelectionSet)
-            sets.push_back(static_cast<const ZtOpSelectionSet*>(item));
-        if (item->IsGroup()) {
-            const auto& group = static_cast<const ZtOpGroupItem&>(*item);
-            for (std::size_t i = group.GetNumChildren(); i-- > 0;)
-                pending.push_back(group.GetChild(i));
-        }
-    }
-    return sets;
-}
-
-} // namespace
-
 std::vector<const ZtOpSelectionSet*> DocumentSelectionSets(const ZtOpState& state) {
-    const ZtOpSelectionSetsElement* element = ZtOpSelectionSetsElement::Get(&state);
-    return element ? SelectionSets(*element->Get()) : std::vector<const ZtOpSelectionSet*>();
+    std::vector<const ZtOpSelectionSet*> sets;
+    WalkSavedItems(state, SavedItemTree::kSelectionSets, [&sets](const ZtOpSavedItem& item, int) {
+        if (item.GetType() == ZtOpSavedItem::kTypeSelectionSet)
+            sets.push_back(static_cast<const ZtOpSelectionSet*>(&item));
+    });
+    return sets;
 }
 
 std::vector<SelectionResult> ComputeSelections(const ZtOpState& state, ZtOpProgress* progress) {

@@ -6,7 +6,7 @@
 #include "app/ModelStep.h"
 #include "app/ReportPage.h"
 #include "app/ReportScene.h"
-#include "app/SavedItemReport.h"
+#include "app/SavedItems.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztobject/ZtOaPartition.h"
 #include "ztplugin/ZtOpExportPlugin.h"
