@@ -8,8 +8,8 @@ class ZtOpState;
 
 // How much of a model its JSON object tells.
 enum class ModelDetail {
-    kReference, // a scene set's reference: which file, its factor and size
-    kScene,     // an entry of "models": also its units, origin and warnings
+    kReference, // a scene set's reference: which file, its factor, its size, option 10 at load
+    kScene,     // an entry of "models": also its units, origin, file's count and warnings
 };
 
 // The members of a model's JSON object, into an object the caller has begun.
