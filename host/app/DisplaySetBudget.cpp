@@ -1,18 +1,13 @@
 #include "app/DisplaySetBudget.h"
 
+#include "app/SavedItems.h"
 #include "ztplugin/ZtOpFindSpec.h"
-#include "ztplugin/ZtOpSavedItemsElement.h"
 #include "ztplugin/ZtOpSelectionSet.h"
 #include "ztutil/ZtUSysFile.h"
 
 #include <string>
 
 namespace {
-
-const ZtOpFolderItem* SetsFolder(const ZtOpState& state) {
-    const ZtOpSelectionSetsElement* element = ZtOpSelectionSetsElement::Get(&state);
-    return element ? element->Get() : nullptr;
-}
 
 // The "<Display Set>" lines of the file, each of which begins a set.
 std::size_t CountSetLines(const wchar_t* path) {
@@ -44,12 +39,12 @@ std::size_t CountSetLines(const wchar_t* path) {
 DisplaySetBudget::DisplaySetBudget(const ZtOpState& state, std::uint64_t fileConditions,
                                    std::uint64_t setConditions)
     : fileConditions_(fileConditions), setConditions_(setConditions) {
-    const ZtOpFolderItem* folder = SetsFolder(state);
+    const ZtOpFolderItem* folder = SavedItemTreeRoot(state, SavedItemTree::kSelectionSets);
     setsBefore_ = folder ? folder->GetNumChildren() : 0;
 }
 
 std::size_t DisplaySetBudget::CountAbandoned(const ZtOpState& state, const wchar_t* path) const {
-    const ZtOpFolderItem* folder = SetsFolder(state);
+    const ZtOpFolderItem* folder = SavedItemTreeRoot(state, SavedItemTree::kSelectionSets);
     if (!folder)
         return 0;
     std::uint64_t conditions = 0;

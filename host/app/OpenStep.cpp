@@ -1,19 +1,14 @@
 #include "app/OpenStep.h"
 
-#include "app/JsonWriter.h"
-#include "app/ModelStep.h"
 #include "app/PassProgress.h"
-#include "app/ReportStream.h"
 #include "ztlddgn/ZtDgnLoaderPlugin.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztplugin/ZtOpProgress.h"
 #include "ztplugin/ZtOpSceneProps.h"
 #include "ztplugin/ZtOpState.h"
 #include "ztutil/ZtUSysFile.h"
-#include "ztutil/ZtUSysString.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <map>
 #include <string_view>
@@ -96,42 +91,7 @@ std::size_t CountSideFiles(const ZtUWideStringBuffer& folder, const OpenParamete
     return count;
 }
 
-void WriteTransformJson(JsonWriter& json, const ZtLAffine3f& transform) {
-    const ZtLMatrix3f& m = transform.GetMatrix();
-    json.BeginObject();
-    json.Key("matrix");
-    json.BeginArray(true);
-    for (int row = 0; row < 3; ++row)
-        json.Doubles({m.Get(row, 0), m.Get(row, 1), m.Get(row, 2)});
-    json.EndArray();
-    json.Key("translation");
-    const ZtLVec3f& t = transform.GetTranslation();
-    json.Doubles({t.x, t.y, t.z});
-    json.EndObject();
-}
-
-void WriteModelJson(JsonWriter& json, const ZtDgnModel* model) {
-    if (!model) {
-        json.Null();
-        return;
-    }
-    json.BeginObject();
-    WriteModelMembers(json, *model, true);
-    json.EndObject();
-}
-
 } // namespace
-
-std::string ReadableNumber(double value) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.10g", value);
-    return text;
-}
-
-std::string UnitName(ZtOaUnit::Linear unit) {
-    const char* name = ZtOaUnit::Abbreviation(unit);
-    return *name ? name : "unit " + std::to_string(static_cast<int>(unit));
-}
 
 std::optional<int> InputFilesValue(const std::string& name) {
     const char* const names[] = {"model", "cache", "either"};
@@ -191,76 +151,4 @@ int RunOpenStep(ZtOpState& state, ZtOpSceneSetPlugin& loader, const std::wstring
     }
     *sceneSet = std::move(opened);
     return status;
-}
-
-void WriteSceneSetJson(JsonWriter& json, const OpenedSceneSet* sceneSet) {
-    if (!sceneSet) {
-        json.Null();
-        return;
-    }
-    json.BeginObject();
-    json.Key("linearUnits");
-    json.Int(sceneSet->set.GetLinearUnits());
-    json.Key("refs");
-    json.BeginArray();
-    const ZtUOwnPtrVector<ZtOpSceneRef>& refs = sceneSet->set.GetSceneRefs();
-    for (std::size_t i = 0; i < refs.Size(); ++i) {
-        const ZtOpSceneRef& ref = *refs[i];
-        const OpenedRef* outcome = i < sceneSet->refs.size() ? &sceneSet->refs[i] : nullptr;
-        json.BeginObject();
-        json.Key("sourceName");
-        json.WideString(ref.GetSourceName().Str());
-        json.Key("loadFile");
-        json.WideString(ref.GetLoadFile().Str());
-        json.Key("linearUnits");
-        json.Int(ref.GetLinearUnits());
-        json.Key("loadKind");
-        json.Int(ref.GetLoadKind());
-        json.Key("transform");
-        WriteTransformJson(json, ref.GetTransform());
-        json.Key("model");
-        WriteModelJson(json, outcome ? outcome->model : nullptr);
-        json.Key("notLoaded");
-        if (outcome && !outcome->model)
-            json.String(outcome->notLoaded);
-        else
-            json.Null();
-        json.EndObject();
-    }
-    json.EndArray();
-    json.EndObject();
-}
-
-void AppendSceneSetSummary(ReportStream& out, const OpenedSceneSet& sceneSet) {
-    const ZtUOwnPtrVector<ZtOpSceneRef>& refs = sceneSet.set.GetSceneRefs();
-    out += "Scene set: " + std::to_string(refs.Size()) + (refs.Size() == 1 ? " model" : " models") +
-           ", scene units " + UnitName(sceneSet.set.GetLinearUnits()) + "\n";
-    for (std::size_t i = 0; i < refs.Size(); ++i) {
-        const ZtOpSceneRef& ref = *refs[i];
-        const OpenedRef* outcome = i < sceneSet.refs.size() ? &sceneSet.refs[i] : nullptr;
-        out += "  " + std::to_string(i + 1) + ". ";
-        out += ZtUSysString::WideToUtf8(ref.GetSourceName().Str());
-        if (!outcome || !outcome->model) {
-            out += ": not loaded (" + (outcome ? outcome->notLoaded : std::string("not opened")) +
-                   ")\n";
-            continue;
-        }
-        const ZtDgnModel& model = *outcome->model;
-        const ZtDgnModelHeader& header = model.GetHeader();
-        out += ": ";
-        out += ZtUSysString::WideToUtf8(model.GetSourceFilename().Str());
-        out += '\n';
-        out += "     model in " + header.masterUnitName + " / " + header.subUnitName + ", " +
-               ReadableNumber(model.GetUorsPerMaster()) + " UORs per master unit, " +
-               std::to_string(model.GetNumElements()) + " elements; reference units " +
-               UnitName(ref.GetLinearUnits()) + "\n";
-        const ZtLMatrix3f& m = ref.GetTransform().GetMatrix();
-        const ZtLVec3f& t = ref.GetTransform().GetTranslation();
-        out += "     placed by rows (";
-        for (int row = 0; row < 3; ++row)
-            out += (row ? ") (" : "") + ReadableNumber(m.Get(row, 0)) + " " +
-                   ReadableNumber(m.Get(row, 1)) + " " + ReadableNumber(m.Get(row, 2));
-        out += "), then moved by (" + ReadableNumber(t.x) + ", " + ReadableNumber(t.y) + ", " +
-               ReadableNumber(t.z) + ") " + UnitName(sceneSet.set.GetLinearUnits()) + "\n";
-    }
 }

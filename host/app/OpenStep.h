@@ -6,8 +6,6 @@
 #include <string>
 #include <vector>
 
-class JsonWriter;
-class ReportStream;
 class ZtDgnModel;
 class ZtOpProgress;
 class ZtOpSceneSetPlugin;
@@ -19,12 +17,6 @@ struct OpenParameters {
     bool importTags = true;        // false with --no-tags
     bool importDisplaySets = true; // false with --no-display-sets
 };
-
-// A number in ten significant digits: enough to read, without the noise of a unit
-// conversion's last bits (the JSON has the exact values).
-std::string ReadableNumber(double value);
-// A linear unit's short name ("m"), or "unit N" for a value outside the enumeration.
-std::string UnitName(ZtOaUnit::Linear unit);
 
 // The value of --input-files for its name ("model", "cache", "either"), or none.
 std::optional<int> InputFilesValue(const std::string& name);
@@ -56,10 +48,3 @@ struct OpenedSceneSet {
 int RunOpenStep(ZtOpState& state, ZtOpSceneSetPlugin& loader, const std::wstring& path,
                 const OpenParameters& parameters, std::unique_ptr<OpenedSceneSet>* sceneSet,
                 ZtOpProgress* progress = nullptr);
-
-// The report's "sceneSet" member: null without a scene set.
-void WriteSceneSetJson(JsonWriter& json, const OpenedSceneSet* sceneSet);
-
-// A readable paragraph on the scene set: its units, and for each reference the model's
-// file, units and element count and the placement, or why it was not loaded.
-void AppendSceneSetSummary(ReportStream& out, const OpenedSceneSet& sceneSet);

@@ -1,12 +1,12 @@
 #include "app/Report.h"
 
 #include "app/JsonWriter.h"
-#include "app/ModelStep.h"
-#include "app/OpenStep.h"
+#include "app/ModelReport.h"
 #include "app/PluginReport.h"
 #include "app/ReportStream.h"
 #include "app/SavedItemReport.h"
-#include "app/SelectStep.h"
+#include "app/SceneSetReport.h"
+#include "app/SelectionReport.h"
 #include "app/Session.h"
 #include "app/Steps.h"
 #include "ztnav/ZtNvViewPoint.h"
@@ -60,9 +60,9 @@ void WriteDocumentJson(JsonWriter& json, const ZtOpState& state) {
     WriteViewPointJson(json, state.GetCurrentViewPoint());
     json.EndObject();
     json.Key("savedViews");
-    WriteSavedViewsJson(json, state);
+    WriteSavedItemsJson(json, state, SavedItemTree::kSavedViews);
     json.Key("selectionSets");
-    WriteSelectionSetsJson(json, state);
+    WriteSavedItemsJson(json, state, SavedItemTree::kSelectionSets);
     json.Key("nextIds");
     json.BeginObject(true);
     json.Key("tag");
@@ -84,10 +84,6 @@ std::string CountText(const StepCount& count) {
         words += c;
     }
     return std::to_string(count.value) + " " + words;
-}
-
-std::string Narrow(const std::wstring& text) {
-    return ZtUSysString::WideToUtf8(text);
 }
 
 } // namespace
@@ -184,20 +180,21 @@ void WriteSummaryReport(ReportStream& out, Session& session) {
                           d.registeredName.c_str(), d.typeNumber, d.resourceName.c_str());
             out += line;
             if (d.menuName)
-                out += "     menu \"" + Narrow(*d.menuName) + "\", file type \"" +
-                       Narrow(*d.fileTypeName) + "\" (" + Narrow(*d.fileExtension) +
-                       "), help topic " + std::to_string(*d.helpId) + "\n";
+                out += "     menu \"" + ZtUSysString::WideToUtf8(*d.menuName) + "\", file type \"" +
+                       ZtUSysString::WideToUtf8(*d.fileTypeName) + "\" (" +
+                       ZtUSysString::WideToUtf8(*d.fileExtension) + "), help topic " +
+                       std::to_string(*d.helpId) + "\n";
             if (d.formatName)
-                out += "     format \"" + Narrow(*d.formatName) + "\" (" +
-                       Narrow(*d.formatExtension) + ")\n";
+                out += "     format \"" + ZtUSysString::WideToUtf8(*d.formatName) + "\" (" +
+                       ZtUSysString::WideToUtf8(*d.formatExtension) + ")\n";
         }
     }
     const ZtOpState& state = session.state;
     if (session.sceneSet)
         AppendSceneSetSummary(out, *session.sceneSet);
     AppendModelsSummary(out, state);
-    AppendSavedViewsSummary(out, state);
-    AppendSelectionSetsSummary(out, state);
+    AppendSavedItemsSummary(out, state, SavedItemTree::kSavedViews);
+    AppendSavedItemsSummary(out, state, SavedItemTree::kSelectionSets);
     if (session.selections)
         AppendSelectionsTable(out, *session.selections);
     std::snprintf(line, sizeof line, "Document: next tag id %llu, next comment id %llu\n",

@@ -2,7 +2,9 @@
 
 #include "app/ModelStep.h"
 #include "app/OpenStep.h"
+#include "app/ReadableText.h"
 #include "app/SavedItemReport.h"
+#include "app/SavedItems.h"
 #include "app/SelectStep.h"
 #include "app/Session.h"
 #include "ztcore/ZtOcContext.h"
@@ -12,7 +14,6 @@
 #include "ztobject/ZtOaTraversal.h"
 #include "ztobject/ZtOaUnit.h"
 #include "ztplugin/ZtOpRedlineTag.h"
-#include "ztplugin/ZtOpSavedItemsElement.h"
 #include "ztplugin/ZtOpSelectionSet.h"
 #include "ztplugin/ZtOpView.h"
 #include "ztutil/ZtUSysString.h"
@@ -137,14 +138,7 @@ void PickTag(const ZtOpState& state, const ZtOpView& view, ReportTag* tag) {
     }
 }
 
-void GatherViews(const ZtOpState& state, const ZtOpSavedItem& item,
-                 std::vector<ReportView>* views) {
-    if (item.IsGroup()) {
-        const auto& group = static_cast<const ZtOpGroupItem&>(item);
-        for (std::size_t i = 0; i < group.GetNumChildren(); ++i)
-            GatherViews(state, *group.GetChild(i), views);
-        return;
-    }
+void GatherView(const ZtOpState& state, const ZtOpSavedItem& item, std::vector<ReportView>* views) {
     if (item.GetType() != ZtOpSavedItem::kTypeView)
         return;
     const auto& view = static_cast<const ZtOpView&>(item);
@@ -214,8 +208,9 @@ ReportScene GatherReportScene(const Session& session) {
         }
     }
 
-    if (const ZtOpSavedViewsElement* views = ZtOpSavedViewsElement::Get(&session.state))
-        GatherViews(session.state, *views->Get(), &scene.views);
+    WalkSavedItems(session.state, SavedItemTree::kSavedViews, [&](const ZtOpSavedItem& item, int) {
+        GatherView(session.state, item, &scene.views);
+    });
 
     const std::vector<SelectionResult> selections =
         session.selections ? *session.selections : ComputeSelections(session.state);

@@ -1,17 +1,17 @@
 #include "app/SavedItemReport.h"
 
 #include "app/JsonWriter.h"
+#include "app/ReadableText.h"
 #include "app/Report.h"
 #include "app/ReportStream.h"
+#include "app/SavedItems.h"
 #include "ztplugin/ZtOpFindCondition.h"
 #include "ztplugin/ZtOpRedlineTag.h"
-#include "ztplugin/ZtOpSavedItemsElement.h"
 #include "ztplugin/ZtOpSelectionSet.h"
 #include "ztplugin/ZtOpState.h"
 #include "ztplugin/ZtOpView.h"
 #include "ztutil/ZtUSysString.h"
 
-#include <cstdio>
 #include <iterator>
 
 namespace {
@@ -169,16 +169,6 @@ void WriteViewJson(JsonWriter& json, const ZtOpView& view) {
     json.EndArray();
 }
 
-const ZtOpFolderItem* SavedViewsRoot(const ZtOpState& state) {
-    const ZtOpSavedViewsElement* element = ZtOpSavedViewsElement::Get(&state);
-    return element ? element->Get() : nullptr;
-}
-
-const ZtOpFolderItem* SelectionSetsRoot(const ZtOpState& state) {
-    const ZtOpSelectionSetsElement* element = ZtOpSelectionSetsElement::Get(&state);
-    return element ? element->Get() : nullptr;
-}
-
 const char* OperatorText(int op) {
     static const char* const kTexts[] = {"(no operator)",
                                          "in category",
@@ -242,14 +232,11 @@ void AppendIndentedLines(ReportStream& out, std::wstring_view text, const std::s
     out += ZtUSysString::WideToUtf8(text.substr(start));
 }
 
-std::string Number(double value) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%g", value);
-    return text;
-}
-
+// A camera's point or direction to six digits: enough to tell views apart at a glance.
 std::string Point(const ZtLVec3f& p) {
-    return "(" + Number(p.x) + ", " + Number(p.y) + ", " + Number(p.z) + ")";
+    constexpr int kDigits = 6;
+    return "(" + ReadableNumber(p.x, kDigits) + ", " + ReadableNumber(p.y, kDigits) + ", " +
+           ReadableNumber(p.z, kDigits) + ")";
 }
 
 // The view's camera and clip planes on one line, then each tag with the text of its
@@ -283,15 +270,14 @@ void AppendViewSummary(ReportStream& out, const ZtOpView& view, const std::strin
     }
 }
 
+// An item's own lines: a folder's the count of its items, which the walk shows after it.
 void AppendItemSummary(ReportStream& out, const ZtOpSavedItem& item, const std::string& indent) {
     out += indent + KindName(item) + " \"";
     out += ZtUSysString::WideToUtf8(item.GetName().Str());
     out += '"';
     if (item.IsGroup()) {
-        const auto& group = static_cast<const ZtOpGroupItem&>(item);
-        out += ", " + std::to_string(group.GetNumChildren()) + " items\n";
-        for (std::size_t i = 0; i < group.GetNumChildren(); ++i)
-            AppendItemSummary(out, *group.GetChild(i), indent + "  ");
+        out += ", " + std::to_string(static_cast<const ZtOpGroupItem&>(item).GetNumChildren()) +
+               " items\n";
         return;
     }
     out += '\n';
@@ -325,93 +311,50 @@ void AppendItemSummary(ReportStream& out, const ZtOpSavedItem& item, const std::
         out += '\n';
 }
 
-void CountItem(SavedItemCounts& counts, const ZtOpSavedItem& item) {
-    if (item.IsGroup()) {
-        const auto& group = static_cast<const ZtOpGroupItem&>(item);
-        for (std::size_t i = 0; i < group.GetNumChildren(); ++i)
-            CountItem(counts, *group.GetChild(i));
-        return;
-    }
-    counts.comments += item.GetComments().Size();
-    if (item.GetType() == ZtOpSavedItem::kTypeSelectionSet)
-        ++counts.selectionSets;
-    if (item.GetType() != ZtOpSavedItem::kTypeView)
-        return;
-    ++counts.views;
-    const auto& redlines = static_cast<const ZtOpView&>(item).GetRedlines();
-    for (std::size_t i = 0; i < redlines.Size(); ++i)
-        counts.tags += redlines[i]->GetRedlineType() == ZtOpRedline::kTypeTag;
-}
-
 } // namespace
 
-void WriteSavedItemJson(JsonWriter& json, const ZtOpSavedItem& item) {
-    json.BeginObject();
-    json.Key("kind");
-    json.String(KindName(item));
-    json.Key("name");
-    json.WideString(item.GetName().Str());
-    json.Key("guid");
-    json.String(item.GetGuid().ToString());
-    if (item.IsGroup()) {
-        const auto& group = static_cast<const ZtOpGroupItem&>(item);
-        json.Key("children");
-        json.BeginArray();
-        for (std::size_t i = 0; i < group.GetNumChildren(); ++i)
-            WriteSavedItemJson(json, *group.GetChild(i));
-        json.EndArray();
-    } else {
-        WriteCommentsJson(json, item);
-    }
-    if (item.GetType() == ZtOpSavedItem::kTypeView)
-        WriteViewJson(json, static_cast<const ZtOpView&>(item));
-    if (item.GetType() == ZtOpSavedItem::kTypeSelectionSet) {
-        json.Key("findSpec");
-        WriteFindSpecJson(json, static_cast<const ZtOpSelectionSet&>(item)
-                                    .GetImplicitSelection()
-                                    .GetImplicitFindSpec());
-    }
-    json.EndObject();
-}
-
-void WriteSelectionSetsJson(JsonWriter& json, const ZtOpState& state) {
+void WriteSavedItemsJson(JsonWriter& json, const ZtOpState& state, SavedItemTree tree) {
     json.BeginArray();
-    if (const ZtOpFolderItem* root = SelectionSetsRoot(state))
-        for (std::size_t i = 0; i < root->GetNumChildren(); ++i)
-            WriteSavedItemJson(json, *root->GetChild(i));
+    WalkSavedItems(
+        state, tree,
+        [&json](const ZtOpSavedItem& item, int) {
+            json.BeginObject();
+            json.Key("kind");
+            json.String(KindName(item));
+            json.Key("name");
+            json.WideString(item.GetName().Str());
+            json.Key("guid");
+            json.String(item.GetGuid().ToString());
+            if (item.IsGroup()) {
+                json.Key("children");
+                json.BeginArray();
+                return;
+            }
+            WriteCommentsJson(json, item);
+            if (item.GetType() == ZtOpSavedItem::kTypeView)
+                WriteViewJson(json, static_cast<const ZtOpView&>(item));
+            if (item.GetType() == ZtOpSavedItem::kTypeSelectionSet) {
+                json.Key("findSpec");
+                WriteFindSpecJson(json, static_cast<const ZtOpSelectionSet&>(item)
+                                            .GetImplicitSelection()
+                                            .GetImplicitFindSpec());
+            }
+        },
+        [&json](const ZtOpSavedItem& item, int) {
+            if (item.IsGroup())
+                json.EndArray();
+            json.EndObject();
+        });
     json.EndArray();
 }
 
-void AppendSelectionSetsSummary(ReportStream& out, const ZtOpState& state) {
-    const ZtOpFolderItem* root = SelectionSetsRoot(state);
-    const std::size_t count = root ? root->GetNumChildren() : 0;
-    out += "Selection sets: " + std::to_string(count) + "\n";
-    for (std::size_t i = 0; i < count; ++i)
-        AppendItemSummary(out, *root->GetChild(i), "  ");
-}
-
-void WriteSavedViewsJson(JsonWriter& json, const ZtOpState& state) {
-    json.BeginArray();
-    if (const ZtOpFolderItem* root = SavedViewsRoot(state))
-        for (std::size_t i = 0; i < root->GetNumChildren(); ++i)
-            WriteSavedItemJson(json, *root->GetChild(i));
-    json.EndArray();
-}
-
-void AppendSavedViewsSummary(ReportStream& out, const ZtOpState& state) {
-    const ZtOpFolderItem* root = SavedViewsRoot(state);
-    const std::size_t count = root ? root->GetNumChildren() : 0;
-    out += "Saved views: " + std::to_string(count) + "\n";
-    for (std::size_t i = 0; i < count; ++i)
-        AppendItemSummary(out, *root->GetChild(i), "  ");
-}
-
-SavedItemCounts CountSavedItems(const ZtOpState& state) {
-    SavedItemCounts counts;
-    for (const ZtOpFolderItem* root : {SavedViewsRoot(state), SelectionSetsRoot(state)})
-        if (root)
-            CountItem(counts, *root);
-    return counts;
+void AppendSavedItemsSummary(ReportStream& out, const ZtOpState& state, SavedItemTree tree) {
+    const ZtOpFolderItem* root = SavedItemTreeRoot(state, tree);
+    out += tree == SavedItemTree::kSavedViews ? "Saved views: " : "Selection sets: ";
+    out += std::to_string(root ? root->GetNumChildren() : 0) + "\n";
+    WalkSavedItems(state, tree, [&out](const ZtOpSavedItem& item, int depth) {
+        AppendItemSummary(out, item, std::string(2 * (depth + 1), ' '));
+    });
 }
 
 std::vector<std::string> FindSpecRuleLines(const ZtOpFindSpec* spec) {

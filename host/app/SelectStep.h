@@ -3,8 +3,6 @@
 #include <string>
 #include <vector>
 
-class JsonWriter;
-class ReportStream;
 class ZtOpProgress;
 class ZtOpSelectionSet;
 class ZtOpState;
@@ -30,10 +28,3 @@ std::vector<const ZtOpSelectionSet*> DocumentSelectionSets(const ZtOpState& stat
 // too, depth first) over the models of its scene, reporting how far the walk got.
 std::vector<SelectionResult> ComputeSelections(const ZtOpState& state,
                                                ZtOpProgress* progress = nullptr);
-
-// The value of the report's "selections" member.
-void WriteSelectionsJson(JsonWriter& json, const std::vector<SelectionResult>& results);
-
-// A readable table: each selection set with its count, and the selected elements model by
-// model.
-void AppendSelectionsTable(ReportStream& out, const std::vector<SelectionResult>& results);

@@ -6,7 +6,7 @@
 #include "app/ModelStep.h"
 #include "app/ReportPage.h"
 #include "app/ReportScene.h"
-#include "app/SavedItemReport.h"
+#include "app/SavedItems.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztobject/ZtOaPartition.h"
 #include "ztplugin/ZtOpExportPlugin.h"
@@ -164,22 +164,17 @@ StepOutcome WriteReport(Session& session, const Step& step) {
     return {};
 }
 
-struct StepEntry {
-    const char* name;
-    StepHandler handler;
-    // The plug-in the step needs, if any.
-    const char* plugin;
-};
-
-constexpr StepEntry kHandlers[] = {
-    {"plugins", ListPlugins, nullptr},
-    {"open", Open, "ZtOdPdsDriLoaderPlugin"},
-    {"import-tags", ImportTags, "ZtOdPdsTagImportPlugin"},
-    {"export-tags", ExportTags, "ZtOdPdsTagExportPlugin"},
-    {"import-dst", ImportDisplaySets, "ZtOdPdsDstImportPlugin"},
-    {"model", LoadModel, nullptr},
-    {"select", Select, nullptr},
-    {"report", WriteReport, nullptr},
+constexpr StepKind kStepKinds[] = {
+    {"plugins", nullptr, "list the plug-ins of the plug-in library", nullptr, ListPlugins},
+    {"open", "FILE.dri", "open a design review with its models and side files",
+     "ZtOdPdsDriLoaderPlugin", Open},
+    {"import-tags", "FILE.tag", "import review tags", "ZtOdPdsTagImportPlugin", ImportTags},
+    {"import-dst", "FILE.dst", "import display sets", "ZtOdPdsDstImportPlugin", ImportDisplaySets},
+    {"export-tags", "FILE.tag", "export the document's review tags", "ZtOdPdsTagExportPlugin",
+     ExportTags},
+    {"select", nullptr, "evaluate every selection set over the loaded models", nullptr, Select},
+    {"model", "FILE.dgn", "load one model into the document's scene", nullptr, LoadModel},
+    {"report", "FILE.html", "write a page that shows the review", nullptr, WriteReport},
 };
 
 } // namespace
@@ -203,17 +198,27 @@ const char* StatusMeaning(int status) {
     }
 }
 
-StepHandler FindStepHandler(const Session& session, const std::string& name, std::string* why) {
-    for (const StepEntry& entry : kHandlers) {
-        if (name != entry.name)
-            continue;
-        if (entry.plugin && !session.FindPlugin(entry.plugin)) {
-            *why = "step " + name + " needs the plug-in " + entry.plugin +
-                   ", which the plug-in library does not offer";
-            return nullptr;
-        }
-        return entry.handler;
-    }
-    *why = "unknown step '" + name + "'";
+std::span<const StepKind> StepKinds() {
+    return kStepKinds;
+}
+
+const StepKind* FindStepKind(std::string_view name) {
+    for (const StepKind& kind : kStepKinds)
+        if (name == kind.name)
+            return &kind;
     return nullptr;
+}
+
+StepHandler FindStepHandler(const Session& session, const std::string& name, std::string* why) {
+    const StepKind* kind = FindStepKind(name);
+    if (!kind) {
+        *why = "unknown step '" + name + "'";
+        return nullptr;
+    }
+    if (kind->plugin && !session.FindPlugin(kind->plugin)) {
+        *why = "step " + name + " needs the plug-in " + kind->plugin +
+               ", which the plug-in library does not offer";
+        return nullptr;
+    }
+    return kind->handler;
 }

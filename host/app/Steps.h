@@ -1,7 +1,9 @@
 #pragma once
 #include "app/Session.h"
 
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 struct Step;
@@ -24,6 +26,20 @@ using StepHandler = StepOutcome (*)(Session& session, const Step& step);
 
 // What a plug-in's status code says went wrong, for the user.
 const char* StatusMeaning(int status);
+
+// A step of the command line, as parsing, the usage text and the run all know it.
+struct StepKind {
+    const char* name;
+    const char* file;    // the usage's name for the step's file; null: the step takes none
+    const char* summary; // the step's line of the usage
+    const char* plugin;  // the plug-in the step needs, if any
+    StepHandler handler;
+};
+
+// Every step, in the order of the usage.
+std::span<const StepKind> StepKinds();
+// The step of that name, or null.
+const StepKind* FindStepKind(std::string_view name);
 
 // The handler of a step, or null with the reason in `why` for a step that can't run with
 // the loaded plug-in library (its plug-in is missing, as outside control mode 0).

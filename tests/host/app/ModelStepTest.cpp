@@ -2,6 +2,7 @@
 #include "support/DgnTestModels.h"
 
 #include "app/JsonWriter.h"
+#include "app/ModelReport.h"
 #include "app/ModelStep.h"
 #include "app/ReportStream.h"
 #include "ztlddgn/ZtDgnLoaderPlugin.h"

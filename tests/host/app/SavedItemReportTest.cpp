@@ -51,7 +51,7 @@ TEST(SelectionSetsReport, JsonAndSummary) {
 
     std::string out;
     JsonWriter json(out);
-    WriteSelectionSetsJson(json, state);
+    WriteSavedItemsJson(json, state, SavedItemTree::kSelectionSets);
     EXPECT_EQ(out, R"([
   {
     "kind": "selectionSet",
@@ -80,7 +80,7 @@ TEST(SelectionSetsReport, JsonAndSummary) {
 
     out.clear();
     ReportStream stream(out);
-    AppendSelectionSetsSummary(stream, state);
+    AppendSavedItemsSummary(stream, state, SavedItemTree::kSelectionSets);
     EXPECT_EQ(out, "Selection sets: 2\n"
                    "  selectionSet \"Pipes\"\n"
                    "    comment: North\n"
@@ -92,11 +92,11 @@ TEST(SelectionSetsReport, JsonAndSummary) {
     const ZtOpState bare;
     std::string empty;
     JsonWriter emptyJson(empty);
-    WriteSelectionSetsJson(emptyJson, bare);
+    WriteSavedItemsJson(emptyJson, bare, SavedItemTree::kSelectionSets);
     EXPECT_EQ(empty, "[]\n");
     empty.clear();
     ReportStream emptyStream(empty);
-    AppendSelectionSetsSummary(emptyStream, bare);
+    AppendSavedItemsSummary(emptyStream, bare, SavedItemTree::kSelectionSets);
     EXPECT_EQ(empty, "Selection sets: 0\n");
 }
 

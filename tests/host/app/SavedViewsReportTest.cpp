@@ -45,7 +45,7 @@ TEST(SavedViewsReport, JsonAndSummary) {
 
     std::string out;
     JsonWriter json(out);
-    WriteSavedViewsJson(json, state);
+    WriteSavedItemsJson(json, state, SavedItemTree::kSavedViews);
     EXPECT_EQ(out, R"([
   {
     "kind": "view",
@@ -78,7 +78,7 @@ TEST(SavedViewsReport, JsonAndSummary) {
 
     out.clear();
     ReportStream stream(out);
-    AppendSavedViewsSummary(stream, state);
+    AppendSavedItemsSummary(stream, state, SavedItemTree::kSavedViews);
     EXPECT_EQ(out, "Saved views: 1\n"
                    "  view \"Tag View 7\"\n"
                    "    eye (50, 20, 30), looking along (-1, 0, 0), 1 clip planes\n"
@@ -87,7 +87,7 @@ TEST(SavedViewsReport, JsonAndSummary) {
                    "    tag 8 at (12, 21, 30.5): Done\n");
     std::string empty;
     ReportStream emptyStream(empty);
-    AppendSavedViewsSummary(emptyStream, ZtOpState());
+    AppendSavedItemsSummary(emptyStream, ZtOpState(), SavedItemTree::kSavedViews);
     EXPECT_EQ(empty, "Saved views: 0\n");
 }
 

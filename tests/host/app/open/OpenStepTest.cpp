@@ -4,6 +4,7 @@
 #include "app/JsonWriter.h"
 #include "app/OpenStep.h"
 #include "app/ReportStream.h"
+#include "app/SceneSetReport.h"
 #include "loader/ZtOdPdsDriLoaderPlugin.h"
 #include "support/ZtTestRecordingProgress.h"
 #include "ztlddgn/ZtDgnLoaderPlugin.h"
