@@ -22,6 +22,7 @@
 #include "ztutil/ZtUResource.h"
 
 #include <memory>
+#include <string>
 
 namespace {
 
@@ -186,7 +187,7 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
     ZtUWideStringBuffer body;
     // Each text block rewrites the line ends of the body in force once more, whether or
     // not it gave the body; the rewrites wait until the tag's text is gone.
-    int rewrites = 0;
+    std::size_t rewrites = 0;
     {
         // Gone before the comment is made, so that a long text is not held a fourth time.
         ZtOdPdsBlock child;
@@ -208,10 +209,13 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
     // The tag's text is all read: its memory goes before the body is rewritten and the
     // comment takes it, so that a long text is held twice at most.
     block.ReleaseValue();
-    // Comments hold CR LF line ends, the file LF.
-    for (int i = 0; i < rewrites; ++i)
-        if (body.Replace(L"\n", L"\r\n", 1) == 0)
-            break;
+    // Comments hold CR LF line ends, the file LF. Each rewrite puts one more CR before
+    // every LF, so all of them together are one pass that puts `rewrites` there.
+    if (rewrites > 0) {
+        std::wstring lineEnd(rewrites, L'\r');
+        lineEnd += L'\n';
+        body.Replace(L"\n", lineEnd.c_str(), 1);
+    }
     // Before anything is made, so that a tag without text leaves no empty view behind.
     if (body.IsEmpty())
         return;
