@@ -54,6 +54,14 @@ bool TakeBody(ZtOdPdsBlock& text, ZtUWideStringBuffer* body) {
     return false;
 }
 
+std::uint64_t CountLineFeeds(const ZtUWideStringBuffer& text) {
+    std::uint64_t count = 0;
+    const wchar_t* characters = text.GetString();
+    for (std::size_t i = 0, length = text.GetLength(); i < length; ++i)
+        count += characters[i] == L'\n';
+    return count;
+}
+
 // Gives `flag` back 0 on every way out of a tag: a `p` holds for its own tag only.
 class PointReset {
 public:
@@ -107,6 +115,7 @@ int ZtOdPdsTagImportAction::ImportFile(ZtOpState* state, const wchar_t* path, in
         lineColor_ = tool->GetCurLineColor();
         lineThickness_ = tool->GetCurLineThickness();
     }
+    extraLineEndsLeft_ = kZtOdPdsMaxFileExtraLineEnds;
     int done = 0;
     ZtOdPdsBlock block;
     while (source.NextBlock(&block)) {
@@ -122,6 +131,16 @@ int ZtOdPdsTagImportAction::ImportFile(ZtOpState* state, const wchar_t* path, in
     CloseView();
     source.Close();
     return kZtOdPdsOk;
+}
+
+bool ZtOdPdsTagImportAction::ChargeExtraLineEnds(const ZtUWideStringBuffer& body,
+                                                 std::uint64_t extraPerLineFeed) {
+    const std::uint64_t lineFeeds = CountLineFeeds(body);
+    // Divided rather than multiplied, so that no count of rewrites can wrap the product.
+    if (lineFeeds != 0 && extraPerLineFeed > extraLineEndsLeft_ / lineFeeds)
+        return false;
+    extraLineEndsLeft_ -= lineFeeds * extraPerLineFeed;
+    return true;
 }
 
 bool ZtOdPdsTagImportAction::ReadStickyKey(const ZtOdPdsBlock& block) {
@@ -211,6 +230,8 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
     block.ReleaseValue();
     // Comments hold CR LF line ends, the file LF. Each rewrite puts one more CR before
     // every LF, so all of them together are one pass that puts `rewrites` there.
+    if (rewrites > 1 && !ChargeExtraLineEnds(body, rewrites - 1))
+        return;
     if (rewrites > 0) {
         std::wstring lineEnd(rewrites, L'\r');
         lineEnd += L'\n';

@@ -13,6 +13,13 @@ class ZtOpNextCommentIdElement;
 class ZtOpSavedViewsElement;
 class ZtOpState;
 class ZtOpView;
+class ZtUWideStringBuffer;
+
+// Characters that the widening of line ends may add to the comments of one tag file beyond
+// the one CR that every LF gets. Each text block of a tag widens the body's line ends once
+// more, so a few bytes of text blocks can multiply a long body; a tag that would pass the
+// budget is dropped, and the tags behind it are still read.
+constexpr std::uint64_t kZtOdPdsMaxFileExtraLineEnds = 4000000;
 
 // Reads tag files into saved views: each `tag` block becomes a comment and a redline tag
 // in a view made from the viewpoint keys read before it. Tags with no viewpoint key
@@ -41,7 +48,7 @@ public:
     int ImportFile(ZtOpState* state, const wchar_t* path, int tagCount, ZtOpProgress* progress);
 
     // One `tag` block: a comment and a redline tag in the current view, or nothing for a
-    // tag with a bad head, a bad `p` or no text.
+    // tag with a bad head, a bad `p`, no text, or line ends past the file's budget.
     void ImportTag(ZtOdPdsBlock& block);
     // A new view from the viewpoint state, or null when its camera spans no frustum.
     ZtOpView* MakeView();
@@ -68,6 +75,9 @@ private:
     // Reads one sticky key (target, eye, up, persp_ang, clip_near, clip_far) into the
     // view that the next tags take; false for a block that is no sticky key.
     bool ReadStickyKey(const ZtOdPdsBlock& block);
+    // Takes from the file's budget the CRs that `extraPerLineFeed` more before every LF of
+    // `body` would add; false, and nothing taken, when they don't fit.
+    bool ChargeExtraLineEnds(const ZtUWideStringBuffer& body, std::uint64_t extraPerLineFeed);
 
     ZtOpState* state_;
     ZtOaNode* partition_;
@@ -84,6 +94,8 @@ private:
     double clipFar_ = -1.0;
     ZtLUnitVec3f up_{0.0, 0.0, 1.0};
     std::uint64_t highestId_ = 0;
+    // What is left of kZtOdPdsMaxFileExtraLineEnds for the file being imported.
+    std::uint64_t extraLineEndsLeft_ = kZtOdPdsMaxFileExtraLineEnds;
     ZtOpFolderItem folder_;
     ZtOpView* currentView_ = nullptr;
 };

@@ -7,6 +7,7 @@
 #include "app/ReportPage.h"
 #include "app/ReportScene.h"
 #include "app/SavedItems.h"
+#include "app/TagLineEndBudget.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztobject/ZtOaPartition.h"
 #include "ztplugin/ZtOpExportPlugin.h"
@@ -70,7 +71,17 @@ StepOutcome Import(Session& session, const Step& step, const char* registeredNam
 }
 
 StepOutcome ImportTags(Session& session, const Step& step) {
-    return Import(session, step, "ZtOdPdsTagImportPlugin", true);
+    const TagLineEndBudget budget(session.state);
+    StepOutcome outcome = Import(session, step, "ZtOdPdsTagImportPlugin", true);
+    if (outcome.status != 0 || !outcome.hostError.empty())
+        return outcome;
+    const std::wstring path = ZtUSysString::PathToWide(step.argument);
+    if (const std::size_t dropped = budget.CountDropped(session.state, path.c_str()))
+        session.warnings.push_back("import-tags " + step.argument + ": " + std::to_string(dropped) +
+                                   " tags were dropped: their line ends would add more than " +
+                                   std::to_string(TagLineEndBudget::kFileExtraLineEnds) +
+                                   " characters in all");
+    return outcome;
 }
 
 StepOutcome ImportDisplaySets(Session& session, const Step& step) {

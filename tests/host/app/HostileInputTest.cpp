@@ -224,6 +224,29 @@ TEST(HostileInput, DisplaySetsWhoseRulesDwarfTheFileStayWithinTheMemoryBound) {
     }
 }
 
+// Each text block of a tag widens the line ends of its body once more: a thousand lines
+// and 20,000 empty text blocks, 145 KB, would have added 20 million CRs. The tag is
+// dropped for the file's budget and the user is told; the tag before it comes in.
+TEST(HostileInput, TextBlocksThatWidenALongBodyOverTheBudgetDropItsTag) {
+    std::string body;
+    for (int i = 0; i < 1000; ++i)
+        body += "line " + std::to_string(i) + "\n";
+    std::string text = "tag{1 1 0 0.0 1 2 3\ntext{4\nok}}\ntag{2 1 0 0.0 1 2 3\ntext{" +
+                       std::to_string(body.size() + 2) + "\n" + body + "}";
+    for (int i = 0; i < 20000; ++i)
+        text += "text{2}";
+    text += "}\n";
+    ZtTestTempDir dir;
+    ASSERT_TRUE(ZtTestWriteBytes(dir.File("wide.tag"), text));
+    const ProgramRun run =
+        RunProgram(kProgram, {"--quiet", "model", kPipes, "import-tags", dir.File("wide.tag")});
+    EXPECT_EQ(run.exitStatus, 0) << run.err;
+    EXPECT_EQ(run.err, "pdsreview: warning: import-tags " + dir.File("wide.tag") +
+                           ": 1 tags were dropped: their line ends would add more than 4000000 "
+                           "characters in all\n");
+    ExpectWithinMemoryBound(run, text.size(), "wide.tag");
+}
+
 // With too little memory for a 20 MB model name, the run ends with a word from
 // pdsreview, whether the library or the host ran short, never with an abort. The
 // sanitizer needs more address space than the limit allows.
