@@ -40,10 +40,6 @@ std::wstring ZtFuzzWrite(const std::string& name, const std::uint8_t* data, std:
     return ZtUSysString::Utf8ToWide(path);
 }
 
-std::wstring ZtFuzzSample(const char* name) {
-    return ZtUSysString::Utf8ToWide(std::string(ZT_SOURCE_DIR "/examples/plant/") + name);
-}
-
 void ZtFuzzCheck(bool condition, const char* what) {
     if (condition)
         return;

@@ -14,8 +14,6 @@ std::string ZtFuzzFile(const std::string& name);
 std::string ZtFuzzNewFile(const std::string& name);
 // Writes the input as `name` in the process's folder; the file's wide path.
 std::wstring ZtFuzzWrite(const std::string& name, const std::uint8_t* data, std::size_t size);
-// The wide path of a file of the bundled sample review.
-std::wstring ZtFuzzSample(const char* name);
 // Ends the run with `what` on standard error unless `condition` holds: a broken promise
 // of a reader is a finding as much as a sanitizer's report.
 void ZtFuzzCheck(bool condition, const char* what);

@@ -43,7 +43,6 @@ protected:
         record_ = nullptr;
         return loader_.IReadSet(ZtUWideString(folder_.WideFile(name)), set, &record_);
     }
-    ZtOdPdsDriLoadRecord* Record() const { return static_cast<ZtOdPdsDriLoadRecord*>(record_); }
     // Hands the record of the last read back to the loader; the status.
     int Finish(ZtOpSceneProps* props, ZtOaPartition* partition) {
         const int status = loader_.IFinishSet(record_, props, partition, nullptr);

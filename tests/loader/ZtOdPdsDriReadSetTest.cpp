@@ -59,14 +59,6 @@ TEST_F(ReadSet, FailuresLeaveSetRecordAndDgnOptionAlone) {
     }
 }
 
-TEST_F(ReadSet, TheRecordKeepsThePathAndItsFolder) {
-    ZtOpSceneSet set;
-    ASSERT_EQ(Read("DesignReview_Control{}", &set), 0);
-    EXPECT_EQ(Record()->path.Str(), folder_.WideFile("review.dri"));
-    EXPECT_EQ(Record()->directory.Str(), ZtTestWide(folder_.Path()));
-    EXPECT_EQ(set.GetSceneRefs().Size(), 0u);
-}
-
 // What follows "DesignReview_Control{" in a control file, the names (UTF-8) and units of
 // its references, and the units of the set.
 struct ReferencesCase {

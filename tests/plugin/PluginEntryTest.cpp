@@ -66,20 +66,4 @@ TEST(PluginEntry, OtherControlModesGiveAnEmptyListNotNull) {
     }
 }
 
-TEST(PluginEntry, ListHoldsThePluginsInTheirFixedOrder) {
-    ZtOpPluginList* list = ZtOpPluginEntryztodpds();
-    ASSERT_NE(list, nullptr);
-    // All four plug-ins, in the order of the host contract.
-    const std::vector<std::string> expected = {"ZtOdPdsTagImportPlugin", "ZtOdPdsTagExportPlugin",
-                                               "ZtOdPdsDstImportPlugin", "ZtOdPdsDriLoaderPlugin"};
-    std::vector<std::string> names;
-    for (std::size_t i = 0; i < list->Size(); ++i) {
-        auto* plugin = static_cast<ZtOpPlugin*>(list->Get(i));
-        names.push_back(plugin->GetRegisteredName().Str());
-        delete plugin;
-    }
-    delete list;
-    EXPECT_EQ(names, expected);
-}
-
 } // namespace

@@ -1,4 +1,3 @@
-#include "readers/ZtOdPdsBlockReader.h"
 #include "readers/ZtOdPdsBlock.h"
 #include "readers/ZtOdPdsBlockFileSource.h"
 #include "tools/ZtTestFiles.h"
@@ -157,51 +156,6 @@ TEST(ZtOdPdsBlockReader, ValuesAndFilesDiffer) {
         EXPECT_EQ(Children(c.text, 0), c.fromValue) << Utf8(c.text);
         EXPECT_EQ(FileBlocks(Utf8(c.text), 0), c.fromFile) << Utf8(c.text);
     }
-}
-
-TEST(ZtOdPdsBlockReader, FeedCharResults) {
-    struct ResultCase {
-        std::wstring text;
-        std::vector<int> results;
-    };
-    const ResultCase cases[] = {
-        {L"a{b{c}d}", {0, 0, 0, 0, 0, 0, 0, 1}},
-        // Below depth 0 every closing brace is stray again.
-        {L"}}{{x}", {3, 3, 0, 0, 0, 3}},
-    };
-    for (const ResultCase& c : cases) {
-        ZtOdPdsBlock block;
-        ZtOdPdsBlockReader reader(&block, 0);
-        for (std::size_t i = 0; i < c.text.size(); ++i)
-            EXPECT_EQ(reader.FeedChar(c.text[i]), c.results[i]) << Utf8(c.text) << " at " << i;
-    }
-
-    ZtOdPdsBlock named;
-    ZtOdPdsBlockReader atName(&named, 1);
-    for (wchar_t c : std::wstring(L" x y "))
-        EXPECT_EQ(atName.FeedChar(c), 0);
-    EXPECT_EQ(atName.FeedChar(L'{'), 1);
-    EXPECT_EQ(named.GetName().Str(), L"x y");
-}
-
-TEST(ZtOdPdsBlockReader, ChildrenComeOneLevelAtATime) {
-    ZtOdPdsBlock outer;
-    const std::wstring text = L"a{b{c}d} e{f{g{h}}}";
-    outer.SetValue(text.data(), text.size());
-    ZtOdPdsBlock child, grandchild;
-    ASSERT_EQ(outer.NextChild(&child), 1);
-    EXPECT_EQ(Of(child), (Block{L"a", L"b{c}d"}));
-    ASSERT_EQ(child.NextChild(&grandchild), 1);
-    EXPECT_EQ(Of(grandchild), (Block{L"b", L"c"}));
-    EXPECT_EQ(child.NextChild(&grandchild), 0) << "the trailing d is outside text";
-    ASSERT_EQ(outer.NextChild(&child), 1);
-    EXPECT_EQ(Of(child), (Block{L"e", L"f{g{h}}"}));
-    EXPECT_EQ(outer.NextChild(&child), 0);
-    outer.SetCursor(0);
-    ASSERT_EQ(outer.NextChild(&child), 1);
-    EXPECT_EQ(Of(child), (Block{L"a", L"b{c}d"}));
-    outer.SetCursor(-5);
-    EXPECT_EQ(outer.GetCursor(), 0);
 }
 
 TEST(ZtOdPdsBlockReader, LongNamesAndValuesGrowTheBuffer) {

@@ -3,7 +3,6 @@
 #include "tools/ZtTestFiles.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztlddgn/ZtDgnReader.h"
-#include "ztobject/ZtOaAttribute.h"
 #include "ztutil/ZtUName.h"
 
 #include <gtest/gtest.h>
@@ -34,13 +33,3 @@ public:
 private:
     ZtTestTempDir dir_;
 };
-
-// The factor where the library looks for it: the model's scene properties; -1 if absent.
-inline double DgnScenePropsFactor(const ZtDgnModel& model) {
-    const auto* props =
-        static_cast<const ZtOaPropertyAttribute*>(model.FindAttribute("ZtDgnSceneProps"));
-    if (!props || props->GetKind() != ZtOaAttribute::kPropertyAttribute)
-        return -1;
-    const ZtOaProperty* factor = props->GetPropertyVector().Find("ZtDgnUORsPerMaster");
-    return factor ? factor->GetValue().GetDouble() : -1;
-}

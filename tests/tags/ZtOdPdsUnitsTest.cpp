@@ -9,23 +9,6 @@
 
 namespace {
 
-TEST(ZtOdPdsUnits, ReadAndWrittenBackCoordinatesAreCutNotRounded) {
-    struct Case {
-        std::int64_t uors;
-        double factor;
-        std::int64_t back;
-    };
-    const Case cases[] = {
-        {1001, 1000.0, 1000}, // 1.001 * 1000.0 falls just below 1001
-        {1000, 1000.0, 1000},          {-1001, 1000.0, -1000}, {7, 1.0, 7},
-        {123456789, 304.8, 123456789}, {0, 1000.0, 0},
-    };
-    for (const Case& c : cases) {
-        const double master = ZtOdPdsUorsToMaster(c.uors, c.factor);
-        EXPECT_EQ(ZtOdPdsMasterToUors(master, c.factor), c.back) << c.uors << " at " << c.factor;
-    }
-}
-
 TEST(ZtOdPdsUnits, MasterToUorsCutsTowardsZero) {
     struct Case {
         double master;

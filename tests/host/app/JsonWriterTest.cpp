@@ -39,15 +39,4 @@ TEST(JsonWriter, WideTextIsUtf8WithLoneSurrogatesEscaped) {
     EXPECT_EQ(out, "\"x\xf0\x9f\x98\x80\\ud800y\\udc00\"");
 }
 
-// Nesting and indenting are seen whole in the reports' tests.
-TEST(JsonWriter, Scalars) {
-    EXPECT_EQ(Value([](JsonWriter& j) {
-                  j.UInt(18446744073709551615ull);
-                  j.Int(-7);
-                  j.Null();
-                  j.Bool(false);
-              }),
-              "[18446744073709551615, -7, null, false]\n");
-}
-
 } // namespace

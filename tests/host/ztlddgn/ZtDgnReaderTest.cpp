@@ -1,5 +1,6 @@
 #include "support/DgnTestModels.h"
 
+#include "ztobject/ZtOaAttribute.h"
 #include "ztobject/ZtOaProperty.h"
 #include "ztobject/ZtOaTraversal.h"
 
@@ -103,7 +104,12 @@ TEST(ZtDgnReader, ControlBlockAndSimpleElementsReadBackExactly) {
         EXPECT_EQ(h.globalOrigin,
                   ZtLPos3f(c.units.origin[0], c.units.origin[1], c.units.origin[2]));
         EXPECT_EQ(model->GetUorsPerMaster(), c.factor);
-        EXPECT_EQ(DgnScenePropsFactor(*model), c.factor);
+        // Where the library looks for the factor: the model's scene properties.
+        const auto* props =
+            static_cast<const ZtOaPropertyAttribute*>(model->FindAttribute("ZtDgnSceneProps"));
+        ASSERT_TRUE(props && props->GetKind() == ZtOaAttribute::kPropertyAttribute);
+        EXPECT_EQ(props->GetPropertyVector().Find("ZtDgnUORsPerMaster")->GetValue().GetDouble(),
+                  c.factor);
         EXPECT_TRUE(model->GetWarnings().empty());
 
         ASSERT_EQ(model->GetNumElements(), 4u);

@@ -1,9 +1,7 @@
-#include "ztobject/ZtOaAttribute.h"
 #include "ztobject/ZtOaGroup.h"
 #include "ztobject/ZtOaPartition.h"
 #include "ztobject/ZtOaShape.h"
 #include "ztobject/ZtOaTraversal.h"
-#include "ztutil/ZtUName.h"
 
 #include <gtest/gtest.h>
 
@@ -52,17 +50,6 @@ ZtOaPartition* Tree() {
     root->AddChild(two);
     root->AddChild(Shape(6));
     return root;
-}
-
-TEST(ZtOaGroup, ChildrenInOrderAndNullOutside) {
-    std::unique_ptr<ZtOaPartition> root(Tree());
-    ASSERT_EQ(root->GetNumChildren(), 3);
-    EXPECT_EQ(root->GetChild(0)->GetElementIndex(), 1);
-    EXPECT_EQ(root->GetChild(2)->GetElementIndex(), 6);
-    EXPECT_EQ(root->GetChild(-1), nullptr);
-    EXPECT_EQ(root->GetChild(3), nullptr);
-    root->AddChild(nullptr);
-    EXPECT_EQ(root->GetNumChildren(), 3);
 }
 
 TEST(ZtOaGroup, AVeryDeepTreeIsWalkedAndFreedWithoutRecursion) {
@@ -115,68 +102,6 @@ TEST(ZtOaTraversal, WalksDepthFirstAndObeysTheVisitor) {
         EXPECT_EQ(recorder.met, c.met) << c.skipAt << " " << c.stopAt;
     }
     root->ApplyTraversal(nullptr);
-}
-
-TEST(ZtOaFragment, KeepsThePathBeyondTheWalk) {
-    std::unique_ptr<ZtOaPartition> root(Tree());
-    struct Keep : ZtOaTraversal {
-        std::vector<ZtOaFragment> kept;
-        Result VisitNode(const ZtOaPathLink& link) override {
-            if (link.GetNode()->GetElementIndex() == 5)
-                kept.emplace_back(link);
-            return kContinue;
-        }
-    } keep;
-    root->ApplyTraversal(&keep);
-    ASSERT_EQ(keep.kept.size(), 1u);
-    const ZtOaFragment copy = keep.kept.front();
-    keep.kept.clear();
-    std::vector<std::int64_t> path;
-    for (const ZtOaPathLink* link = copy.GetFragPath(); link; link = link->GetParent())
-        path.push_back(link->GetNode()->GetElementIndex());
-    EXPECT_EQ(path, (std::vector<std::int64_t>{5, 4, 2, -1}));
-    EXPECT_EQ(copy.GetDepth(), 4);
-    EXPECT_TRUE(
-        copy.GetFragPath()->GetParent()->GetParent()->GetParent()->GetNode()->IsPartition());
-}
-
-TEST(ZtOaAttribute, FoundByNameWithTheirProperties) {
-    ZtUNameDict names;
-    ZtUName* category = names.Find(L"PDS", "ZtDgnPDSAttributes");
-    ZtUName* property = names.Find(L"line_id", "ZtDgnPDSAttribute");
-    ZtOaShape shape{ZtLBox3f()};
-    shape.AddAttribute(new ZtOaNat64Attribute("ZtDgnDMRSAttribute", 0x0001000200030004u));
-    auto* properties = new ZtOaPropertyAttribute(category);
-    ZtUData value;
-    value.SetWideString(L"P-101");
-    properties->EditPropertyVector().PushBack(ZtOaProperty(property, value));
-    properties->EditPropertyVector().PushBack(ZtOaProperty(nullptr, ZtUData()));
-    shape.AddAttribute(properties);
-
-    const ZtOaAttribute* dmrs = shape.FindAttribute("ZtDgnDMRSAttribute");
-    ASSERT_TRUE(dmrs);
-    ASSERT_EQ(dmrs->GetKind(), ZtOaAttribute::kNat64Attribute);
-    EXPECT_EQ(static_cast<const ZtOaNat64Attribute*>(dmrs)->GetValue(), 0x0001000200030004u);
-    EXPECT_EQ(shape.FindAttribute("ZtDgnPDSAttributes"), properties);
-    EXPECT_EQ(shape.FindAttribute("nothing"), nullptr);
-    EXPECT_EQ(shape.FindAttribute(nullptr), nullptr);
-
-    const ZtOaPropertyVector& vector = properties->GetPropertyVector();
-    ASSERT_EQ(vector.Size(), 2);
-    EXPECT_STREQ(vector.Get(0)->GetInternalName(), "ZtDgnPDSAttribute");
-    EXPECT_EQ(vector.Get(1)->GetInternalName(), nullptr);
-    EXPECT_EQ(vector.Get(2), nullptr);
-    EXPECT_EQ(vector.Find("ZtDgnPDSAttribute"), vector.Get(0));
-    EXPECT_EQ(vector.Find("line_id"), nullptr);
-
-    struct Collect : ZtOaPropertyVisitor {
-        std::vector<std::pair<ZtUName*, const ZtOaProperty*>> seen;
-        void Visit(ZtUName* c, const ZtOaProperty& p) override { seen.emplace_back(c, &p); }
-    } collect;
-    shape.VisitProperties(collect);
-    ASSERT_EQ(collect.seen.size(), 2u);
-    EXPECT_EQ(collect.seen[0].first, category);
-    EXPECT_EQ(collect.seen[0].second, vector.Get(0));
 }
 
 } // namespace

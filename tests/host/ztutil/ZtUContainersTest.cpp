@@ -22,21 +22,6 @@ TEST(ZtUWideStrVoidPtrDict, WalksKeysInCodeUnitOrder) {
               (std::vector<std::wstring>{L"", L"Steel.dgn", L"pipes.dgn", L"\u00e9quip.dgn"}));
 }
 
-TEST(ZtUWideStrVoidPtrDict, ALaterEntryReplacesTheEarlier) {
-    ZtUWideStrVoidPtrDict dict;
-    int first = 0, second = 0;
-    EXPECT_EQ(dict.Enter(L"Set", &first), 1);
-    EXPECT_EQ(dict.Enter(L"Set", &second), 0);
-    EXPECT_EQ(dict.Find(L"Set"), &second);
-    EXPECT_EQ(dict.Find(L"set"), nullptr);
-    EXPECT_EQ(dict.Size(), 1u);
-    EXPECT_EQ(dict.Remove(L"Set"), 1);
-    EXPECT_EQ(dict.Remove(L"Set"), 0);
-    dict.Enter(L"x", &first);
-    dict.RemoveAll();
-    EXPECT_FALSE(dict.Begin().IsValid());
-}
-
 TEST(ZtUVectors, GuardTheirIndices) {
     ZtUVoidPtrVector v;
     int a = 0, b = 0, c = 0;

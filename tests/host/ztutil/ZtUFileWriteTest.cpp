@@ -66,24 +66,6 @@ TEST(ZtUFileWrite, EncodesUtf8WithoutMark) {
         EXPECT_EQ(Written(c.texts), c.bytes) << c.bytes;
 }
 
-TEST(ZtUFileWrite, WhatIsWrittenReadsBackTheSame) {
-    const std::wstring text = std::wstring(L"tag{5\nH{l}o}\r\n\u00e9") + wchar_t(0xD83D) +
-                              wchar_t(0xDE00) + std::wstring(70000, L'x') + L"\n";
-    ZtTestTempDir dir;
-    ZtUFile* out = OpenForWriting(dir.WideFile("r.txt"));
-    ASSERT_NE(out, nullptr);
-    EXPECT_EQ(ZtUSysFile::fwprintf(out, L"%s", text.c_str()), static_cast<int>(text.size()));
-    ASSERT_EQ(ZtUSysFile::fclose(out), 0);
-
-    std::wstring back;
-    for (unsigned c : ReadUnits(dir.WideFile("r.txt")))
-        back += static_cast<wchar_t>(c);
-    // Only the CR LF changes: the stream reads it as LF.
-    std::wstring expected = text;
-    expected.erase(expected.find(L"\r\n"), 1);
-    EXPECT_EQ(back, expected);
-}
-
 // The names in the test folder, sorted; a temporary file left behind shows here.
 std::vector<std::string> FolderNames(const ZtTestTempDir& dir) {
     std::vector<std::string> names;

@@ -68,36 +68,6 @@ TEST(ZtUData, CopiesShareATextAndStayIndependent) {
     EXPECT_STREQ(c.GetWideString(), L"a value longer than any short-string buffer");
 }
 
-TEST(ZtUNameDict, InternsOneNameAPair) {
-    ZtUNameDict dict;
-    ZtUName* a = dict.Find(L"Element", "ZtDgnElement");
-    EXPECT_EQ(dict.Find(L"Element", "ZtDgnElement"), a);
-    EXPECT_NE(dict.Find(L"Other", "ZtDgnElement"), a);
-    EXPECT_EQ(dict.Size(), 2u);
-    EXPECT_EQ(a->GetInternal().Str(), "ZtDgnElement");
-}
-
-TEST(ZtUName, StandardNamesTakeTheirTextsFromResources) {
-    ZtUNameDict dict;
-    struct Case {
-        int number;
-        const char* internal;
-        const wchar_t* display;
-    };
-    const Case cases[] = {{17, "ZtStdLevel", L"Level"},
-                          {18, "ZtStdColour", L"Colour"},
-                          {19, "ZtStdSourceFile", L"Source File"}};
-    for (const Case& c : cases) {
-        ZtUName* name = ZtUName::StandardName(c.number, &dict);
-        ASSERT_NE(name, nullptr);
-        EXPECT_EQ(name->GetInternal().Str(), c.internal);
-        EXPECT_EQ(name->GetDisplay().Str(), c.display);
-        EXPECT_EQ(ZtUName::StandardName(c.number, &dict), name);
-    }
-    EXPECT_EQ(ZtUName::StandardName(16, &dict), nullptr);
-    EXPECT_EQ(ZtUName::StandardName(17, nullptr), nullptr);
-}
-
 TEST(ZtUName, EnumNamesRoundTrip) {
     ZtUStringBuffer text;
     ZtUName::MakeEnumName("ztodpds_dri_input_files_enum", 2, &text);

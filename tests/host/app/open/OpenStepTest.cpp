@@ -1,23 +1,30 @@
 // The open step driven directly: the host's road with the loader's own code.
-#include "OpenTestReview.h"
-
-#include "app/JsonWriter.h"
 #include "app/OpenStep.h"
+#include "app/JsonWriter.h"
 #include "app/ReportStream.h"
 #include "app/SceneSetReport.h"
 #include "loader/ZtOdPdsDriLoaderPlugin.h"
 #include "support/ZtTestRecordingProgress.h"
+#include "tools/ZtTestDgnWriter.h"
+#include "tools/ZtTestFiles.h"
 #include "ztlddgn/ZtDgnLoaderPlugin.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztplugin/ZtOpDB.h"
 #include "ztplugin/ZtOpState.h"
 
+#include <gtest/gtest.h>
+
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
+#include <string>
 #include <vector>
 
 namespace {
 
+// A folder for a review: control files and the models they name, each model a small
+// design file in the units given with `lines` lines along x from the origin, the n-th one
+// n master units long.
 class OpenStep : public ::testing::Test {
 protected:
     ~OpenStep() override {
@@ -25,13 +32,29 @@ protected:
         ZtOpDB::RemovePlugin(ZtOpDB::GetPluginByName(ZtDgnLoaderPlugin::kRegisteredName));
     }
 
-    int Open(const std::string& dri, OpenParameters parameters = {}) {
-        return RunOpenStep(state_, loader_, review_.WideFile(dri), parameters, &opened_);
+    void Model(const std::string& name, const ZtTestDgnUnits& units, int lines = 1) const {
+        ZtTestDgnWriter writer(3, units);
+        const auto uors = static_cast<std::int32_t>(units.subunitsPerMaster * units.uorsPerSubunit);
+        for (int n = 1; n <= lines; ++n)
+            writer.Line({}, {0, 0, 0}, {n * uors, 0, 0});
+        writer.EndOfDesign();
+        Folder(name);
+        ASSERT_TRUE(writer.Save(dir_.File(name)));
+    }
+    void Text(const std::string& name, const std::string& text) const {
+        Folder(name);
+        ASSERT_TRUE(ZtTestWriteBytes(dir_.File(name), text));
+    }
+    void Folder(const std::string& name) const {
+        std::filesystem::create_directories(std::filesystem::path(dir_.File(name)).parent_path());
+    }
+
+    int Open(const std::string& dri) {
+        return RunOpenStep(state_, loader_, dir_.WideFile(dri), {}, &opened_);
     }
     const ZtOpSceneRef& Ref(std::size_t i) const { return *opened_->set.GetSceneRefs()[i]; }
-    int ModelsInScene() const { return state_.GetRootNode()->GetNumChildren(); }
 
-    OpenTestReview review_;
+    ZtTestTempDir dir_;
     ZtOpState state_;
     ZtOdPdsDriLoaderPlugin loader_;
     std::unique_ptr<OpenedSceneSet> opened_;
@@ -39,12 +62,12 @@ protected:
 
 // Load files are found from the control file's folder, not from the one above it.
 TEST_F(OpenStep, MissingAndUnreadableModelsAreReportedAndNotPlaced) {
-    review_.Model("models/good.dgn", OpenTestReview::Metres());
-    review_.Text("models/text.dgn", "this is no design file\n");
-    review_.Text("reviews/review.dri",
-                 "DesignReview_Control{new_origin{5000 0 0} dgn{name{missing.dgn}} "
-                 "dgn{name{../models/text.dgn}} dgn{name{models/good.dgn}} dgn{name{" +
-                     review_.File("models/good.dgn") + "}} dgn{name{../models/good.dgn}}}");
+    Model("models/good.dgn", {1000, 1, "m", "mm", {0, 0, 0}});
+    Text("models/text.dgn", "this is no design file\n");
+    Text("reviews/review.dri",
+         "DesignReview_Control{new_origin{5000 0 0} dgn{name{missing.dgn}} "
+         "dgn{name{../models/text.dgn}} dgn{name{models/good.dgn}} dgn{name{" +
+             dir_.File("models/good.dgn") + "}} dgn{name{../models/good.dgn}}}");
     ASSERT_EQ(Open("reviews/review.dri"), 0);
     ASSERT_EQ(opened_->refs.size(), 5u);
     for (std::size_t i : {0u, 1u, 2u}) {
@@ -57,39 +80,14 @@ TEST_F(OpenStep, MissingAndUnreadableModelsAreReportedAndNotPlaced) {
         EXPECT_NEAR((Ref(i).GetTransform().GetTranslation() - ZtLVec3f(5, 0, 0)).Length(), 0,
                     1e-12);
     }
-    EXPECT_EQ(ModelsInScene(), 2);
-}
-
-TEST_F(OpenStep, TheLoaderLearnsOfTheDocumentAndItsParameters) {
-    review_.Text("review.dri", "DesignReview_Control{}");
-    OpenParameters parameters;
-    parameters.inputFiles = 2;
-    parameters.importTags = false;
-    ASSERT_EQ(Open("review.dri", parameters), 0);
-    EXPECT_EQ(loader_.GetState(), &state_);
-    ZtUData value;
-    loader_.IGetParameter(0, &value);
-    EXPECT_FALSE(value.GetBool());
-    loader_.IGetParameter(1, &value);
-    EXPECT_TRUE(value.GetBool());
-    loader_.IGetParameter(2, &value);
-    ASSERT_NE(value.GetName(), nullptr);
-    EXPECT_EQ(value.GetName()->GetString(), "ztodpds_dri_input_files_enum#2");
-}
-
-TEST(InputFilesValue, NamesTheThreeValues) {
-    EXPECT_EQ(InputFilesValue("model"), 0);
-    EXPECT_EQ(InputFilesValue("cache"), 1);
-    EXPECT_EQ(InputFilesValue("either"), 2);
-    EXPECT_EQ(InputFilesValue("Model"), std::nullopt);
-    EXPECT_EQ(InputFilesValue(""), std::nullopt);
+    EXPECT_EQ(state_.GetRootNode()->GetNumChildren(), 2);
 }
 
 // The scene set's JSON is read end to end.
 TEST_F(OpenStep, SummaryGivesEachModelsFileUnitsCountAndPlacement) {
-    review_.Model("a.dgn", OpenTestReview::Feet(), 2);
-    review_.Text("review.dri", "DesignReview_Control{master_unit{ft} new_origin{1200 0 -2400}"
-                               "dgn{name{a.dgn}} dgn{name{gone.dgn}} master_unit{in}}");
+    Model("a.dgn", {12, 100, "ft", "in", {0, 0, 0}}, 2);
+    Text("review.dri", "DesignReview_Control{master_unit{ft} new_origin{1200 0 -2400}"
+                       "dgn{name{a.dgn}} dgn{name{gone.dgn}} master_unit{in}}");
     ASSERT_EQ(Open("review.dri"), 0);
     std::string none;
     JsonWriter nullWriter(none);
@@ -100,8 +98,7 @@ TEST_F(OpenStep, SummaryGivesEachModelsFileUnitsCountAndPlacement) {
     ReportStream stream(out);
     AppendSceneSetSummary(stream, *opened_);
     for (const std::string& part :
-         {std::string("Scene set: 2 models, scene units in\n"),
-          "1. a.dgn: " + review_.File("a.dgn"),
+         {std::string("Scene set: 2 models, scene units in\n"), "1. a.dgn: " + dir_.File("a.dgn"),
           std::string(
               "model in ft / in, 1200 UORs per master unit, 2 elements; reference units ft"),
           std::string("placed by rows (1 0 0) (0 1 0) (0 0 1), then moved by (12, 0, -24) in"),
