@@ -60,6 +60,11 @@ TEST(ZtOdPdsCameraMaps, FrustumDepthRunsFromNearToFar) {
     EXPECT_NEAR(ZtOdPdsModelToFrustum(ZtLPos3f(0, 0, -90), camera).z, 1, 1e-12);
 }
 
+TEST(ZtOdPdsCameraMaps, WindowAndFrustumConvertBothWays) {
+    EXPECT_EQ(ZtOdPdsWindowToFrustum(ZtLPos2f(0.25, 1)), ZtLPos3f(-0.5, 1, -1));
+    EXPECT_EQ(ZtOdPdsFrustumToWindow(ZtLPos3f(-0.5, 1, 0.7)), ZtLPos2f(0.25, 1));
+}
+
 TEST(ZtOdPdsCameraMaps, ACameraWithoutFrustumMapsThroughTheDefaultOne) {
     ZtNvCamera camera = TestCamera();
     camera.SetNearFar(5, 5);
