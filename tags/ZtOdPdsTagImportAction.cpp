@@ -115,7 +115,7 @@ int ZtOdPdsTagImportAction::ImportFile(ZtOpState* state, const wchar_t* path, in
         lineColor_ = tool->GetCurLineColor();
         lineThickness_ = tool->GetCurLineThickness();
     }
-    extraLineEndsLeft_ = kZtOdPdsMaxFileExtraLineEnds;
+    addedLineEndsLeft_ = kZtOdPdsMaxFileAddedLineEnds;
     int done = 0;
     ZtOdPdsBlock block;
     while (source.NextBlock(&block)) {
@@ -133,13 +133,13 @@ int ZtOdPdsTagImportAction::ImportFile(ZtOpState* state, const wchar_t* path, in
     return kZtOdPdsOk;
 }
 
-bool ZtOdPdsTagImportAction::ChargeExtraLineEnds(const ZtUWideStringBuffer& body,
-                                                 std::uint64_t extraPerLineFeed) {
+bool ZtOdPdsTagImportAction::ChargeAddedLineEnds(const ZtUWideStringBuffer& body,
+                                                 std::uint64_t perLineFeed) {
     const std::uint64_t lineFeeds = CountLineFeeds(body);
     // Divided rather than multiplied, so that no count of rewrites can wrap the product.
-    if (lineFeeds != 0 && extraPerLineFeed > extraLineEndsLeft_ / lineFeeds)
+    if (lineFeeds != 0 && perLineFeed > addedLineEndsLeft_ / lineFeeds)
         return false;
-    extraLineEndsLeft_ -= lineFeeds * extraPerLineFeed;
+    addedLineEndsLeft_ -= lineFeeds * perLineFeed;
     return true;
 }
 
@@ -230,9 +230,9 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
     block.ReleaseValue();
     // Comments hold CR LF line ends, the file LF. Each rewrite puts one more CR before
     // every LF, so all of them together are one pass that puts `rewrites` there.
-    if (rewrites > 1 && !ChargeExtraLineEnds(body, rewrites - 1))
-        return;
     if (rewrites > 0) {
+        if (!ChargeAddedLineEnds(body, rewrites))
+            return;
         std::wstring lineEnd(rewrites, L'\r');
         lineEnd += L'\n';
         body.Replace(L"\n", lineEnd.c_str(), 1);

@@ -15,11 +15,12 @@ class ZtOpState;
 class ZtOpView;
 class ZtUWideStringBuffer;
 
-// Characters that the widening of line ends may add to the comments of one tag file beyond
-// the one CR that every LF gets. Each text block of a tag widens the body's line ends once
-// more, so a few bytes of text blocks can multiply a long body; a tag that would pass the
-// budget is dropped, and the tags behind it are still read.
-constexpr std::uint64_t kZtOdPdsMaxFileExtraLineEnds = 4000000;
+// CRs that the widening of line ends may add to the comments of one tag file. Every text
+// block of a tag puts one more CR before each LF of the body, and a comment's body is
+// copied from the one the import builds, so a body of line feeds (or a few bytes of empty
+// text blocks behind a long one) would take many times its file's size. A tag that would
+// pass the budget is dropped, and the tags behind it are still read.
+constexpr std::uint64_t kZtOdPdsMaxFileAddedLineEnds = 4000000;
 
 // Reads tag files into saved views: each `tag` block becomes a comment and a redline tag
 // in a view made from the viewpoint keys read before it. Tags with no viewpoint key
@@ -75,9 +76,9 @@ private:
     // Reads one sticky key (target, eye, up, persp_ang, clip_near, clip_far) into the
     // view that the next tags take; false for a block that is no sticky key.
     bool ReadStickyKey(const ZtOdPdsBlock& block);
-    // Takes from the file's budget the CRs that `extraPerLineFeed` more before every LF of
-    // `body` would add; false, and nothing taken, when they don't fit.
-    bool ChargeExtraLineEnds(const ZtUWideStringBuffer& body, std::uint64_t extraPerLineFeed);
+    // Takes from the file's budget the CRs that `perLineFeed` before every LF of `body`
+    // would add; false, and nothing taken, when they don't fit.
+    bool ChargeAddedLineEnds(const ZtUWideStringBuffer& body, std::uint64_t perLineFeed);
 
     ZtOpState* state_;
     ZtOaNode* partition_;
@@ -94,8 +95,8 @@ private:
     double clipFar_ = -1.0;
     ZtLUnitVec3f up_{0.0, 0.0, 1.0};
     std::uint64_t highestId_ = 0;
-    // What is left of kZtOdPdsMaxFileExtraLineEnds for the file being imported.
-    std::uint64_t extraLineEndsLeft_ = kZtOdPdsMaxFileExtraLineEnds;
+    // What is left of kZtOdPdsMaxFileAddedLineEnds for the file being imported.
+    std::uint64_t addedLineEndsLeft_ = kZtOdPdsMaxFileAddedLineEnds;
     ZtOpFolderItem folder_;
     ZtOpView* currentView_ = nullptr;
 };

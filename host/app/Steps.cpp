@@ -79,7 +79,7 @@ StepOutcome ImportTags(Session& session, const Step& step) {
     if (const std::size_t dropped = budget.CountDropped(session.state, path.c_str()))
         session.warnings.push_back("import-tags " + step.argument + ": " + std::to_string(dropped) +
                                    " tags were dropped: their line ends would add more than " +
-                                   std::to_string(TagLineEndBudget::kFileExtraLineEnds) +
+                                   std::to_string(TagLineEndBudget::kFileAddedLineEnds) +
                                    " characters in all");
     return outcome;
 }

@@ -17,12 +17,12 @@ struct TagFileScan {
 // Adds one tag's most to `spent`, unless that passes `budget`.
 bool Charge(std::uint64_t texts, std::uint64_t lineFeeds, std::uint64_t budget,
             std::uint64_t* spent) {
-    if (texts < 2 || lineFeeds == 0)
+    if (lineFeeds == 0)
         return true;
     // Divided rather than multiplied, so that the product can't wrap.
-    if (texts - 1 > (budget - *spent) / lineFeeds)
+    if (texts > (budget - *spent) / lineFeeds)
         return false;
-    *spent += (texts - 1) * lineFeeds;
+    *spent += texts * lineFeeds;
     return true;
 }
 
@@ -75,11 +75,11 @@ TagFileScan ScanTagFile(const wchar_t* path, std::uint64_t budget) {
 
 } // namespace
 
-TagLineEndBudget::TagLineEndBudget(const ZtOpState& state, std::uint64_t extraLineEnds)
-    : tagsBefore_(CountSavedItems(state).tags), extraLineEnds_(extraLineEnds) {}
+TagLineEndBudget::TagLineEndBudget(const ZtOpState& state, std::uint64_t addedLineEnds)
+    : tagsBefore_(CountSavedItems(state).tags), addedLineEnds_(addedLineEnds) {}
 
 std::size_t TagLineEndBudget::CountDropped(const ZtOpState& state, const wchar_t* path) const {
-    const TagFileScan scan = ScanTagFile(path, extraLineEnds_);
+    const TagFileScan scan = ScanTagFile(path, addedLineEnds_);
     if (!scan.overBudget)
         return 0;
     const std::size_t came = CountSavedItems(state).tags - tagsBefore_;

@@ -278,27 +278,28 @@ TEST_F(ImportAction, TwoFilesThroughOneAction) {
     ExpectNear(ViewAt(action, 1).AnonView().GetViewPoint().GetCamera().GetPosition(), {9, 0, 0});
 }
 
-// Every text block widens a body's line ends once more. A thousand LFs widened by 4,000
-// text blocks take 3,999,000 of the file's 4,000,000 CRs beyond the first, so a second such
-// tag is dropped; a tag that widens nothing more costs nothing, one more text block over a
-// thousand LFs takes the rest exactly, and the next file has the whole budget again.
+// Every text block puts one more CR before each LF of a body. A thousand LFs widened by
+// 3,999 text blocks take 3,999,000 of the file's 4,000,000 CRs, so a second such tag is
+// dropped; one text block over a thousand LFs takes the rest exactly, the next is dropped, a
+// body without LFs costs nothing, and the next file has the whole budget again.
 TEST_F(ImportAction, TheWideningOfLineEndsHasABudgetPerFile) {
-    const auto widened = [](int id, int texts) {
+    const auto widened = [](int id, int texts, const std::string& line) {
         std::string body;
         for (int i = 0; i < 1000; ++i)
-            body += "l\n";
+            body += line;
         std::string tag = Head(id) + "text{" + std::to_string(body.size() + 2) + "\n" + body + "}";
         for (int i = 1; i < texts; ++i)
             tag += "text{2}";
         return tag + "}\n";
     };
-    const std::wstring path = document.Write(widened(1, 4000) + widened(2, 4000) + widened(3, 1) +
-                                             widened(4, 2) + widened(5, 2));
+    const std::wstring path =
+        document.Write(widened(1, 3999, "l\n") + widened(2, 3999, "l\n") + widened(3, 1, "l\n") +
+                       widened(4, 1, "l\n") + widened(5, 9, "l "));
     ASSERT_EQ(action.Perform(path.c_str(), nullptr), 0);
     ASSERT_EQ(action.Perform(path.c_str(), nullptr), 0);
-    ASSERT_EQ(CommentIds(action), (Ids{{1, 3, 4}, {1, 3, 4}}));
-    EXPECT_EQ(ViewAt(action, 1).GetComments()[0]->GetBody().Str().substr(0, 4002),
-              L"l" + std::wstring(4000, L'\r') + L"\n");
+    ASSERT_EQ(CommentIds(action), (Ids{{1, 3, 5}, {1, 3, 5}}));
+    EXPECT_EQ(ViewAt(action, 1).GetComments()[0]->GetBody().Str().substr(0, 4001),
+              L"l" + std::wstring(3999, L'\r') + L"\n");
 }
 
 TEST_F(ImportAction, ClipPlanesTakeTheFirstFreePlaces) {

@@ -21,15 +21,15 @@ TEST(TagLineEndBudget, CountsTagsOnlyWhenTheBudgetCanHaveRunOut) {
         std::string text;
         std::size_t dropped;
     } cases[] = {
-        {Tag(2, 10), 0},
-        {Tag(2, 11), 1},
-        {Tag(11, 1), 0},
-        {Tag(1, 1000), 0},
+        {Tag(1, 10), 0},
+        {Tag(1, 11), 1},
+        {Tag(10, 1), 0},
+        {Tag(0, 1000), 0},
         // Each tag counts its own text blocks and LFs.
-        {Tag(2, 5) + Tag(2, 5), 0},
-        {Tag(2, 5) + Tag(2, 6), 2},
+        {Tag(1, 5) + Tag(1, 5), 0},
+        {Tag(1, 5) + Tag(1, 6), 2},
         // A "text{" that begins inside a "tex" still counts.
-        {"tag{1 text{2}textext{2}" + std::string(11, '\n'), 1},
+        {"tag{1 text{2}textext{2}" + std::string(6, '\n'), 1},
         // No tag begins an indented line.
         {"  " + Tag(3, 20), 0},
     };
