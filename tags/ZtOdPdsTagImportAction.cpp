@@ -21,6 +21,7 @@
 #include "ztutil/ZtUAutoCLocaleOverride.h"
 #include "ztutil/ZtUResource.h"
 
+#include <algorithm>
 #include <memory>
 #include <string>
 
@@ -52,14 +53,6 @@ bool TakeBody(ZtOdPdsBlock& text, ZtUWideStringBuffer* body) {
             return true;
         }
     return false;
-}
-
-std::uint64_t CountLineFeeds(const ZtUWideStringBuffer& text) {
-    std::uint64_t count = 0;
-    const wchar_t* characters = text.GetString();
-    for (std::size_t i = 0, length = text.GetLength(); i < length; ++i)
-        count += characters[i] == L'\n';
-    return count;
 }
 
 // Gives `flag` back 0 on every way out of a tag: a `p` holds for its own tag only.
@@ -135,7 +128,9 @@ int ZtOdPdsTagImportAction::ImportFile(ZtOpState* state, const wchar_t* path, in
 
 bool ZtOdPdsTagImportAction::ChargeAddedLineEnds(const ZtUWideStringBuffer& body,
                                                  std::uint64_t perLineFeed) {
-    const std::uint64_t lineFeeds = CountLineFeeds(body);
+    const wchar_t* characters = body.GetString();
+    const auto lineFeeds =
+        static_cast<std::uint64_t>(std::count(characters, characters + body.GetLength(), L'\n'));
     // Divided rather than multiplied, so that no count of rewrites can wrap the product.
     if (lineFeeds != 0 && perLineFeed > addedLineEndsLeft_ / lineFeeds)
         return false;
