@@ -1,4 +1,4 @@
-#include "plugin/ZtOdPdsEntry.h"
+#include "module/ZtOdPdsEntry.h"
 
 #include "displaysets/ZtOdPdsDstImportPlugin.h"
 #include "loader/ZtOdPdsDriLoaderPlugin.h"

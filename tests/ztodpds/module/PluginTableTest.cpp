@@ -3,7 +3,7 @@
 #include "displaysets/ZtOdPdsDstImportAction.h"
 #include "displaysets/ZtOdPdsDstImportPlugin.h"
 #include "loader/ZtOdPdsDriLoaderPlugin.h"
-#include "plugin/ZtOdPdsEntry.h"
+#include "module/ZtOdPdsEntry.h"
 #include "rules/ZtOdPdsCriterion.h"
 #include "tags/ZtOdPdsTagExportPlugin.h"
 #include "tags/ZtOdPdsTagImportAction.h"

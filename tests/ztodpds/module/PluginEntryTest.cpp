@@ -1,4 +1,4 @@
-#include "plugin/ZtOdPdsEntry.h"
+#include "module/ZtOdPdsEntry.h"
 #include "ztplugin/ZtOpDB.h"
 #include "ztplugin/ZtOpPlugin.h"
 #include "ztplugin/ZtOpPluginLibrary.h"
