@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -58,6 +59,36 @@ TEST(ZtLAffine3f, MultRightAppliesTheArgumentFirst) {
     ZtLAffine3f y = turn;
     y.MultRight(ZtLAffine3f(ZtLMatrix3f(), ZtLVec3f(5, 0, 0)));
     EXPECT_EQ(y.Transform(ZtLPos3f(1, 0, 0)), ZtLPos3f(0, 6, 1));
+}
+
+// The placed box is the box about the placed corners, whatever the map does to them.
+TEST(ZtLAffine3f, TransformBoxBoundsThePlacedCorners) {
+    ZtLMatrix3f tilt;
+    tilt.SetValue(0.6, -0.8, 0.1, 0.8, 0.6, -2, 0, 0.5, -3);
+    const ZtLAffine3f maps[] = {ZtLAffine3f(), ZtLAffine3f(QuarterTurnZ(), ZtLVec3f(10, 5, 0)),
+                                ZtLAffine3f(tilt, ZtLVec3f(-1, 2, 3))};
+    const ZtLBox3f box(ZtLPos3f(1, 2, 3), ZtLPos3f(4, 8, 5));
+    for (const ZtLAffine3f& map : maps) {
+        ZtLBox3f corners;
+        for (int corner = 0; corner < 8; ++corner)
+            corners.Extend(map.Transform(
+                ZtLPos3f(corner & 1 ? 4 : 1, corner & 2 ? 8 : 2, corner & 4 ? 5 : 3)));
+        EXPECT_EQ(map.TransformBox(box), corners);
+    }
+    EXPECT_EQ(maps[1].TransformBox(box), ZtLBox3f(ZtLPos3f(2, 6, 3), ZtLPos3f(8, 9, 5)));
+    EXPECT_TRUE(maps[2].TransformBox(ZtLBox3f()).IsEmpty());
+    EXPECT_TRUE(maps[0].IsIdentity());
+    EXPECT_FALSE(maps[1].IsIdentity());
+}
+
+// A box without bounds on some axis keeps them where the map does not mix that axis into
+// another.
+TEST(ZtLAffine3f, TransformBoxKeepsInfinitiesApart) {
+    const double inf = std::numeric_limits<double>::infinity();
+    const ZtLAffine3f turn(QuarterTurnZ(), ZtLVec3f(0.1, 0.2, 0.3));
+    const ZtLBox3f tall(ZtLPos3f(0, 0, -inf), ZtLPos3f(1, 1, inf));
+    EXPECT_EQ(turn.TransformBox(tall),
+              ZtLBox3f(ZtLPos3f(-0.9, 0.2, -inf), ZtLPos3f(0.1, 1.2, inf)));
 }
 
 TEST(ZtLMatrix4f, PointsAreRowVectorsAndTheProductAppliesTheLeftFactorFirst) {
