@@ -11,6 +11,7 @@
 #include "ztcore/ZtOcPickFrustumTraversal.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztlinear/ZtLFrustum3f.h"
+#include "ztlinear/ZtLMatrix4f.h"
 #include "ztobject/ZtOaTraversal.h"
 #include "ztobject/ZtOaUnit.h"
 #include "ztplugin/ZtOpRedlineTag.h"
@@ -19,8 +20,6 @@
 #include "ztutil/ZtUSysString.h"
 
 #include <algorithm>
-#include <cmath>
-#include <numbers>
 
 namespace {
 
@@ -42,23 +41,25 @@ std::string DmrsWords(std::uint64_t dmrs) {
            std::to_string((dmrs >> 16) & 0xFFFF) + " " + std::to_string(dmrs & 0xFFFF);
 }
 
-// Looks through the tag's point as its view does, at a tiny window about it, and notes
-// the model and DMRS value of the nearest element hit: the lowest element with a value on
-// the picked shape's path, below the lowest model.
+// Picks as the tag export does, so that the page names the element the export writes:
+// along the view's direction, through a tiny window about the tag's point, from the tag's
+// depth to a fifth beyond it. Notes the model and DMRS value of the nearest element hit:
+// the lowest element with a value on the picked shape's path, below the lowest model.
 void PickTag(const ZtOpState& state, const ZtOpView& view, ReportTag* tag) {
     const ZtOaPartition* root = state.GetRootNode();
     if (!root || !tag->placed)
         return;
     ZtNvCamera camera = view.AnonView().GetViewPoint().GetRenderCamera();
-    camera.PointAt(tag->position);
-    const double depth = (tag->position - camera.GetPosition()).Length();
-    camera.SetNear(depth - 1e-9);
-    camera.SetFar(depth * 1.2);
+    const ZtLVec3f& u = camera.ViewDir();
+    const double depth = u.Dot(tag->position) - u.Dot(camera.GetPosition());
+    camera.SetNear(depth - ZtLVec::GetResabs());
+    camera.SetFar(depth + depth * 0.2);
     ZtLFrustum3f frustum;
-    if (depth <= 0 || !camera.Frustum(&frustum, 0.0))
+    if (!(depth > 0) || !camera.Frustum(&frustum, 0.0))
         return;
-    const double half = 0.0001;
-    frustum.Narrow(0.5 - half, 0.5 + half, 0.5 - half, 0.5 + half);
+    const ZtLPos3f at = tag->position * frustum.GetMatrix();
+    const double x = (at.x + 1.0) * 0.5, y = (at.y + 1.0) * 0.5, half = 0.0001;
+    frustum.Narrow(x - half, x + half, y - half, y + half);
     ZtOcContext context;
     ZtOcPickFrustumTraversal pick(&context);
     pick.SetFrustum(ZtLPickFrustum3f(frustum));
