@@ -11,7 +11,7 @@ ZtLBox3f ZtLAffine3f::TransformBox(const ZtLBox3f& box) const {
         return box;
     const ZtLPos3f& lo = box.GetMin();
     const ZtLPos3f& hi = box.GetMax();
-    double low[3], high[3];
+    double low[3] = {}, high[3] = {};
     for (int row = 0; row < 3; ++row) {
         double terms[2][3];
         for (int k = 0; k < 3; ++k) {
