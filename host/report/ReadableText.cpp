@@ -17,8 +17,13 @@ std::string UnitName(ZtOaUnit::Linear unit) {
 
 namespace {
 
-// The rotation of a matrix that only turns about Z, in degrees; none for any other.
+// The rotation of a matrix that only turns about Z, in degrees; none for any other, nor
+// for one with an entry that is no number (which every comparison below would pass).
 bool TurnAboutZ(const ZtLMatrix3f& m, double* degrees) {
+    for (int row = 0; row < 3; ++row)
+        for (int column = 0; column < 3; ++column)
+            if (!std::isfinite(m.Get(row, column)))
+                return false;
     const double eps = 1e-9;
     if (std::abs(m.Get(2, 2) - 1) > eps || std::abs(m.Get(0, 2)) > eps ||
         std::abs(m.Get(1, 2)) > eps || std::abs(m.Get(2, 0)) > eps || std::abs(m.Get(2, 1)) > eps ||
