@@ -104,88 +104,43 @@ TEST(ZtOaTraversal, WalksDepthFirstAndObeysTheVisitor) {
     root->ApplyTraversal(nullptr);
 }
 
-} // namespace
-
-namespace {
-
-ZtLAffine3f Shift(double x, double y, double z) {
-    return ZtLAffine3f(ZtLMatrix3f(), ZtLVec3f(x, y, z));
-}
-
-ZtLAffine3f Scale(double s) {
-    ZtLMatrix3f m;
-    m.SetValue(s, 0, 0, 0, s, 0, 0, 0, s);
-    return ZtLAffine3f(m, ZtLVec3f());
-}
-
-// Where each leaf's unit box (index 1..) lands in the walk's coordinates.
-struct Placer : ZtOaTraversal {
-    std::vector<std::pair<std::int64_t, ZtLBox3f>> boxes;
-    std::vector<ZtOaFragment> kept;
-    Result VisitNode(const ZtOaPathLink& link) override {
-        ZtLBox3f box;
-        if (link.GetNode()->GetBoundingBox(&box)) {
-            boxes.emplace_back(link.GetNode()->GetElementIndex(), link.MapBox(box));
-            kept.emplace_back(link);
-        }
-        return kContinue;
-    }
-};
-
-ZtLBox3f Unit(double x, double y, double z, double size = 1) {
-    return ZtLBox3f(ZtLPos3f(x, y, z), ZtLPos3f(x + size, y + size, z + size));
-}
-
-// root (shifted by 100) > [1, a (scaled by 2) > [2, group > [b (shifted by 10) > [3]]], 4]:
-// the walk composes every partition's transform from the top, the first node's own
-// included, and a kept path still maps each of its nodes as the walk did.
+// root (moved 100 along x) > [1, a (scaled by 2) > [group > [b (moved 10) > [2]]]]: the walk
+// composes the partitions' transforms from the top, the first node's own included, and a
+// kept path places each of its nodes as the walk did. Setting a transform is an edit.
 TEST(ZtOaTraversal, ComposesThePartitionsTransformsFromTheTop) {
+    ZtLMatrix3f twice;
+    twice.SetValue(2, 0, 0, 0, 2, 0, 0, 0, 2);
     ZtOaPartition root(L"scene");
-    root.SetTransform(Shift(100, 0, 0));
+    root.SetTransform(ZtLAffine3f(ZtLMatrix3f(), {100, 0, 0}));
     root.AddChild(Shape(1));
     auto* a = new ZtOaPartition(L"a");
-    a->SetTransform(Scale(2));
-    a->AddChild(Shape(2));
+    const std::uint64_t before = ZtOaGroup::GetEditCount();
+    a->SetTransform(ZtLAffine3f(twice, {}));
+    EXPECT_NE(ZtOaGroup::GetEditCount(), before);
     auto* group = new ZtOaGroup;
     auto* b = new ZtOaPartition(L"b");
-    b->SetTransform(Shift(10, 0, 0));
-    b->AddChild(Shape(3));
+    b->SetTransform(ZtLAffine3f(ZtLMatrix3f(), {10, 0, 0}));
+    b->AddChild(Shape(2));
     group->AddChild(b);
     a->AddChild(group);
     root.AddChild(a);
-    root.AddChild(Shape(4));
-
-    Placer placer;
-    root.ApplyTraversal(&placer);
-    const std::vector<std::pair<std::int64_t, ZtLBox3f>> expected = {{1, Unit(100, 0, 0)},
-                                                                     {2, Unit(100, 0, 0, 2)},
-                                                                     {3, Unit(120, 0, 0, 2)},
-                                                                     {4, Unit(100, 0, 0)}};
-    EXPECT_EQ(placer.boxes, expected);
-
-    ZtLBox3f unit = Unit(0, 0, 0);
-    std::vector<ZtLBox3f> up; // node 3's path, from the leaf to the root
-    ZtOaFragment copy = placer.kept[0];
-    copy = placer.kept[2];
-    for (const ZtOaPathLink* link = copy.GetFragPath(); link; link = link->GetParent())
-        up.push_back(link->MapBox(unit));
-    EXPECT_EQ(up, (std::vector<ZtLBox3f>{Unit(120, 0, 0, 2), Unit(120, 0, 0, 2), Unit(100, 0, 0, 2),
-                                         Unit(100, 0, 0, 2), Unit(100, 0, 0)}));
-    // Walked from `a`, the coordinates are those of a's parent, without the root's shift.
-    Placer fromA;
-    a->ApplyTraversal(&fromA);
-    EXPECT_EQ(fromA.boxes.back().second, Unit(20, 0, 0, 2));
-    EXPECT_EQ(root.GetTransform(), Shift(100, 0, 0));
-    EXPECT_EQ(ZtOaPartition(L"new").GetTransform(), ZtLAffine3f());
-}
-
-TEST(ZtOaPartition, SettingATransformIsAnEditAndAPartitionHasNoBoxOfItsOwn) {
-    ZtOaPartition model(L"m");
-    const std::uint64_t before = ZtOaGroup::GetEditCount();
-    model.SetTransform(Scale(0.3048));
-    EXPECT_NE(ZtOaGroup::GetEditCount(), before);
-    ZtLBox3f box;
-    EXPECT_EQ(static_cast<const ZtOaNode&>(model).GetBoundingBox(&box), 0);
+    struct Leaves : ZtOaTraversal {
+        std::vector<ZtOaFragment> kept;
+        Result VisitNode(const ZtOaPathLink& link) override {
+            if (!link.GetNode()->IsGroup())
+                kept.emplace_back(link);
+            return kContinue;
+        }
+    } leaves;
+    root.ApplyTraversal(&leaves);
+    const ZtLBox3f unit(ZtLPos3f(0, 0, 0), ZtLPos3f(1, 1, 1));
+    ZtOaFragment path = leaves.kept.at(0);
+    EXPECT_EQ(path.GetFragPath()->MapBox(unit).GetMax().x, 101);
+    path = leaves.kept.at(1);
+    std::vector<double> highs; // of the unit box, from leaf 2 up to the root
+    for (const ZtOaPathLink* link = path.GetFragPath(); link; link = link->GetParent())
+        highs.push_back(link->MapBox(unit).GetMax().x);
+    EXPECT_EQ(highs, (std::vector<double>{122, 122, 102, 102, 101}));
 }
 
 } // namespace

@@ -117,17 +117,13 @@ TEST(ZtOpScene, DefaultViewPointSeesTheWholeSceneFromAboveAndAside) {
     ZtOpScene::DefaultInitializeViewPoint(nullptr, emptyModel.get());
 }
 
-ZtLMatrix3f QuarterTurn() {
-    ZtLMatrix3f turn;
-    turn.SetValue(0, -1, 0, 1, 0, 0, 0, 0, 1);
-    return turn;
-}
-
 // A reference's placement scales the model from the reference's units to the scene's
 // before its transform turns and moves it; equal units scale nothing.
 TEST(ZtOpSceneRef, PlacementScalesToTheSceneUnitsThenTransforms) {
+    ZtLMatrix3f quarterTurn;
+    quarterTurn.SetValue(0, -1, 0, 1, 0, 0, 0, 0, 1);
     ZtOpSceneRef ref;
-    ref.EditTransform() = ZtLAffine3f(QuarterTurn(), ZtLVec3f(2.54, 1.27, 0));
+    ref.EditTransform() = ZtLAffine3f(quarterTurn, ZtLVec3f(2.54, 1.27, 0));
     ref.SetLinearUnits(ZtOaUnit::kFeet);
     const ZtLAffine3f inMetres = ref.GetPlacement(ZtOaUnit::kMetres);
     const ZtLPos3f p = inMetres.Transform(ZtLPos3f(10, 0, 1));
