@@ -42,9 +42,9 @@ struct OpenedSceneSet {
 // scene and placed with IPlaceSceneRef, and the model's partition takes the reference's
 // placement (ZtOpSceneRef::GetPlacement), so that the scene is the placed review;
 // references to one file share its model where they place it alike. IFinishSet gets the
-// scene's root, and the view it sets up becomes the document's current view. A reference without a load file, with a
-// cache file (which this host does not read), or whose file is missing or no readable
-// model is not loaded, with the reason, and is not placed.
+// scene's root, and the view it sets up becomes the document's current view. A reference
+// without a load file, with a cache file (which this host does not read), or whose file
+// is missing or no readable model is not loaded, with the reason, and is not placed.
 //
 // Returns the status of IReadSet. With 0, `sceneSet` receives the scene set; otherwise it
 // is left alone and the document is untouched.
