@@ -194,12 +194,14 @@ TEST(ZtOcPickFrustumTraversal, IndexAgreesWithTheWalkOnRandomModels) {
         for (int i = 0; i < 20 + model * 40; ++i) {
             ZtOaGroup* parent = groups[random() % groups.size()];
             if (chance(0.1)) {
-                ZtOaGroup* group = new ZtOaGroup;
+                ZtOaGroup* group = nullptr;
                 if (chance(0.3)) {
                     auto* partition = new ZtOaPartition(L"p");
                     if (chance(0.6))
                         partition->SetTransform(RandomPlacement(random));
                     group = partition;
+                } else {
+                    group = new ZtOaGroup;
                 }
                 groups.push_back(group);
                 parent->AddChild(group);
