@@ -7,7 +7,6 @@
 #include "ztutil/ZtUResource.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstring>
 #include <limits>
 
@@ -17,6 +16,7 @@ constexpr const char* kSceneProps = "ZtDgnSceneProps";
 constexpr const char* kUorsPerMaster = "ZtDgnUORsPerMaster";
 constexpr const char* kDmrsAttribute = "ZtDgnDMRSAttribute";
 constexpr const char* kElementCategory = "ZtDgnElement";
+constexpr std::uint16_t kAttributesPresent = 0x0800;
 
 ZtUData IntData(int value) {
     ZtUData data;
@@ -82,20 +82,7 @@ ZtDgnModel::ZtDgnModel(const wchar_t* path, ZtUNameDict* names)
     SetHeader(header_);
 }
 
-ZtDgnModel::~ZtDgnModel() {
-    if (linkageStore_)
-        ZtDgnFreeBlock(linkageStore_, linkageCapacity_ * sizeof *linkageStore_);
-}
-
-void ZtDgnModel::GrowLinkageStore(std::size_t capacity) {
-    auto* store = static_cast<std::uint16_t*>(ZtDgnAllocateBlock(capacity * sizeof *linkageStore_));
-    if (linkageSize_)
-        std::memcpy(store, linkageStore_, linkageSize_ * sizeof *linkageStore_);
-    if (linkageStore_)
-        ZtDgnFreeBlock(linkageStore_, linkageCapacity_ * sizeof *linkageStore_);
-    linkageStore_ = store;
-    linkageCapacity_ = capacity;
-}
+ZtDgnModel::~ZtDgnModel() = default;
 
 void ZtDgnModel::SetHeader(const ZtDgnModelHeader& header) {
     header_ = header;
@@ -120,34 +107,69 @@ std::uint64_t ZtDgnModel::GetDmrs(std::size_t slot) const {
     return ZtDgnFindDmrs(GetLinkageWords(element), element.linkageWords);
 }
 
-ZtOaNode* ZtDgnModel::AddElement(const ZtDgnElement& element, const unsigned char* linkages,
-                                 std::size_t linkageCount, bool group, ZtDgnGroupNode* parent) {
-    const std::size_t first = linkageSize_;
-    if (first > std::numeric_limits<std::uint32_t>::max() - linkageCount ||
-        elements_.Size() >= std::numeric_limits<std::uint32_t>::max())
+void ZtDgnModel::ReserveForFile(std::uint64_t fileBytes) {
+    // No file holds more top-level elements than headers fit into it. The room is only
+    // reserved, and a system maps in no more of it than is used; but a sparse file's size
+    // says nothing, so the room stays bounded.
+    constexpr std::uint64_t kMostReserved = std::uint64_t{1} << 24;
+    const auto count =
+        static_cast<std::size_t>(std::min(fileBytes / kZtDgnGraphicHeaderBytes, kMostReserved));
+    ReserveChildren(count);
+    ZtDgnAdviseHugePages(const_cast<ZtOaNode**>(GetChildArray()), count * sizeof(ZtOaNode*));
+}
+
+ZtOaNode* ZtDgnModel::AddElement(const ZtDgnRawElement& raw, std::uint32_t index, bool group,
+                                 ZtDgnGroupNode* parent, bool* linkageOverrun) {
+    const unsigned char* p = raw.bytes;
+    const unsigned char* area = nullptr;
+    std::size_t words = 0;
+    if (ZtDgnWord(p + 32) & kAttributesPresent) {
+        const std::size_t first = 32 + 2 * std::size_t{ZtDgnWord(p + 30)};
+        if (first > raw.size) {
+            *linkageOverrun = true;
+        } else {
+            area = p + first;
+            words = ZtDgnMeasureLinkages(area, (raw.size - first) / 2, linkageOverrun);
+        }
+    }
+    // A run may pass over the rest of a chunk: leave room for that in the 32-bit index.
+    constexpr std::size_t kMostWords = std::numeric_limits<std::uint32_t>::max();
+    if (linkages_.Size() + 2 * 65536 > kMostWords || elements_.Size() >= kMostWords)
         return nullptr;
-    const auto slot = static_cast<std::uint32_t>(elements_.Size());
-    ZtDgnElement& record = elements_.Emplace(element);
-    record.linkageFirst = static_cast<std::uint32_t>(first);
-    record.linkageWords = static_cast<std::uint16_t>(linkageCount);
-    if (first + linkageCount > linkageCapacity_)
-        GrowLinkageStore(std::max<std::size_t>(1024, 2 * (first + linkageCount)));
-    linkageSize_ = first + linkageCount;
-    if constexpr (std::endian::native == std::endian::little) {
-        if (linkageCount)
-            std::memcpy(linkageStore_ + first, linkages, 2 * linkageCount);
-    } else {
-        for (std::size_t i = 0; i < linkageCount; ++i)
-            linkageStore_[first + i] = ZtDgnWord(linkages + 2 * i);
+    std::size_t first = 0;
+    if (words) {
+        // Most elements have a linkage or two: a loop beats a call.
+        std::uint16_t* run = linkages_.AppendRun(words, &first);
+        for (std::size_t i = 0; i < words; ++i)
+            run[i] = ZtDgnWord(area + 2 * i);
     }
 
+    const auto slot = static_cast<std::uint32_t>(elements_.Size());
+    elements_.Emplace(ZtDgnElement{
+        raw.offset,
+        {ZtDgnRangeValue(p + 4), ZtDgnRangeValue(p + 8), ZtDgnRangeValue(p + 12),
+         ZtDgnRangeValue(p + 16), ZtDgnRangeValue(p + 20), ZtDgnRangeValue(p + 24)},
+        index,
+        static_cast<std::uint32_t>(first),
+        static_cast<std::uint16_t>(words),
+        ZtDgnWord(p + 28),
+        static_cast<std::uint8_t>(p[1] & 0x7F),
+        p[0],
+        p[35],
+        p[34],
+    });
     ZtOaNode* node = group ? static_cast<ZtOaNode*>(&groups_.Emplace(this, slot))
                            : static_cast<ZtOaNode*>(&leaves_.Emplace(this, slot));
     if (parent)
-        parent->AddChild(node);
+        parent->AddComponent(node);
     else
-        AddChild(node);
+        AppendChild(node);
     return node;
+}
+
+void ZtDgnModel::FinishLoad(std::uint32_t fileElementCount) {
+    fileElementCount_ = fileElementCount;
+    NoteEdit();
 }
 
 const ZtOaProperty& ZtDgnModel::GraphicGroupProperty(std::uint16_t group) const {

@@ -2,6 +2,7 @@
 #include "ztlddgn/ZtDgnChunkedArray.h"
 #include "ztlddgn/ZtDgnElement.h"
 #include "ztlddgn/ZtDgnElementNode.h"
+#include "ztlddgn/ZtDgnElementStream.h"
 #include "ztlinear/ZtLBox3f.h"
 #include "ztobject/ZtOaPartition.h"
 #include "ztobject/ZtOaProperty.h"
@@ -57,7 +58,6 @@ public:
     void SetOption10AtLoad(bool value) { option10AtLoad_ = value; }
     // Elements in the file, the control block, non-graphic and deleted ones included.
     std::uint32_t GetFileElementCount() const { return fileElementCount_; }
-    void SetFileElementCount(std::uint32_t count) { fileElementCount_ = count; }
     // Whatever the loader passed over in a file that loaded all the same.
     const std::vector<std::string>& GetWarnings() const { return warnings_; }
     void AddWarning(std::string warning) { warnings_.push_back(std::move(warning)); }
@@ -67,19 +67,24 @@ public:
     const ZtDgnElement& GetElement(std::size_t slot) const { return elements_[slot]; }
     // The element's range divided by the factor (the global origin is not applied).
     ZtLBox3f GetElementBox(std::size_t slot) const;
-    // The element's linkage words, whole linkages only.
+    // The element's linkage words, whole linkages only; null if it has none.
     const std::uint16_t* GetLinkageWords(const ZtDgnElement& element) const {
-        return linkageStore_ + element.linkageFirst;
+        return element.linkageWords ? &linkages_[element.linkageFirst] : nullptr;
     }
     // The element's DMRS value (see ZtDgnFindDmrs); 0 if it has none.
     std::uint64_t GetDmrs(std::size_t slot) const;
 
-    // Building, for the reader: adds an element's record with `linkageCount` linkage words
-    // (taken from the file bytes at `linkages`) and makes its node, a group if `group`.
-    // The node is added to `parent`, or to the model itself if `parent` is null. Returns
-    // the new node, or null if the linkage store would grow past its addressable size.
-    ZtOaNode* AddElement(const ZtDgnElement& element, const unsigned char* linkages,
-                         std::size_t linkageCount, bool group, ZtDgnGroupNode* parent);
+    // Building, for the reader. First room for the top-level elements of a file of
+    // `fileBytes`, then each graphic element (`raw`, at least a graphic header long, the
+    // `index`th of the file) decoded straight into the model's arrays with its node, a
+    // group if `group`, added to `parent` or, if that is null, to the model itself. Gives
+    // the node, or null if the model can hold no more elements or linkage words. Sets
+    // `linkageOverrun` if linkages run past the element's end (they are kept up to
+    // there). Last, the number of elements in the file, which ends the building.
+    void ReserveForFile(std::uint64_t fileBytes);
+    ZtOaNode* AddElement(const ZtDgnRawElement& raw, std::uint32_t index, bool group,
+                         ZtDgnGroupNode* parent, bool* linkageOverrun);
+    void FinishLoad(std::uint32_t fileElementCount);
 
     // For the element nodes.
     const ZtOaAttribute* FindElementAttribute(std::uint32_t slot, const char* name) const;
@@ -88,7 +93,6 @@ public:
 private:
     const ZtOaProperty& GraphicGroupProperty(std::uint16_t group) const;
     const ZtOaAttributeList& ElementAttributes(std::uint32_t slot) const;
-    void GrowLinkageStore(std::size_t capacity);
 
     std::unique_ptr<ZtUNameDict> ownNames_;
     ZtUNameDict* names_;
@@ -100,11 +104,9 @@ private:
     ZtOaPropertyAttribute* sceneProps_; // owned by the partition's attribute list
 
     ZtDgnChunkedArray<ZtDgnElement> elements_;
-    // Linkage words of all elements back to back, in a block that grows by doubling as
-    // elements are read (never from the file's size, which may be a sparse file's).
-    std::uint16_t* linkageStore_ = nullptr;
-    std::size_t linkageSize_ = 0;
-    std::size_t linkageCapacity_ = 0;
+    // Linkage words of all elements, each element's side by side; the first chunk holds
+    // the longest element's.
+    ZtDgnChunkedArray<std::uint16_t, 65536> linkages_;
     ZtDgnChunkedArray<ZtDgnElementNode> leaves_;
     ZtDgnChunkedArray<ZtDgnGroupNode, 64> groups_;
 
