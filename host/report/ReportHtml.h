@@ -2,6 +2,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 // The small writers of the review page's text: escaped markup, numbers and colours.
 
@@ -21,3 +22,6 @@ using Rgba = std::array<std::uint8_t, 4>;
 Rgba KeyColour(int key);
 // "#rrggbb".
 std::string Hex(const Rgba& colour);
+
+// Base64 with padding, as in a data URI.
+std::string Base64(std::string_view bytes);

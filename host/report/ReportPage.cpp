@@ -2,7 +2,7 @@
 
 #include "report/ReportHtml.h"
 #include "report/ReportPageLayout.h"
-#include "report/ReportPageRaster.h"
+#include "report/PaletteRaster.h"
 #include "report/ReportScene.h"
 #include "ztutil/ZtUFile.h"
 #include "ztutil/ZtUSysFile.h"
@@ -212,7 +212,7 @@ private:
                     index[key] = static_cast<std::uint8_t>(palette.size());
                     palette.push_back(KeyColour(key));
                 }
-            PageRaster raster(width, height);
+            PaletteRaster raster(width, height);
             for (std::size_t i = 0; i < scene_.elements.size(); ++i)
                 if (!shape_[i])
                     FillElement(
@@ -221,7 +221,7 @@ private:
             Image(raster, palette, byColour ? "raster colour" : "raster level", "");
         }
         for (std::size_t s = 0; s < scene_.sets.size(); ++s) {
-            PageRaster raster(width, height);
+            PaletteRaster raster(width, height);
             for (std::uint32_t i : scene_.sets[s].elements)
                 if (!shape_[i])
                     FillElement(raster, view, scene_.elements[i], 1);
@@ -230,13 +230,13 @@ private:
         }
     }
 
-    void FillElement(PageRaster& raster, const PageView& view, const ReportElement& e,
+    void FillElement(PaletteRaster& raster, const PageView& view, const ReportElement& e,
                      std::uint8_t index) {
         raster.Fill(layout_.X(view, e.box.GetMin()), layout_.Y(view, e.box.GetMax()),
                     layout_.X(view, e.box.GetMax()), layout_.Y(view, e.box.GetMin()), index);
     }
 
-    void Image(const PageRaster& raster, const std::vector<Rgba>& palette, const char* cls,
+    void Image(const PaletteRaster& raster, const std::vector<Rgba>& palette, const char* cls,
                const std::string& extra) {
         if (!raster.IsUsed())
             return;
