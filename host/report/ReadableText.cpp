@@ -58,3 +58,8 @@ std::string PlacementWords(const ZtLAffine3f& transform, ZtOaUnit::Linear from,
     return words + "moved by (" + ReadableNumber(t.x) + ", " + ReadableNumber(t.y) + ", " +
            ReadableNumber(t.z) + ") " + UnitName(to);
 }
+
+std::string DmrsWords(std::uint64_t dmrs) {
+    return std::to_string(dmrs >> 48) + " " + std::to_string((dmrs >> 32) & 0xFFFF) + " " +
+           std::to_string((dmrs >> 16) & 0xFFFF) + " " + std::to_string(dmrs & 0xFFFF);
+}

@@ -2,6 +2,7 @@
 #include "ztlinear/ZtLAffine3f.h"
 #include "ztobject/ZtOaUnit.h"
 
+#include <cstdint>
 #include <string>
 
 // A number in `digits` significant digits, the one format of the readable summary and the
@@ -15,3 +16,5 @@ std::string UnitName(ZtOaUnit::Linear unit);
 // the reference's; its model counts in `from`, the scene in `to`.
 std::string PlacementWords(const ZtLAffine3f& transform, ZtOaUnit::Linear from,
                            ZtOaUnit::Linear to);
+// A DMRS value as its four 16-bit words, most significant first: "0 12 101 0".
+std::string DmrsWords(std::uint64_t dmrs);

@@ -55,6 +55,21 @@ std::string Px(double value) {
                                  .ptr);
 }
 
+void AppendCoord(std::string& out, double value) {
+    constexpr double kFar = 1e7;
+    const double v = std::isnan(value) ? 0 : std::clamp(value, -kFar, kFar);
+    char text[32];
+    char* end = std::to_chars(text, text + sizeof text, v, std::chars_format::fixed, 2).ptr;
+    while (end[-1] == '0')
+        --end;
+    if (end[-1] == '.')
+        --end;
+    if (end - text == 2 && text[0] == '-' && text[1] == '0')
+        out += '0';
+    else
+        out.append(text, end);
+}
+
 Rgba KeyColour(int key) {
     // The golden angle keeps neighbouring keys far apart in hue; odd keys are darker.
     const double hue = std::fmod(key * 137.508, 360.0) / 60.0;

@@ -15,6 +15,9 @@ std::string Escaped(const std::string& text);
 std::string Exact(double value);
 // A pixel position to two decimals: a hundredth of a pixel is more than a browser shows.
 std::string Px(double value);
+// A pixel coordinate of a drawing, as short as two decimals allow ("12", "3.5", "-0.25"),
+// kept within ten million pixels of the origin; one that is not a number is 0.
+void AppendCoord(std::string& out, double value);
 
 // An RGBA colour.
 using Rgba = std::array<std::uint8_t, 4>;

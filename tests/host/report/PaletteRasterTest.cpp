@@ -6,9 +6,6 @@
 #include <cmath>
 #include <limits>
 
-#define STBI_ONLY_PNG
-#define STB_IMAGE_STATIC
-#define STB_IMAGE_IMPLEMENTATION
 #include <stb_image.h>
 
 namespace {
