@@ -30,8 +30,8 @@ constexpr int kSavedViewWidth = 560;
 constexpr int kSavedViewMaxHeight = 460;
 // The shapes of all saved views' drawings together, at most, and of one at least: a
 // review of many views keeps its page small enough to load.
-constexpr std::size_t kSavedViewShapes = 40000;
-constexpr std::size_t kSavedViewMinShapes = 2000;
+constexpr std::size_t kSavedViewShapes = 30000;
+constexpr std::size_t kSavedViewMinShapes = 1000;
 constexpr Rgba kHighlight = {255, 196, 0, 255};
 // The permission argument of a new file: read and write, as the host's file layer takes it.
 constexpr int kReadWrite = 0x180;

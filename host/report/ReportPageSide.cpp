@@ -41,6 +41,8 @@ void AppendColouring(std::string& out, const PageKeys& keys) {
 
 void AppendTagList(std::string& out, const ReportScene& scene) {
     out += "<h2>Saved views and tags</h2>\n";
+    if (scene.views.empty())
+        out += "<p class=\"meta\">None.</p>\n";
     for (std::size_t v = 0; v < scene.views.size(); ++v) {
         const ReportView& view = scene.views[v];
         const std::string number = std::to_string(v);
@@ -71,7 +73,10 @@ void AppendTagList(std::string& out, const ReportScene& scene) {
 }
 
 void AppendSetList(std::string& out, const ReportScene& scene) {
-    out += "<h2>Selection sets</h2>\n<ul class=\"sets\">\n";
+    out += "<h2>Selection sets</h2>\n";
+    if (scene.sets.empty())
+        out += "<p class=\"meta\">None.</p>\n";
+    out += "<ul class=\"sets\">\n";
     for (std::size_t s = 0; s < scene.sets.size(); ++s) {
         const ReportSet& set = scene.sets[s];
         out += "<li><label><input type=\"checkbox\" class=\"set\" data-set=\"" + std::to_string(s) +

@@ -2,6 +2,7 @@
 #include "report/ReportPage.h"
 #include "ReportTestScenes.h"
 #include "support/RunProgram.h"
+#include "tools/ZtTestDgnWriter.h"
 #include "tools/ZtTestFiles.h"
 
 #include <gtest/gtest.h>
@@ -174,6 +175,47 @@ TEST(ReportPage, StepWritesThePageOrSaysWhyNot) {
     EXPECT_NE(failed.err.find("pdsreview: report " + bad + ": status 4: cannot write " + bad),
               std::string::npos)
         << failed.err;
+}
+
+// Through pdsreview, from a model's file: a standing cylinder, an ellipse, an arc, a curve
+// and a text are each drawn through points of their own kind.
+TEST(ReportPage, ModelElementsAreDrawnAsWhatTheyAre) {
+    ZtTestDgnWriter w(3, {1000, 1, "m", "mm", {0, 0, 0}});
+    ZtTestDgnSymbology s;
+    w.Cone(s, {}, {0, 0, 0}, 2000, {0, 0, 6000}, 2000);
+    w.Ellipse(s, {10000, 0, 0}, 3000, 1000, {});
+    w.Arc(s, {0, 10000, 0}, 2000, 2000, {}, 0, 90);
+    w.Curve(s, {{-1000, -4000, 0},
+                {0, -4000, 0},
+                {1000, -4000, 0},
+                {3000, -2000, 0},
+                {5000, -4000, 0},
+                {6000, -4000, 0},
+                {7000, -4000, 0}});
+    w.Text(s, {8000, 8000, 0}, "TANK", 1000);
+    w.EndOfDesign();
+    ZtTestTempDir dir;
+    ASSERT_TRUE(w.Save(dir.File("round.dgn")));
+    const ProgramRun run =
+        RunProgram(ZT_BIN_DIR "/pdsreview",
+                   {"--quiet", "model", dir.File("round.dgn"), "report", dir.File("round.html")});
+    ASSERT_EQ(run.exitStatus, 0) << run.err;
+    const std::string plan = Part(ZtTestReadBytes(dir.File("round.html")), "view-plan", "</svg>");
+    auto path = [&](int element) {
+        const std::string start = "data-e=\"" + std::to_string(element) + "\" d=\"";
+        const std::size_t at = plan.find(start);
+        return at == std::string::npos ? std::string()
+                                       : plan.substr(at, plan.find('"', at + start.size()) - at);
+    };
+    // From above the cylinder is its outline and both its ends, all on one circle.
+    EXPECT_EQ(Occurrences(path(0), "M"), 3u) << path(0);
+    EXPECT_GE(Occurrences(path(0), "L"), 3u * 16);
+    EXPECT_GE(Occurrences(path(1), "L"), 16u);
+    EXPECT_EQ(Occurrences(path(1), "Z"), 1u);
+    EXPECT_GE(Occurrences(path(2), "L"), 8u);
+    EXPECT_EQ(Occurrences(path(2), "Z"), 0u);
+    EXPECT_GT(Occurrences(path(3), "L"), 8u); // smoother than its three inner points
+    EXPECT_NE(plan.find(">TANK</text>"), std::string::npos);
 }
 
 } // namespace
