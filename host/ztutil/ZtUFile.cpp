@@ -27,6 +27,18 @@ bool IsPlainAscii(const unsigned char* bytes) {
     return (word & kHighBits) == 0 && ((crZero - kOnes) & ~crZero & kHighBits) == 0;
 }
 
+// The character of a byte that begins no UTF-8 sequence: the files' Windows authors write
+// in code page 1252, which differs from Latin-1 in 0x80-0x9F; its five undefined bytes
+// keep their value.
+char32_t FromWindows1252(unsigned char byte) {
+    static constexpr char16_t kHigh[32] = {
+        0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+        0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+        0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,
+    };
+    return byte >= 0x80 && byte < 0xA0 ? kHigh[byte - 0x80] : char32_t{byte};
+}
+
 } // namespace
 
 ZtUFile::ZtUFile(int descriptor, Mode mode)
@@ -66,6 +78,8 @@ unsigned ZtUFile::Refill() {
 }
 
 void ZtUFile::DecodeChunk() {
+    if (end_)
+        unitsBefore_ += static_cast<std::uint64_t>(end_ - units_.get());
     next_ = end_ = units_.get();
     std::size_t available = carried_;
     const long long got = ZtUSysDescriptor::Read(descriptor_, bytes_.get() + available, readSize_);
@@ -145,8 +159,10 @@ std::size_t ZtUFile::DecodeUtf8(std::size_t first, std::size_t available, bool l
         std::size_t length =
             ZtUSysString::DecodeUtf8(p, static_cast<std::size_t>(stop - p), &codePoint);
         if (length == 0) {
-            codePoint = byte;
+            codePoint = FromWindows1252(byte);
             length = 1;
+            if (legacyBytes_++ == 0)
+                firstLegacyUnit_ = unitsBefore_ + static_cast<std::uint64_t>(out - units_.get());
         }
         p += length;
         if (codePoint == kEnd) {
@@ -289,6 +305,8 @@ int ZtUFile::Close() {
     if (const int error = ZtUSysDescriptor::Close(descriptor_))
         Fail(error);
     descriptor_ = -1;
+    if (legacyBytes_ > 0)
+        ZtUSysFile::RecordLegacyRead({readPath_, legacyBytes_, firstLegacyUnit_});
     const bool ok = Replace(!error_);
     return ok ? 0 : -1;
 }

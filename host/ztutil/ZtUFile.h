@@ -1,5 +1,6 @@
 #pragma once
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -8,7 +9,8 @@
 // Reading decodes the whole byte chunk of each refill into a buffer of UTF-16 units, so
 // that taking one character is a comparison and a load. The encoding is chosen by the
 // byte-order mark: UTF-8 (BOM skipped), UTF-16 LE or BE (BOM switches), else UTF-8 in
-// which a byte that begins no valid, shortest-form sequence is one Latin-1 character.
+// which a byte that begins no valid, shortest-form sequence is one Windows-1252 character;
+// a stream that read such bytes says so on closing (ZtUSysFile::TakeLegacyReads).
 // CR LF becomes LF; a lone CR stays. The input ends at the end of the file, at a read
 // error (which sets the error flag) or at a U+FFFF character, after which nothing is read.
 //
@@ -46,6 +48,9 @@ public:
     int Close();
 
     bool HasError() const { return error_; }
+
+    // The path a read stream was opened with, under which it reports its legacy bytes.
+    void SetReadPath(std::wstring path) { readPath_ = std::move(path); }
 
 private:
     static constexpr std::size_t kChunk = 64 * 1024;
@@ -88,6 +93,12 @@ private:
     std::size_t carried_ = 0;
     // Bytes a read asks for: a chunk, or less for a file that is smaller.
     std::size_t readSize_ = kChunk;
+    // Units handed out before the chunk being read; bytes read as Windows-1252, and the
+    // unit offset of the first.
+    std::uint64_t unitsBefore_ = 0;
+    std::uint64_t legacyBytes_ = 0;
+    std::uint64_t firstLegacyUnit_ = 0;
+    std::wstring readPath_;
 
     // Write side. A high surrogate waits here for its low half.
     std::string pending_;

@@ -9,6 +9,7 @@
 #include <cstdarg>
 #include <cstdlib>
 #include <cstring>
+#include <cwctype>
 #include <utility>
 
 namespace {
@@ -25,6 +26,11 @@ std::size_t LastSeparator(const std::wstring& path) {
 std::vector<ZtUSysFile::WriteFailure>& WriteFailures() {
     static std::vector<ZtUSysFile::WriteFailure> failures;
     return failures;
+}
+
+std::vector<ZtUSysFile::LegacyRead>& LegacyReads() {
+    static std::vector<ZtUSysFile::LegacyRead> reads;
+    return reads;
 }
 
 // Appends the elements of `path` to `out`, a normalised path, resolving "." and ".."
@@ -70,13 +76,28 @@ void ZtUSysFile::RecordWriteFailure(const std::string& path, const std::string& 
     WriteFailures().push_back({path, reason});
 }
 
+std::vector<ZtUSysFile::LegacyRead> ZtUSysFile::TakeLegacyReads() {
+    return std::exchange(LegacyReads(), {});
+}
+
+// Kept to a few, so that a process that reads many such files and never asks holds no
+// more.
+void ZtUSysFile::RecordLegacyRead(LegacyRead read) {
+    if (LegacyReads().size() < kLegacyReadsKept)
+        LegacyReads().push_back(std::move(read));
+}
+
 ZtUFile* ZtUSysFile::fopenW(const wchar_t* path, AccessMode access, CreationMode creation,
                             TranslationMode translation, ShareMode, unsigned,
                             unsigned permissions) {
     if (!path || !*path || translation != kTranslateText)
         return nullptr;
-    if (access == kAccessRead && creation == kOpenExisting)
-        return ZtUSysOpenExistingFile(path);
+    if (access == kAccessRead && creation == kOpenExisting) {
+        ZtUFile* file = ZtUSysOpenExistingFile(path);
+        if (file)
+            file->SetReadPath(path);
+        return file;
+    }
     if (access == kAccessWrite && creation == kCreateAlways)
         return ZtUSysOpenReplacement(path, permissions);
     return nullptr;
@@ -169,7 +190,12 @@ bool ZtUSysFile::HasFileExtensionW(const wchar_t* name, const wchar_t* extension
     if (nameLength <= extensionLength)
         return false;
     const wchar_t* tail = name + nameLength - extensionLength;
-    return tail[-1] == L'.' && ZtUSysString::WideStrncmp(tail, extension, extensionLength) == 0;
+    // Without regard to case, as the host's platform names its files.
+    return tail[-1] == L'.' &&
+           std::equal(tail, tail + extensionLength, extension, [](wchar_t a, wchar_t b) {
+               return std::towlower(static_cast<std::wint_t>(a)) ==
+                      std::towlower(static_cast<std::wint_t>(b));
+           });
 }
 
 void ZtUSysFile::MakeAbsoluteW(const wchar_t* folder, const wchar_t* path,

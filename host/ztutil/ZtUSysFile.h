@@ -57,6 +57,15 @@ public:
         std::string path;
         std::string reason;
     };
+    // A read stream that took bytes as Windows-1252, not UTF-8: the path as given to fopenW,
+    // how many bytes, and the offset in characters of the first.
+    struct LegacyRead {
+        std::wstring path;
+        std::uint64_t bytes = 0;
+        std::uint64_t firstCharacter = 0;
+    };
+    // How many legacy reads the record keeps; later ones are not recorded until it is taken.
+    static constexpr std::size_t kLegacyReadsKept = 64;
 
     // Opens a stream on a regular file (or a link to one). Reading decodes the file's
     // text to UTF-16 units (see ZtUFile); writing encodes UTF-8. Returns null for a path
@@ -89,6 +98,9 @@ public:
     static std::vector<WriteFailure> TakeWriteFailures();
     // Records a failure of a write stream on `path`.
     static void RecordWriteFailure(const std::string& path, const std::string& reason);
+    // The legacy reads recorded since the last call, oldest first; the record is emptied.
+    static std::vector<LegacyRead> TakeLegacyReads();
+    static void RecordLegacyRead(LegacyRead read);
 
     // Nonzero once a read or write failed.
     static int ferror(ZtUFile* file) { return file->HasError() ? 1 : 0; }
@@ -110,8 +122,8 @@ public:
     static void RemoveFileExtensionW(const wchar_t* name, ZtUWideStringBuffer* out);
     // `path` without its directory part.
     static void RemovePathnameW(const wchar_t* path, ZtUWideStringBuffer* out);
-    // True if `name` ends in a point and `extension` (given without its point), by exact
-    // comparison.
+    // True if `name` ends in a point and `extension` (given without its point), compared
+    // without regard to case.
     static bool HasFileExtensionW(const wchar_t* name, const wchar_t* extension);
     // `path` resolved against `folder` unless it is absolute already; `path` may lie in
     // `out`. The result is normalised lexically ("." and ".." removed, elements joined by
