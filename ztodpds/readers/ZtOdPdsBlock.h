@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <utility>
 
+class ZtOdPdsBlockTracker;
+
 // Block flag: an opening brace right behind the letters "text" starts a counted value,
 // whose body may hold unbalanced braces.
 constexpr std::uint32_t ZtOdPdsCountedText = 1;
@@ -52,8 +54,12 @@ public:
     // block), which gets this block's flags too. Returns 1, or 0 once the value holds no
     // further block.
     int NextChild(ZtOdPdsBlock* child);
+    // The same read, followed by `tracker`, which stands where the cursor stands.
+    int NextChild(ZtOdPdsBlock* child, ZtOdPdsBlockTracker& tracker);
 
 private:
+    template <bool kTracked> int ReadChild(ZtOdPdsBlock* child, ZtOdPdsBlockTracker* tracker);
+
     ZtUWideStringBuffer name_;
     ZtUWideStringBuffer value_;
     std::int32_t cursor_ = 0;

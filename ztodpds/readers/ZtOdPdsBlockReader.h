@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cwchar>
 #include <cwctype>
+#include <string_view>
 
 // The parts of the block reader that do not depend on where its characters come from.
 class ZtOdPdsBlockReaderBase {
@@ -80,6 +81,13 @@ public:
 
     // Takes the next character of the text given to the constructor.
     int FeedNext() requires kSlices { return Feed(*next_++); }
+
+    // What a reporting source looks at between two characters.
+    std::int32_t Depth() const { return depth_; }
+    bool InCount() const { return inCount_ != 0; }
+    std::uint32_t Count() const { return count_; }
+    std::uint32_t PassThrough() const { return passThrough_; }
+    std::wstring_view Gathered() const { return {Text(), length_}; }
 
 private:
     int Feed(wchar_t c) {
