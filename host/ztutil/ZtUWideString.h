@@ -96,6 +96,8 @@ public:
     ZtUWideStringTokeniser(const wchar_t* text, const wchar_t* delimiters);
 
     bool MoreTokens() const { return next_ < text_.size(); }
+    // Where in the text the next token begins.
+    std::size_t GetPosition() const { return next_; }
     // Writes the next token to `out` and returns true, or returns false when none is left.
     bool NextToken(ZtUWideStringBuffer* out);
 

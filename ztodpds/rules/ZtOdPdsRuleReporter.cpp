@@ -1,0 +1,101 @@
+#include "rules/ZtOdPdsRuleReporter.h"
+
+#include "rules/ZtOdPdsDisplaySet.h"
+#include "ztutil/ZtUWideString.h"
+
+#include <algorithm>
+#include <cwctype>
+
+namespace {
+
+std::wstring_view Trimmed(std::wstring_view text) {
+    while (!text.empty() && ZtUIsWhiteSpace(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && ZtUIsWhiteSpace(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+bool SameIgnoringCase(std::wstring_view a, std::wstring_view b) {
+    return a.size() == b.size() &&
+           std::equal(a.begin(), a.end(), b.begin(), [](wchar_t x, wchar_t y) {
+               return std::towlower(static_cast<std::wint_t>(x)) ==
+                      std::towlower(static_cast<std::wint_t>(y));
+           });
+}
+
+} // namespace
+
+void ZtOdPdsRuleReporter::Report(ZtOdPdsCheck check, ZtOdPdsSourcePosition at,
+                                 std::wstring_view text, std::int64_t figure0, std::int64_t figure1,
+                                 ZtOdPdsSourcePosition related) const {
+    ZtOdPdsDiagnostic diagnostic;
+    diagnostic.check = check;
+    diagnostic.file = spot_.file;
+    diagnostic.at = at;
+    diagnostic.text = text;
+    diagnostic.figures[0] = figure0;
+    diagnostic.figures[1] = figure1;
+    diagnostic.related = related;
+    spot_.sink->Report(diagnostic);
+}
+
+void ZtOdPdsRuleReporter::SetBegins(const ZtOdPdsDisplaySet* set) {
+    EndIgnoring();
+    current_ = set;
+    sets_[set] = At();
+    finds_.clear();
+    defined_ = false;
+}
+
+void ZtOdPdsRuleReporter::NearMiss(const ZtUWideStringBuffer& line, std::wstring_view marker,
+                                   ZtOdPdsCheck check) {
+    const std::wstring_view text = line.Str();
+    if (text == marker)
+        return;
+    const std::wstring_view trimmed = Trimmed(text);
+    if (SameIgnoringCase(trimmed, marker) || trimmed.starts_with(marker))
+        Report(check, At(static_cast<std::size_t>(trimmed.data() - text.data())), text);
+}
+
+void ZtOdPdsRuleReporter::OutsideSection(const ZtUWideStringBuffer& line) {
+    const std::wstring_view trimmed = Trimmed(line.Str());
+    if (outsideSeen_ || trimmed.empty())
+        return;
+    outsideSeen_ = true;
+    Report(ZtOdPdsCheck::kFactOutsideSection, At(), line.Str());
+}
+
+ZtOdPdsSourcePosition ZtOdPdsRuleReporter::SetAt(const ZtOdPdsDisplaySet* set) const {
+    const auto found = sets_.find(set);
+    return found == sets_.end() ? ZtOdPdsSourcePosition{} : found->second;
+}
+
+ZtOdPdsSourcePosition ZtOdPdsRuleReporter::FindAt(const void* scope) const {
+    const auto found = finds_.find(scope);
+    return found == finds_.end() ? ZtOdPdsSourcePosition{} : found->second;
+}
+
+void ZtOdPdsRuleReporter::BeginIgnoring() {
+    EndIgnoring();
+    ignoringAt_ = At();
+}
+
+void ZtOdPdsRuleReporter::EndIgnoring() {
+    if (ignoringAt_.IsKnown() && ignored_ > 0)
+        Report(ZtOdPdsCheck::kIgnoredLines, ignoringAt_, {}, ignored_);
+    ignoringAt_ = {};
+    ignored_ = 0;
+}
+
+void ZtOdPdsRuleReporter::Resolved(const void* criterion, std::size_t index, std::wstring_view name,
+                                   const ZtOdPdsDisplaySet* found) {
+    const auto noted = references_.find({criterion, index});
+    const ZtOdPdsSourcePosition at = noted == references_.end() ? SetAt() : noted->second;
+    if (!found)
+        unresolved_.push_back({std::wstring(name), at});
+    else if (found == current_)
+        Report(ZtOdPdsCheck::kSetReference, at, name, 2);
+    else if (!found->GetTree())
+        Report(ZtOdPdsCheck::kSetReference, at, name, 3, 0, SetAt(found));
+}
