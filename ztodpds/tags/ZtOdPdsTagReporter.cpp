@@ -1,0 +1,155 @@
+#include "tags/ZtOdPdsTagReporter.h"
+
+#include "readers/ZtOdPdsBlock.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cwctype>
+
+namespace {
+
+// The lines of `text` that begin "tag{": tags the text took in.
+std::int64_t TagLines(std::wstring_view text) {
+    std::int64_t lines = text.starts_with(L"tag{") ? 1 : 0;
+    for (std::size_t at = text.find(L"\ntag{"); at != std::wstring_view::npos;
+         at = text.find(L"\ntag{", at + 1))
+        ++lines;
+    return lines;
+}
+
+} // namespace
+
+ZtOdPdsBlockTracker& ZtOdPdsTagReporter::BeginFile(const wchar_t* path) {
+    files_.emplace_back(path ? path : L"");
+    return tracker_.emplace(sink_, files_.back().c_str());
+}
+
+ZtOdPdsBlockTracker ZtOdPdsTagReporter::ValueTracker() const {
+    ZtOdPdsBlockTracker tracker(sink_, files_.back().c_str(), tracker_->ValueAt());
+    tracker.ExpectHeadLine();
+    return tracker;
+}
+
+void ZtOdPdsTagReporter::Report(ZtOdPdsCheck check, ZtOdPdsSourcePosition at,
+                                std::wstring_view text, std::int64_t figure0, std::int64_t figure1,
+                                std::int64_t figure2) {
+    ZtOdPdsDiagnostic diagnostic;
+    diagnostic.check = check;
+    diagnostic.file = files_.back().c_str();
+    diagnostic.at = at;
+    diagnostic.text = text;
+    diagnostic.figures[0] = figure0;
+    diagnostic.figures[1] = figure1;
+    diagnostic.figures[2] = figure2;
+    sink_.Report(diagnostic);
+}
+
+void ZtOdPdsTagReporter::ReportAt(ZtOdPdsCheck check, const Place& where, std::wstring_view text,
+                                  std::int64_t figure0, std::int64_t figure1,
+                                  const Place* related) {
+    ZtOdPdsDiagnostic diagnostic;
+    diagnostic.check = check;
+    diagnostic.file = files_[where.file].c_str();
+    diagnostic.at = where.at;
+    diagnostic.text = text;
+    diagnostic.figures[0] = figure0;
+    diagnostic.figures[1] = figure1;
+    if (related) {
+        diagnostic.relatedFile = files_[related->file].c_str();
+        diagnostic.related = related->at;
+    }
+    sink_.Report(diagnostic);
+}
+
+void ZtOdPdsTagReporter::EndFile(const ZtOdPdsBlock& last, int tagLines, int done) {
+    const std::int64_t lost = std::max(tagLines - done, 0);
+    const ZtOdPdsBlockTracker& tracker = *tracker_;
+    Report(ZtOdPdsCheck::kFactBlocks, {}, {}, knownBlocks_, done);
+    knownBlocks_ = 0;
+    if (tracker.GetStop() == ZtOdPdsBlockStop::kStrayBrace) {
+        Report(ZtOdPdsCheck::kStrayBrace, tracker.StrayBraceAt(), {}, lost);
+    } else if (tracker.EndedInBlock()) {
+        ZtOdPdsDiagnostic diagnostic;
+        diagnostic.check = ZtOdPdsCheck::kUnclosedBlock;
+        diagnostic.file = files_.back().c_str();
+        diagnostic.at = tracker.NameAt();
+        diagnostic.text = last.GetName().Str();
+        diagnostic.figures[0] = tracker.EndedInCount();
+        diagnostic.figures[1] = tracker.EndCount();
+        diagnostic.figures[2] = lost;
+        if (tracker.EndedInCount())
+            diagnostic.related = tracker.CountAt();
+        sink_.Report(diagnostic);
+    }
+}
+
+void ZtOdPdsTagReporter::Finish() {
+    FlushCameraRun();
+    for (const auto& [key, place] : pending_)
+        ReportAt(ZtOdPdsCheck::kStickyUnused, place, key, 1, 0, nullptr);
+    pending_.clear();
+}
+
+void ZtOdPdsTagReporter::OtherKey(const ZtOdPdsBlock& block) {
+    // File groups are the writer's: the reader skips them by design.
+    if (block.GetName() == L"file")
+        return KnownKey();
+    Report(ZtOdPdsCheck::kUnknownKey, tracker_->NameAt(), block.GetName().Str(),
+           kZtOdPdsKeyTagFile);
+}
+
+void ZtOdPdsTagReporter::StickyRead(std::wstring_view key) {
+    const Place here = Here();
+    if (key == L"persp_ang")
+        angleAt_ = here;
+    const auto found = pending_.find(key);
+    if (found != pending_.end()) {
+        ReportAt(ZtOdPdsCheck::kStickyUnused, found->second, key, 0, 0, &here);
+        found->second = here;
+    } else {
+        pending_.emplace(std::wstring(key), here);
+    }
+}
+
+void ZtOdPdsTagReporter::ViewTried(bool made, double angle) {
+    pending_.clear();
+    if (made) {
+        FlushCameraRun();
+        return;
+    }
+    if (cameraRun_) {
+        ++cameraRun_->after;
+        return;
+    }
+    cameraRun_ = CameraRun{Here(), std::llround(angle / 0.017453292519943295), 0, angleAt_};
+}
+
+void ZtOdPdsTagReporter::FlushCameraRun() {
+    if (!cameraRun_)
+        return;
+    const CameraRun& run = *cameraRun_;
+    ReportAt(ZtOdPdsCheck::kTagCamera, run.first, {}, run.degrees, run.after,
+             run.angle ? &*run.angle : nullptr);
+    cameraRun_.reset();
+}
+
+void ZtOdPdsTagReporter::TextRead(std::wstring_view value, ZtOdPdsSourcePosition at) {
+    const std::size_t lineEnd = value.find_first_of(L"\n\r");
+    if (lineEnd == std::wstring_view::npos)
+        return;
+    std::int64_t count = 0;
+    for (std::size_t i = 0; i < lineEnd && std::iswdigit(static_cast<std::wint_t>(value[i])); ++i)
+        count = std::min<std::int64_t>(count * 10 + (value[i] - L'0'), INT32_MAX);
+    const std::wstring_view body = value.substr(lineEnd + 1);
+    if (static_cast<std::int64_t>(body.size()) != count)
+        Report(ZtOdPdsCheck::kTextCount, at, {}, count, static_cast<std::int64_t>(body.size()),
+               TagLines(body));
+}
+
+void ZtOdPdsTagReporter::TagImported(std::uint64_t identifier, ZtOdPdsSourcePosition at) {
+    const Place here{files_.size() - 1, at};
+    const auto [found, added] = identifiers_.emplace(identifier, here);
+    if (!added)
+        ReportAt(ZtOdPdsCheck::kTagIdRepeated, here, {}, static_cast<std::int64_t>(identifier), 0,
+                 &found->second);
+}
