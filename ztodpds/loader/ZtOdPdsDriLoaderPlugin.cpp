@@ -134,7 +134,7 @@ int ZtOdPdsDriLoaderPlugin::ReadSet(const ZtUWideString& path, ZtOpSceneSet* set
         return kZtOdPdsUnreadableSet;
     std::optional<ZtOdPdsDriReporter> reporter;
     if (diagnostics_)
-        reporter.emplace(*diagnostics_, path.GetString());
+        reporter.emplace(*diagnostics_, path.GetString()).Preamble();
     ZtUWideStringBuffer name;
     if (!(reporter ? source.ReadName(&name, reporter->Tracker()) : source.ReadName(&name))) {
         if (reporter)

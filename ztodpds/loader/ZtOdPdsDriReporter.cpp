@@ -135,7 +135,7 @@ void ZtOdPdsDriReporter::EndRead(ZtOdPdsBlockFileSource& source, ZtOdPdsBlock& b
     }
     // The enclosing block is closed: the loader reads no further. A reporting read looks on
     // for what it leaves unread, and names the first of it.
-    tracker_.Quieten();
+    tracker_.SetQuiet(true);
     do {
         if (source.NextBlock(&block, tracker_)) {
             Report(ZtOdPdsCheck::kTextAfterEnd, tracker_.NameAt(), block.GetName().Str());

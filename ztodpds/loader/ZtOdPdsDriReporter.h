@@ -24,8 +24,13 @@ public:
     // The file is no control file: `firstName` is the name of its first block, or null
     // when no block begins in it.
     void NotControlFile(const ZtUWideStringBuffer* firstName);
+    // Lines before the enclosing block are ignored by design: the tracker notes them only.
+    void Preamble() { tracker_.SetQuiet(true); }
     // The enclosing block's name has been read; its blocks follow.
-    void Enclosed() { enclosingAt_ = tracker_.NameAt(); }
+    void Enclosed() {
+        tracker_.SetQuiet(false);
+        enclosingAt_ = tracker_.NameAt();
+    }
     // A block inside the enclosing one, before the loader acts on it. `dgn` blocks are
     // reported by the loader as it reads their children.
     void BlockRead(const ZtOdPdsBlock& block);

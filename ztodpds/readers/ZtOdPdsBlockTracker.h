@@ -75,8 +75,11 @@ public:
     // The first line of the text read is the head of its block (the values of a `tag`),
     // not text outside a block.
     void ExpectHeadLine() { headLine_ = true; }
-    // Text outside blocks is noted (FirstStrayText) but not reported.
-    void Quieten() { quiet_ = true; }
+    // While quiet, text outside blocks is noted (FirstStrayText) but not reported.
+    void SetQuiet(bool quiet) {
+        quiet_ = quiet;
+        firstStray_ = {};
+    }
 
     ZtOdPdsSourcePosition Position() const { return at_; }
     // Where the name of the block read last begins (its opening brace if it has none), and

@@ -158,7 +158,9 @@ void ZtOdPdsDisplaySet::ParseStatement(ZtUWideStringBuffer& line) {
         }
     // Once the root scope is closed, no statement has a scope to go to.
     if (!keyword || scopes_.IsEmpty()) {
-        if (reporter && !line.IsEmpty())
+        // A line meant as "<Display Set>" is reported as such where the section reads it.
+        if (reporter && !line.IsEmpty() &&
+            !ZtOdPdsRuleReporter::IsNearMiss(line.Str(), L"<Display Set>"))
             reporter->Report(keyword ? ZtOdPdsCheck::kNoScope : ZtOdPdsCheck::kNotStatement,
                              reporter->At(lead), line.Str(),
                              keyword && keyword->statement == kEndFind);
@@ -167,8 +169,10 @@ void ZtOdPdsDisplaySet::ParseStatement(ZtUWideStringBuffer& line) {
     auto* scope = static_cast<ZtOdPdsCompModifier*>(scopes_.Back());
     if (keyword->statement == kEndFind) {
         const std::wstring_view rest = std::wstring_view(line.Str()).substr(length);
-        if (reporter && rest.find_first_not_of(L" \t") != std::wstring_view::npos)
-            reporter->Report(ZtOdPdsCheck::kEndFindText, reporter->At(lead + length), rest);
+        const std::size_t text = rest.find_first_not_of(L" \t");
+        if (reporter && text != std::wstring_view::npos)
+            reporter->Report(ZtOdPdsCheck::kEndFindText, reporter->At(lead + length + text),
+                             rest.substr(text));
         scopes_.PopBack();
         return;
     }

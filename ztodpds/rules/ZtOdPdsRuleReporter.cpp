@@ -48,14 +48,16 @@ void ZtOdPdsRuleReporter::SetBegins(const ZtOdPdsDisplaySet* set) {
     defined_ = false;
 }
 
+bool ZtOdPdsRuleReporter::IsNearMiss(std::wstring_view line, std::wstring_view marker) {
+    const std::wstring_view trimmed = Trimmed(line);
+    return line != marker && (SameIgnoringCase(trimmed, marker) || trimmed.starts_with(marker));
+}
+
 void ZtOdPdsRuleReporter::NearMiss(const ZtUWideStringBuffer& line, std::wstring_view marker,
                                    ZtOdPdsCheck check) {
     const std::wstring_view text = line.Str();
-    if (text == marker)
-        return;
-    const std::wstring_view trimmed = Trimmed(text);
-    if (SameIgnoringCase(trimmed, marker) || trimmed.starts_with(marker))
-        Report(check, At(static_cast<std::size_t>(trimmed.data() - text.data())), text);
+    if (IsNearMiss(text, marker))
+        Report(check, At(static_cast<std::size_t>(Trimmed(text).data() - text.data())), text);
 }
 
 void ZtOdPdsRuleReporter::OutsideSection(const ZtUWideStringBuffer& line) {

@@ -48,6 +48,8 @@ public:
     // Reports `line` if it looks meant as `marker` ("<Display Set>", "<Definition>", a
     // section line) without being it exactly: its writer's intent is lost.
     void NearMiss(const ZtUWideStringBuffer& line, std::wstring_view marker, ZtOdPdsCheck check);
+    // Whether NearMiss reports `line` for `marker`.
+    static bool IsNearMiss(std::wstring_view line, std::wstring_view marker);
     // A line outside any section: reports the first with text in it, as a fact.
     void OutsideSection(const ZtUWideStringBuffer& line);
 
