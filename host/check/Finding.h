@@ -1,0 +1,30 @@
+#pragma once
+#include <cstdint>
+#include <optional>
+#include <string>
+
+// How much a finding weighs. A note changes no exit status; a warning may be made an
+// error (-Werror); an error is the checker's own verdict on a file.
+enum class Severity { kNote, kWarning, kError };
+
+// A place in a checked file: line and column from 1 (column in UTF-16 units); line 0 is
+// the file as a whole.
+struct Location {
+    std::wstring file;
+    std::uint32_t line = 0;
+    std::uint32_t column = 0;
+};
+
+// One thing the checker has to say about a file, worded for the person who wrote it.
+struct Finding {
+    std::string name; // the name that -Wno-NAME silences ("tag-head")
+    Severity severity = Severity::kWarning;
+    bool promoted = false;  // a warning made an error (-Werror)
+    bool dropsData = false; // something the file holds does not come in
+    Location at;
+    std::string message; // what is wrong, on the diagnostic's line
+    std::string note;    // what the system does instead; may be empty
+    // A second place the finding refers to, with what it is.
+    std::optional<Location> related;
+    std::string relatedMessage;
+};
