@@ -63,7 +63,12 @@ StepResult RunStep(Session& session, const Step& step, StepHandler handler,
     StepOutcome outcome = handler(session, step);
     session.progress.Finish();
     const std::vector<ZtUSysFile::WriteFailure> writes = ZtUSysFile::TakeWriteFailures();
-    StepResult result{step.name, step.argument, outcome.status, std::move(outcome.counts), {}};
+    StepResult result{step.name,
+                      step.argument,
+                      outcome.status,
+                      std::move(outcome.counts),
+                      {},
+                      std::move(outcome.sideFiles)};
     if (!outcome.hostError.empty()) {
         *hostError = outcome.hostError;
         return result;
@@ -73,6 +78,7 @@ StepResult RunStep(Session& session, const Step& step, StepHandler handler,
     if (result.status != 0) {
         // What a failed step counted or warned of is not so: its message says what happened.
         result.counts.clear();
+        result.sideFiles.reset();
         run.warnings.resize(warnings);
         result.message = ExplainFailure(step, {result.status, writes, run.state});
         std::error_code error;

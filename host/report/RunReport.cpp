@@ -142,6 +142,13 @@ void WriteJsonReport(ReportStream& out, const ReviewRun& run, bool elements,
             }
             json.EndObject();
         }
+        if (step.sideFiles) {
+            json.Key("sideFiles");
+            json.BeginArray(true);
+            for (const std::string& file : *step.sideFiles)
+                json.String(file);
+            json.EndArray();
+        }
         json.EndObject();
     }
     json.EndArray();
@@ -215,6 +222,12 @@ void WriteSummaryReport(ReportStream& out, const ReviewRun& run) {
         for (std::size_t i = 0; i < step.counts.size(); ++i)
             out += (i ? ", " : "; ") + CountText(step.counts[i]);
         out += "\n";
+        if (step.sideFiles) {
+            out += "    side files read:";
+            for (std::size_t i = 0; i < step.sideFiles->size(); ++i)
+                out += (i ? ", " : " ") + (*step.sideFiles)[i];
+            out += step.sideFiles->empty() ? " none\n" : "\n";
+        }
     }
     if (!run.warnings.empty()) {
         out += "Warnings: " + std::to_string(run.warnings.size()) + "\n";

@@ -1,10 +1,9 @@
 #include "review/Actions.h"
 
-#include "review/DisplaySetBudget.h"
+#include "review/CheckWarnings.h"
 #include "review/ExportedTagFile.h"
 #include "review/ModelLoad.h"
 #include "review/SavedItems.h"
-#include "review/TagLineEndBudget.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztobject/ZtOaPartition.h"
 #include "ztplugin/ZtOpExportPlugin.h"
@@ -12,21 +11,7 @@
 #include "ztutil/ZtUSysNativePath.h"
 #include "ztutil/ZtUSysString.h"
 
-#include <filesystem>
-
 namespace {
-
-// A warning when an import of a file that is not empty brought nothing in.
-void WarnIfNothingCameIn(ReviewRun& run, const Step& step, const std::vector<StepCount>& counts) {
-    for (const StepCount& count : counts)
-        if (count.value != 0)
-            return;
-    std::error_code error;
-    const std::uintmax_t size = std::filesystem::file_size(ZtUSysNativePath(step.argument), error);
-    if (!error && size > 0)
-        run.warnings.push_back(step.name + " " + step.argument + ": nothing came in from " +
-                               std::to_string(size) + " bytes");
-}
 
 // A menu entry of the plug-in library: the host hands the plug-in the document, the
 // progress and the chosen file.
@@ -34,9 +19,9 @@ StepOutcome RunExport(ReviewRun& run, const Step& step, const char* registeredNa
                       ZtOpProgress* progress) {
     auto* plugin = dynamic_cast<ZtOpExportPlugin*>(run.FindPlugin(registeredName));
     if (!plugin)
-        return {0, std::string("the plug-in ") + registeredName + " is no menu plug-in", {}};
+        return {0, std::string("the plug-in ") + registeredName + " is no menu plug-in", {}, {}};
     const ZtUWideString path(ZtUSysString::PathToWide(step.argument));
-    return {plugin->IExport(0, &run.state, progress, &path), {}, {}};
+    return {plugin->IExport(0, &run.state, progress, &path), {}, {}, {}};
 }
 
 // What came into the document between two counts of its saved items.
@@ -55,12 +40,14 @@ std::vector<StepCount> Imported(const SavedItemCounts& before, const SavedItemCo
 
 StepOutcome Import(ReviewRun& run, const Step& step, const char* registeredName, bool views,
                    ZtOpProgress* progress) {
+    // The check comes first and is gone before the import, so that the two never hold
+    // what they read at once.
+    AddCheckWarnings(run, step, views ? FileKind::kTags : FileKind::kDisplaySets);
     const SavedItemCounts before = CountSavedItems(run.state);
     StepOutcome outcome = RunExport(run, step, registeredName, progress);
     if (outcome.status != 0 || !outcome.hostError.empty())
         return outcome;
     outcome.counts = Imported(before, CountSavedItems(run.state), views, !views);
-    WarnIfNothingCameIn(run, step, outcome.counts);
     return outcome;
 }
 
@@ -72,32 +59,11 @@ StepOutcome ListPlugins(ReviewRun& run) {
 }
 
 StepOutcome ImportTags(ReviewRun& run, const Step& step, ZtOpProgress* progress) {
-    const TagLineEndBudget budget(run.state);
-    StepOutcome outcome = Import(run, step, "ZtOdPdsTagImportPlugin", true, progress);
-    if (outcome.status != 0 || !outcome.hostError.empty())
-        return outcome;
-    const std::wstring path = ZtUSysString::PathToWide(step.argument);
-    if (const std::size_t dropped = budget.CountDropped(run.state, path.c_str()))
-        run.warnings.push_back("import-tags " + step.argument + ": " + std::to_string(dropped) +
-                               " tags were dropped: their line ends would add more than " +
-                               std::to_string(TagLineEndBudget::kFileAddedLineEnds) +
-                               " characters in all");
-    return outcome;
+    return Import(run, step, "ZtOdPdsTagImportPlugin", true, progress);
 }
 
 StepOutcome ImportDisplaySets(ReviewRun& run, const Step& step, ZtOpProgress* progress) {
-    const DisplaySetBudget budget(run.state);
-    StepOutcome outcome = Import(run, step, "ZtOdPdsDstImportPlugin", false, progress);
-    if (outcome.status != 0 || !outcome.hostError.empty())
-        return outcome;
-    const std::wstring path = ZtUSysString::PathToWide(step.argument);
-    if (const std::size_t abandoned = budget.CountAbandoned(run.state, path.c_str()))
-        run.warnings.push_back("import-dst " + step.argument + ": " + std::to_string(abandoned) +
-                               " display sets were abandoned: the file's sets would hold "
-                               "more than " +
-                               std::to_string(DisplaySetBudget::kFileConditions) +
-                               " conditions in all");
-    return outcome;
+    return Import(run, step, "ZtOdPdsDstImportPlugin", false, progress);
 }
 
 StepOutcome ExportTags(ReviewRun& run, const Step& step, ZtOpProgress* progress) {
@@ -124,7 +90,9 @@ StepOutcome OpenReview(ReviewRun& run, const Step& step, const OpenParameters& p
                        ZtOpProgress* progress) {
     auto* loader = dynamic_cast<ZtOpSceneSetPlugin*>(run.FindPlugin("ZtOdPdsDriLoaderPlugin"));
     if (!loader)
-        return {0, "the plug-in ZtOdPdsDriLoaderPlugin is no scene-set plug-in", {}};
+        return {0, "the plug-in ZtOdPdsDriLoaderPlugin is no scene-set plug-in", {}, {}};
+    AddCheckWarnings(run, step, FileKind::kControl,
+                     {parameters.importTags, parameters.importDisplaySets});
     const SavedItemCounts before = CountSavedItems(run.state);
     StepOutcome outcome;
     outcome.status = OpenControlFile(run.state, *loader, ZtUSysString::PathToWide(step.argument),
@@ -148,6 +116,9 @@ StepOutcome OpenReview(ReviewRun& run, const Step& step, const OpenParameters& p
                       {"modelsNotLoaded", run.sceneSet->refs.size() - loaded}};
     for (const StepCount& count : Imported(before, CountSavedItems(run.state), true, true))
         outcome.counts.push_back(count);
+    outcome.sideFiles.emplace();
+    for (const std::wstring& file : run.sceneSet->sideFiles)
+        outcome.sideFiles->push_back(ZtUSysString::WideToUtf8(file));
     return outcome;
 }
 
@@ -156,10 +127,10 @@ StepOutcome LoadModel(ReviewRun& run, const Step& step, ZtOpProgress* progress) 
     const int status =
         LoadModelIntoScene(run.state, ZtUSysString::PathToWide(step.argument), &reason, progress);
     if (status != 0)
-        return {status, reason, {}};
+        return {status, reason, {}, {}};
     const ZtOaPartition* root = run.state.GetRootNode();
     const auto* model = dynamic_cast<const ZtDgnModel*>(root->GetChild(root->GetNumChildren() - 1));
-    return {0, {}, {{"elements", model ? model->GetNumElements() : std::size_t{0}}}};
+    return {0, {}, {{"elements", model ? model->GetNumElements() : std::size_t{0}}}, {}};
 }
 
 StepOutcome SelectAll(ReviewRun& run, ZtOpProgress* progress) {
@@ -167,5 +138,5 @@ StepOutcome SelectAll(ReviewRun& run, ZtOpProgress* progress) {
     std::size_t selected = 0;
     for (const SelectionResult& result : *run.selections)
         selected += result.elements.size();
-    return {0, {}, {{"sets", run.selections->size()}, {"elementsSelected", selected}}};
+    return {0, {}, {{"sets", run.selections->size()}, {"elementsSelected", selected}}, {}};
 }

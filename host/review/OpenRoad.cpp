@@ -43,6 +43,10 @@ ZtDgnModel* LoadRef(ZtOpState& state, ZtDgnLoaderPlugin* dgnLoader, const ZtOpSc
                     const ZtUWideStringBuffer& folder, LoadedModels& loaded, ZtOpProgress* progress,
                     std::string* why) {
     const ZtUWideString& loadFile = ref.GetLoadFile();
+    if (loadFile.IsEmpty() && ref.GetSourceName().IsEmpty()) {
+        *why = "no file to load: the control file names none (its name{} is empty)";
+        return nullptr;
+    }
     if (loadFile.IsEmpty()) {
         *why = "no file to load: there is no cache file, and only cache files are asked for";
         return nullptr;
@@ -76,19 +80,26 @@ ZtDgnModel* LoadRef(ZtOpState& state, ZtDgnLoaderPlugin* dgnLoader, const ZtOpSc
     return added;
 }
 
-// The files beside the control file that finishing the set imports, one progress pass
-// each.
-std::size_t CountSideFiles(const ZtUWideStringBuffer& folder, const OpenParameters& parameters) {
-    std::size_t count = 0;
-    for (ZtUSysDirHandle walk = ZtUSysFile::OpenDirW(folder.GetString()); walk.IsValid();
-         walk.Next()) {
-        ZtUSysFileInfoHandle* info = walk.OpenFileInfo();
-        const wchar_t* name = info->GetFullNameW();
-        count += (parameters.importTags && ZtUSysFile::HasFileExtensionW(name, L"tag")) ||
-                 (parameters.importDisplaySets && ZtUSysFile::HasFileExtensionW(name, L"dst"));
-        ZtUSysFile::CloseFileInfo(info);
+// The files beside the control file that finishing the set imports, in the order it
+// imports them: every tag file, then every display-set file, each kind in the order of the
+// directory walk.
+std::vector<std::wstring> SideFilesOf(const ZtUWideStringBuffer& folder,
+                                      const OpenParameters& parameters) {
+    std::vector<std::wstring> files;
+    for (const wchar_t* extension : {L"tag", L"dst"}) {
+        const bool wanted =
+            extension[0] == L't' ? parameters.importTags : parameters.importDisplaySets;
+        if (!wanted)
+            continue;
+        for (ZtUSysDirHandle walk = ZtUSysFile::OpenDirW(folder.GetString()); walk.IsValid();
+             walk.Next()) {
+            ZtUSysFileInfoHandle* info = walk.OpenFileInfo();
+            if (ZtUSysFile::HasFileExtensionW(info->GetFullNameW(), extension))
+                files.emplace_back(info->GetFullNameW());
+            ZtUSysFile::CloseFileInfo(info);
+        }
     }
-    return count;
+    return files;
 }
 
 } // namespace
@@ -119,7 +130,8 @@ int OpenControlFile(ZtOpState& state, ZtOpSceneSetPlugin& loader, const std::wst
     ZtUWideStringBuffer folder;
     ZtUSysFile::PopPathW(path.c_str(), &folder, nullptr);
     const std::size_t count = opened->set.GetSceneRefs().Size();
-    const std::size_t sideFiles = CountSideFiles(folder, parameters);
+    opened->sideFiles = SideFilesOf(folder, parameters);
+    const std::size_t sideFiles = opened->sideFiles.size();
     // The bar runs once: the models share their part by count, the side files theirs.
     const double modelsEnd = sideFiles == 0 ? 1.0 : 0.5;
     opened->refs.resize(count);

@@ -33,6 +33,8 @@ struct OpenedRef {
 struct OpenedSceneSet {
     ZtOpSceneSet set;
     std::vector<OpenedRef> refs;
+    // The files beside the control file that the loader imported, in its order.
+    std::vector<std::wstring> sideFiles;
 };
 
 // The `open` step, the host's road for a control file. The loader learns of the document

@@ -32,6 +32,8 @@ struct StepResult {
     int status = 0;
     std::vector<StepCount> counts;
     std::string message; // what went wrong, when status is not 0
+    // For a step that brings in the files beside its own (open), those it read.
+    std::optional<std::vector<std::string>> sideFiles;
 };
 
 // One run of the host over one document: the loaded plug-in library, the document and
