@@ -10,6 +10,7 @@
 #include "tags/ZtOdPdsTagImportAction.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztlddgn/ZtDgnReader.h"
+#include "ztplugin/ZtOpGuid.h"
 #include "ztplugin/ZtOpSceneProps.h"
 #include "ztplugin/ZtOpSceneSet.h"
 #include "ztplugin/ZtOpState.h"
@@ -71,6 +72,17 @@ void CheckModels(const std::wstring& controlFile, const FindingCollector& collec
     ZtUSysFile::PopPathW(controlFile.c_str(), &folder, nullptr);
     std::map<std::wstring, std::string> probed;
     for (const FindingCollector::NamedModel& model : collector.Models()) {
+        Finding finding;
+        finding.name = "model-file";
+        finding.dropsData = true;
+        finding.at = {model.file, model.at.line, model.at.column};
+        finding.note = "the reference to it brings in nothing";
+        if (model.name.empty()) {
+            finding.message = "the model's name is " + std::to_string(model.length) +
+                              " characters long: no system opens a path that long";
+            out.Add(finding);
+            continue;
+        }
         ZtUWideStringBuffer path;
         ZtUSysFile::MakeAbsoluteW(folder.GetString(), model.name.c_str(), &path);
         auto [known, added] = probed.try_emplace(path.Str());
@@ -78,13 +90,8 @@ void CheckModels(const std::wstring& controlFile, const FindingCollector& collec
             known->second = "it can't be read";
         if (known->second.empty())
             continue;
-        Finding finding;
-        finding.name = "model-file";
-        finding.dropsData = true;
-        finding.at = {model.file, model.at.line, model.at.column};
         finding.message = "the model " + ZtUSysString::WideToUtf8(model.name) +
                           " is not loaded: " + known->second;
-        finding.note = "the reference to it brings in nothing";
         out.Add(finding);
     }
 }
@@ -167,6 +174,9 @@ const char* FileKindWords(FileKind kind) {
 
 std::vector<Finding> CheckFile(const std::wstring& path, FileKind kind, const SideFiles& options) {
     ZtUSysFile::TakeLegacyReads();
+    // The check's own documents draw GUIDs; a host that checks beside its real document
+    // must show the GUIDs it would show without the check.
+    const ZtOpGuidSequenceMark guids;
     FindingCollector collector;
     switch (kind) {
     case FileKind::kControl:

@@ -29,9 +29,9 @@ std::optional<Verdict> WrongKind(FileKind kind, const FindingCollector::FileFact
     if (kind == FileKind::kDisplaySets) {
         if (facts.sections > 0 || facts.setsOutside > 0 || facts.firstOutside.empty())
             return std::nullopt;
-        if (facts.firstOutside.find(L"DesignReview_Control{") != std::wstring::npos)
+        if (facts.braceOutside.find(L"DesignReview_Control{") != std::wstring::npos)
             return Verdict{"it looks like a control file", "check it with --as dri"};
-        if (facts.firstOutside.find(L'{') != std::wstring::npos)
+        if (!facts.braceOutside.empty())
             return Verdict{"it looks like a tag file", "check it with --as tag"};
         return Verdict{"it has no section line, and no [DEFINITION SECTION]", {}};
     }

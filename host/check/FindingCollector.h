@@ -19,6 +19,7 @@ public:
         std::int64_t sections = 0;    // its section lines
         std::int64_t setsOutside = 0; // its "<Display Set>" lines outside any section
         std::wstring firstOutside;    // its first line with text outside any section
+        std::wstring braceOutside;    // its first such line with a brace
         std::wstring firstKey;        // the first unknown key of its top level
         std::wstring firstStray;      // its first text outside any block
         bool displaySetLines = false; // text outside blocks that begins as a display set's
@@ -27,8 +28,12 @@ public:
     struct NamedModel {
         std::wstring file;
         ZtOdPdsSourcePosition at;
-        std::wstring name;
+        std::wstring name; // empty for a name longer than any path a system opens
+        std::size_t length = 0;
     };
+    // Longer than any path a system opens: Windows' longest is 32,767 units, POSIX's 4,096
+    // bytes.
+    static constexpr std::size_t kLongestPath = 32767;
 
     void Report(const ZtOdPdsDiagnostic& diagnostic) override;
     // A finding of the checker's own.

@@ -218,7 +218,10 @@ Finding DescribeSetEmpty(const ZtOdPdsDiagnostic& d) {
         return MakeFinding(d, "limit", true,
                            "the display sets of this file would hold more than 4,000,000 "
                            "conditions in all",
-                           set + " and every set after it are abandoned");
+                           d.figures[1] > 1
+                               ? set + " and the " + Counted(d.figures[1] - 1, "set", "sets") +
+                                     " after it are abandoned"
+                               : set + " is abandoned");
     }
 }
 

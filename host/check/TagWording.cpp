@@ -112,16 +112,12 @@ Finding DescribeTextCount(const ZtOdPdsDiagnostic& d) {
                                " runs past its body: the text takes in the " +
                                Counted(swallowed, "tag", "tags") + " behind it",
                            "they come in as part of this tag's text, not as tags");
-    const std::string message = "the text's count is " + std::to_string(count) +
-                                ", but its body has " + Counted(length, "character", "characters");
-    if (length > count)
-        return MakeFinding(d, "text-count", false, message,
-                           "only the first " + std::to_string(count > 2 ? count - 2 : 0) +
-                               " characters are taken as they stand; braces in the rest are read "
-                               "as braces");
-    return MakeFinding(d, "text-count", false, message,
-                       "the body comes in whole, but a count more than 2 too large takes in "
-                       "what follows the text");
+    return MakeFinding(d, "text-count", false,
+                       "the text's count is " + std::to_string(count) + ", but its body has " +
+                           Counted(length, "character", "characters") +
+                           ", and braces behind the counted part are read as braces",
+                       "a brace there can end the text early or leave the tag open; the count is "
+                       "the number of the body's characters");
 }
 
 Finding DescribeTagIdRepeated(const ZtOdPdsDiagnostic& d) {

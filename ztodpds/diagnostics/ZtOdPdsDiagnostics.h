@@ -78,8 +78,9 @@ enum class ZtOdPdsCheck : int {
     // A tag dropped because the CRs its line ends add would pass its file's budget.
     // Figure: the budget.
     kTagLineEnds,
-    // A counted text whose body is not as long as its count. Figures: the count, the
-    // body's length, and the lines of the body that begin "tag{" (tags taken in as text).
+    // A counted text whose count does not cover its body: the body took in the tags behind
+    // it, or braces behind the count are read as braces. Figures: the count, the body's
+    // length, and the lines of the body that begin "tag{" (tags taken in as text).
     kTextCount,
     // A tag identifier used before, at `related`; both tags come in. Figure: the
     // identifier.
@@ -126,7 +127,8 @@ enum class ZtOdPdsCheck : int {
     // refers to itself, 3 the set (at `related`) yields nothing.
     kSetReference,
     // A display set that yields no selection set; `at` is its "<Display Set>" line.
-    // Figure: ZtOdPdsEmptySet.
+    // Figures: ZtOdPdsEmptySet, and for kZtOdPdsSetFileBudget the sets abandoned from it
+    // on in its section, itself among them.
     kSetEmpty,
     // A header line read otherwise than written. Figure: 0 no number (its first word is
     // taken as the number), 1 no blank (the set has no name), 2 no header at all, 3 a name
@@ -143,7 +145,8 @@ enum class ZtOdPdsCheck : int {
     // An angle line other than "<Definition>" in a set: the lines behind it are ignored
     // up to the next "<Definition>". Figure: how many were.
     kIgnoredLines,
-    // Fact: the first line with text outside any section. `text` is the line.
+    // Fact: the first line with text outside any section, and the first such line with a
+    // brace. `text` is the line.
     kFactOutsideSection,
     // Fact: a section line was read. `text` is the line.
     kFactSection,

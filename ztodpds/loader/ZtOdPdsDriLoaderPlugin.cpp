@@ -27,6 +27,7 @@
 #include <memory>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 namespace {
 
@@ -211,7 +212,7 @@ void ZtOdPdsDriLoaderPlugin::ReadModelReported(ZtOdPdsBlock& block,
     ZtOdPdsSourcePosition nameAt;
     while (block.NextChild(&child, tracker)) {
         if (!name && child.GetName() == L"name") {
-            name = child;
+            name.emplace(std::move(child));
             nameAt = tracker.ValueAt();
         } else {
             reporter.ModelChild(child, tracker.NameAt());
@@ -219,9 +220,13 @@ void ZtOdPdsDriLoaderPlugin::ReadModelReported(ZtOdPdsBlock& block,
     }
     if (!name)
         return reporter.ModelNamed(nullptr, {});
-    ZtUWideStringBuffer trimmed = name->GetValue();
-    trimmed.Trim();
-    const std::wstring_view text = trimmed.Str();
+    // As on the plain path, the value goes before the reference copies the name.
+    block.ReleaseValue();
+    std::wstring_view text = name->GetValue().Str();
+    while (!text.empty() && ZtUIsWhiteSpace(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && ZtUIsWhiteSpace(text.back()))
+        text.remove_suffix(1);
     reporter.ModelNamed(&text, nameAt);
     AddSceneRef(name->GetValue(), record, set);
 }

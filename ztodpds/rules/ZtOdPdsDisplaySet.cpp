@@ -280,7 +280,7 @@ int ZtOdPdsDisplaySet::Abandon(int why) {
 
 int ZtOdPdsDisplaySet::Yields(int why, int result) const {
     if (ZtOdPdsRuleReporter* reporter = Reporter())
-        reporter->Report(ZtOdPdsCheck::kSetEmpty, reporter->SetAt(this), name_.Str(), why);
+        reporter->SetYieldsNothing(this, name_.Str(), why);
     return result;
 }
 

@@ -62,9 +62,11 @@ void ZtOdPdsRuleReporter::NearMiss(const ZtUWideStringBuffer& line, std::wstring
 
 void ZtOdPdsRuleReporter::OutsideSection(const ZtUWideStringBuffer& line) {
     const std::wstring_view trimmed = Trimmed(line.Str());
-    if (outsideSeen_ || trimmed.empty())
+    const bool brace = trimmed.find(L'{') != std::wstring_view::npos;
+    if (trimmed.empty() || (outsideSeen_ && (braceSeen_ || !brace)))
         return;
     outsideSeen_ = true;
+    braceSeen_ = braceSeen_ || brace;
     Report(ZtOdPdsCheck::kFactOutsideSection, At(), line.Str());
 }
 
@@ -90,8 +92,31 @@ void ZtOdPdsRuleReporter::EndIgnoring() {
     ignored_ = 0;
 }
 
+void ZtOdPdsRuleReporter::SetYieldsNothing(const ZtOdPdsDisplaySet* set, std::wstring_view name,
+                                           int why) {
+    if (budgetRun_) {
+        ++budgetRun_->sets;
+        return;
+    }
+    if (why == kZtOdPdsSetFileBudget) {
+        budgetRun_ = BudgetRun{std::wstring(name), SetAt(set), 1};
+        return;
+    }
+    Report(ZtOdPdsCheck::kSetEmpty, SetAt(set), name, why);
+}
+
+void ZtOdPdsRuleReporter::EndBudgetRun() {
+    if (budgetRun_)
+        Report(ZtOdPdsCheck::kSetEmpty, budgetRun_->at, budgetRun_->name, kZtOdPdsSetFileBudget,
+               budgetRun_->sets);
+    budgetRun_.reset();
+}
+
 void ZtOdPdsRuleReporter::Resolved(const void* criterion, std::size_t index, std::wstring_view name,
                                    const ZtOdPdsDisplaySet* found) {
+    // Behind a spent budget every set is abandoned: what its references give is moot.
+    if (budgetRun_)
+        return;
     const auto noted = references_.find({criterion, index});
     const ZtOdPdsSourcePosition at = noted == references_.end() ? SetAt() : noted->second;
     if (!found)

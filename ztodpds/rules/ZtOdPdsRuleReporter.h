@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -50,7 +51,8 @@ public:
     void NearMiss(const ZtUWideStringBuffer& line, std::wstring_view marker, ZtOdPdsCheck check);
     // Whether NearMiss reports `line` for `marker`.
     static bool IsNearMiss(std::wstring_view line, std::wstring_view marker);
-    // A line outside any section: reports the first with text in it, as a fact.
+    // A line outside any section: reports the first with text in it, and the first with a
+    // brace, as facts.
     void OutsideSection(const ZtUWideStringBuffer& line);
 
     // The FIND of `scope` is the line being read.
@@ -64,6 +66,11 @@ public:
     void IgnoredLine() { ++ignored_; }
     void EndIgnoring();
 
+    // `set` yields no selection set, for a reason of ZtOdPdsEmptySet. Once the file's
+    // budget of conditions is spent every later set is abandoned, whatever else befalls it:
+    // those sets are counted into the one report of the set that spent it.
+    void SetYieldsNothing(const ZtOdPdsDisplaySet* set, std::wstring_view name, int why);
+
     // Entry `index` of the Display Set criterion `criterion` stands at `at`.
     void NoteReference(const void* criterion, std::size_t index, ZtOdPdsSourcePosition at) {
         references_[{criterion, index}] = at;
@@ -75,6 +82,7 @@ public:
     // The section ends: references to names not found when their set ended are to sets
     // that came later, or to none. `laterSet` gives the set of a name now, or null.
     template <class Find> void EndSection(Find laterSet) {
+        EndBudgetRun();
         for (const Unresolved& reference : unresolved_) {
             const ZtOdPdsDisplaySet* set = laterSet(reference.name.c_str());
             Report(ZtOdPdsCheck::kSetReference, reference.at, reference.name, set ? 1 : 0, 0,
@@ -91,6 +99,15 @@ private:
         std::wstring name;
         ZtOdPdsSourcePosition at;
     };
+    // The set that spent the file's budget, and how many were abandoned from it on.
+    struct BudgetRun {
+        std::wstring name;
+        ZtOdPdsSourcePosition at;
+        std::int64_t sets = 0;
+    };
+
+    // Reports the sets abandoned for the file's budget in this section.
+    void EndBudgetRun();
 
     const ZtOdPdsLineSpot& spot_;
     const ZtOdPdsDisplaySet* current_ = nullptr;
@@ -102,4 +119,6 @@ private:
     std::int64_t ignored_ = 0;
     bool defined_ = false;
     bool outsideSeen_ = false;
+    bool braceSeen_ = false;
+    std::optional<BudgetRun> budgetRun_;
 };

@@ -8,10 +8,14 @@
 
 namespace {
 
-// The lines of `text` that begin "tag{": tags the text took in.
+// The tags a text took in: lines that begin "tag{" behind a line that ends "}}", where
+// a tag ends. A body may well hold a line that begins "tag{" itself.
 std::int64_t TagLines(std::wstring_view text) {
-    std::int64_t lines = text.starts_with(L"tag{") ? 1 : 0;
-    for (std::size_t at = text.find(L"\ntag{"); at != std::wstring_view::npos;
+    const std::size_t tagEnd = text.find(L"}}\n");
+    std::int64_t lines = 0;
+    if (tagEnd == std::wstring_view::npos)
+        return lines;
+    for (std::size_t at = text.find(L"\ntag{", tagEnd); at != std::wstring_view::npos;
          at = text.find(L"\ntag{", at + 1))
         ++lines;
     return lines;
@@ -140,10 +144,17 @@ void ZtOdPdsTagReporter::TextRead(std::wstring_view value, ZtOdPdsSourcePosition
     std::int64_t count = 0;
     for (std::size_t i = 0; i < lineEnd && std::iswdigit(static_cast<std::wint_t>(value[i])); ++i)
         count = std::min<std::int64_t>(count * 10 + (value[i] - L'0'), INT32_MAX);
+    // A count one or two above the body's length lets the whole body pass unread, which is
+    // as good as the count itself. Below it, the rest of the body is read for braces.
     const std::wstring_view body = value.substr(lineEnd + 1);
-    if (static_cast<std::int64_t>(body.size()) != count)
-        Report(ZtOdPdsCheck::kTextCount, at, {}, count, static_cast<std::int64_t>(body.size()),
-               TagLines(body));
+    const auto length = static_cast<std::int64_t>(body.size());
+    const std::int64_t swallowed = TagLines(body);
+    const std::size_t unread = static_cast<std::size_t>(std::max<std::int64_t>(count - 2, 0));
+    const bool bracesRead =
+        length > count &&
+        body.find_first_of(L"{}", std::min(unread, body.size())) != std::wstring_view::npos;
+    if (swallowed > 0 || bracesRead)
+        Report(ZtOdPdsCheck::kTextCount, at, {}, count, length, swallowed);
 }
 
 void ZtOdPdsTagReporter::TagImported(std::uint64_t identifier, ZtOdPdsSourcePosition at) {
