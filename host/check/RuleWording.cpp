@@ -64,7 +64,9 @@ Finding DescribeCriterion(const ZtOdPdsDiagnostic& d) {
         return MakeFinding(d, "criterion", true, "the statement has no criterion",
                            "the statement is dropped");
     case 2:
-        return MakeFinding(d, "criterion", true, Quoted(TrimmedText(text)) + " names nothing",
+        return MakeFinding(d, "criterion", true,
+                           TrimmedText(text).empty() ? "the criterion names nothing"
+                                                     : Quoted(TrimmedText(text)) + " names nothing",
                            "the statement selects nothing");
     default:
         break;
@@ -143,9 +145,11 @@ Finding DescribeDataValue(const ZtOdPdsDiagnostic& d) {
     if (d.figures[0] != 0)
         return MakeFinding(d, "data-value", false, "the Data criterion has no value",
                            "it compares with an empty value");
-    return MakeFinding(d, "data-value", false, "the value is read as " + Quoted(d.text),
-                       "the one character behind the operator is taken as a separator: put a "
-                       "blank there");
+    return MakeFinding(d, "data-value", false,
+                       "the character behind the operator is taken as a separator, so the value "
+                       "is read as " +
+                           Quoted(d.text),
+                       "one character behind the operator is skipped unread: put a blank there");
 }
 
 Finding DescribeDataOperator(const ZtOdPdsDiagnostic& d) {

@@ -20,7 +20,7 @@ Finding DescribeStickyValue(const ZtOdPdsDiagnostic& d) {
                                   ? "one whole number"
                                   : Counted(d.figures[0], "whole number", "whole numbers");
     return MakeFinding(d, "viewpoint-value", false,
-                       Quoted(d.text) + " needs " + needs + ", and this value does not give them",
+                       Quoted(d.text) + " needs " + needs + ", which this value does not hold",
                        "the value is not read: the " + Quoted(d.text) +
                            " that stood before stays in force");
 }

@@ -10,6 +10,8 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <set>
+#include <tuple>
 
 namespace {
 
@@ -35,10 +37,13 @@ std::vector<Finding> Check(const std::wstring& path, const CheckCommandLine& lin
 }
 
 // The findings as the command line asks for them: the silenced left out, and warnings made
-// errors under -Werror.
+// errors under -Werror. A file that two of the files given bring in (a side file named
+// beside its control file) is reported once.
 void Select(std::vector<Finding>& findings, const CheckCommandLine& line) {
+    std::set<std::tuple<std::wstring, std::uint32_t, std::uint32_t, std::string, std::string>> seen;
     std::erase_if(findings, [&](const Finding& f) {
-        return f.severity != Severity::kError && line.silenced.count(f.name) > 0;
+        return (f.severity != Severity::kError && line.silenced.count(f.name) > 0) ||
+               !seen.emplace(f.at.file, f.at.line, f.at.column, f.name, f.message).second;
     });
     if (line.warningsAreErrors)
         for (Finding& finding : findings)

@@ -50,14 +50,24 @@ void WritePhysicalLocation(JsonWriter& json, const Location& at, std::size_t art
     json.EndObject();
 }
 
-void WriteRules(JsonWriter& json) {
+// The kinds of finding among `findings`, in the catalog's order: the run's rules.
+std::vector<const CheckKind*> RulesOf(const std::vector<Finding>& findings) {
+    std::vector<const CheckKind*> rules;
+    for (const CheckKind& kind : CheckKinds())
+        if (std::any_of(findings.begin(), findings.end(),
+                        [&](const Finding& f) { return f.name == kind.name; }))
+            rules.push_back(&kind);
+    return rules;
+}
+
+void WriteRules(JsonWriter& json, const std::vector<const CheckKind*>& rules) {
     json.Key("rules");
     json.BeginArray();
-    for (const CheckKind& kind : CheckKinds()) {
+    for (const CheckKind* kind : rules) {
         json.BeginObject();
         json.Key("id");
-        json.String(kind.name);
-        Message(json, "shortDescription", kind.summary);
+        json.String(kind->name);
+        Message(json, "shortDescription", kind->summary);
         json.EndObject();
     }
     json.EndArray();
@@ -83,6 +93,7 @@ void WriteFindingsSarif(ReportStream& out, const std::vector<Finding>& findings,
             artifactOf(finding.related->file);
     }
 
+    const std::vector<const CheckKind*> rules = RulesOf(findings);
     JsonWriter json(out);
     json.BeginObject();
     json.Key("$schema");
@@ -100,7 +111,7 @@ void WriteFindingsSarif(ReportStream& out, const std::vector<Finding>& findings,
     json.String(tool);
     json.Key("version");
     json.String(version);
-    WriteRules(json);
+    WriteRules(json, rules);
     json.EndObject();
     json.EndObject();
     json.Key("invocations");
@@ -128,16 +139,16 @@ void WriteFindingsSarif(ReportStream& out, const std::vector<Finding>& findings,
     json.EndArray();
     json.Key("results");
     json.BeginArray();
-    const std::span<const CheckKind> kinds = CheckKinds();
     for (const Finding& finding : findings) {
         json.BeginObject();
         json.Key("ruleId");
         json.String(finding.name);
-        const auto kind = std::find_if(kinds.begin(), kinds.end(),
-                                       [&](const CheckKind& k) { return finding.name == k.name; });
-        if (kind != kinds.end()) {
+        const auto rule = std::find_if(rules.begin(), rules.end(), [&](const CheckKind* kind) {
+            return finding.name == kind->name;
+        });
+        if (rule != rules.end()) {
             json.Key("ruleIndex");
-            json.UInt(static_cast<std::uint64_t>(kind - kinds.begin()));
+            json.UInt(static_cast<std::uint64_t>(rule - rules.begin()));
         }
         json.Key("level");
         json.String(Level(finding.severity));

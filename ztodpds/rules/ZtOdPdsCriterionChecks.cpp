@@ -3,6 +3,7 @@
 #include "rules/ZtOdPdsRuleReporter.h"
 #include "ztutil/ZtUWideString.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <cwchar>
@@ -82,10 +83,11 @@ void ZtOdPdsCheckDataText(const ZtOdPdsCriterionSpot& spot, std::wstring_view te
 
     // One character behind the operator is a separator.
     const std::size_t separator = index + op.size();
-    if (separator + 1 >= text.size())
+    if (separator < text.size() && !IsBlank(text[separator]))
+        Report(spot, ZtOdPdsCheck::kDataValue, separator,
+               text.substr(std::min(separator + 1, text.size())), 0);
+    else if (separator + 1 >= text.size())
         Report(spot, ZtOdPdsCheck::kDataValue, separator, {}, 1);
-    else if (!IsBlank(text[separator]))
-        Report(spot, ZtOdPdsCheck::kDataValue, separator, text.substr(separator + 1), 0);
 }
 
 void ZtOdPdsCheckSeparator(const ZtOdPdsCriterionSpot& spot, std::wstring_view text,
