@@ -30,3 +30,21 @@ unsigned ZtBenchDecodeFile(const wchar_t* path) {
     ZtUSysFile::fclose(file);
     return sum;
 }
+
+bool ZtBenchWriteTagFile(const std::string& path, int tags) {
+    constexpr int kTagsPerView = 10;
+    std::ofstream out(path, std::ios::binary);
+    out << "file{0n{pipes.dgn}}\ntarget{1600000 1200000 240000}\nclip_far{9600000}\n"
+           "persp_ang{40}\n";
+    for (int i = 0; i < tags; ++i) {
+        if (i % kTagsPerView == 0)
+            out << "eye{" << 4800000 + i << " -2400000 2400000}\n";
+        const std::string body = "Check the support of line " + std::to_string(i) +
+                                 " against the {steel} drawing.\nSecond line of the note.";
+        out << "tag{" << i + 1 << " 1 0 0.000000 " << 640000 + i << " 480000 120000\n"
+            << "p{" << 700000 + i << " 430000 120000}\nl{0 13 " << i % 65536 << " 0}\n"
+            << "text{" << body.size() << "\n"
+            << body << "}}\n";
+    }
+    return static_cast<bool>(out);
+}

@@ -1,7 +1,10 @@
 #pragma once
 
-// What several benchmarks share: memory figures of this process from Linux's /proc, and
-// the bare decode of a text file that the readers are measured against.
+// What several benchmarks share: memory figures of this process from Linux's /proc, the
+// bare decode of a text file that the readers are measured against, and a tag file as the
+// export writes it.
+
+#include <string>
 
 // Starts a new measure of the peak: VmHWM falls back to the present resident size.
 void ZtBenchResetPeakMemory();
@@ -12,3 +15,8 @@ double ZtBenchStatusMiB(const char* key);
 // Takes every character of the file at `path` through the host's text stream, and gives
 // their sum (so that the loop can't be optimised away); 0 if the file can't be opened.
 unsigned ZtBenchDecodeFile(const wchar_t* path);
+
+// Writes a tag file of `tags` tags at `path`, as the export writes them: a new eye every
+// ten tags, so that views hold several, each tag with a point, a DMRS value and a body of
+// two lines with braces. False if it can't be written.
+bool ZtBenchWriteTagFile(const std::string& path, int tags);

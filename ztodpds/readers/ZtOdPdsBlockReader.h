@@ -77,10 +77,10 @@ public:
     ZtOdPdsBasicBlockReader& operator=(const ZtOdPdsBasicBlockReader&) = delete;
 
     // Takes the next character.
-    int FeedChar(wchar_t c) requires(!kSlices) { return Feed(c); }
+    [[gnu::always_inline]] int FeedChar(wchar_t c) requires(!kSlices) { return Feed(c); }
 
     // Takes the next character of the text given to the constructor.
-    int FeedNext() requires kSlices { return Feed(*next_++); }
+    [[gnu::always_inline]] int FeedNext() requires kSlices { return Feed(*next_++); }
 
     // What a reporting source looks at between two characters.
     std::int32_t Depth() const { return depth_; }
@@ -90,7 +90,7 @@ public:
     std::wstring_view Gathered() const { return {Text(), length_}; }
 
 private:
-    int Feed(wchar_t c) {
+    [[gnu::always_inline]] int Feed(wchar_t c) {
         if (passThrough_ != 0) {
             Append(c);
             --passThrough_;

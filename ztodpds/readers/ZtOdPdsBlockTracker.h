@@ -30,6 +30,12 @@ public:
     // its result, noting what the character did.
     template <class Reader> int Feed(Reader& reader, wchar_t c) {
         const std::int32_t depth = reader.Depth();
+        // Most characters stand inside a block and are neither a brace nor a NUL: they only
+        // move the place on.
+        if (depth > 0 && c != L'{' && c != L'}' && c != L'\0') {
+            at_.Step(c);
+            return Take(reader, c);
+        }
         const bool taken = reader.PassThrough() != 0;
         if (depth == 0 && !taken)
             BeforeOutside(reader.Gathered(), c);
@@ -38,11 +44,7 @@ public:
         if (c == L'\0' && !nul_.IsKnown())
             nul_ = at_;
         const bool counting = reader.InCount();
-        int result;
-        if constexpr (requires { reader.FeedNext(); })
-            result = reader.FeedNext();
-        else
-            result = reader.FeedChar(c);
+        const int result = Take(reader, c);
         if (depth == 0 && reader.Depth() == 1)
             NameTaken(c);
         if (!counting && reader.InCount() && at_.column > 4)
@@ -107,6 +109,14 @@ public:
     }
 
 private:
+    // Feeds `c` to a reader of characters, or the next character to a reader over a text.
+    template <class Reader> static int Take(Reader& reader, wchar_t c) {
+        if constexpr (requires { reader.FeedNext(); })
+            return reader.FeedNext();
+        else
+            return reader.FeedChar(c);
+    }
+
     // Outside any block, before `c`: a line end throws away what was gathered, and an
     // opening brace takes it as the name, up to a NUL.
     void BeforeOutside(std::wstring_view gathered, wchar_t c) {

@@ -89,6 +89,7 @@ void ZtOdPdsTagReporter::EndFile(const ZtOdPdsBlock& last, int tagLines, int don
 
 void ZtOdPdsTagReporter::Finish() {
     FlushCameraRun();
+    ReportRepeatedIdentifiers();
     for (const auto& [key, place] : pending_)
         ReportAt(ZtOdPdsCheck::kStickyUnused, place, key, 1, 0, nullptr);
     pending_.clear();
@@ -158,9 +159,19 @@ void ZtOdPdsTagReporter::TextRead(std::wstring_view value, ZtOdPdsSourcePosition
 }
 
 void ZtOdPdsTagReporter::TagImported(std::uint64_t identifier, ZtOdPdsSourcePosition at) {
-    const Place here{files_.size() - 1, at};
-    const auto [found, added] = identifiers_.emplace(identifier, here);
-    if (!added)
-        ReportAt(ZtOdPdsCheck::kTagIdRepeated, here, {}, static_cast<std::int64_t>(identifier), 0,
-                 &found->second);
+    identifiers_.push_back({identifier, Place{files_.size() - 1, at}});
+}
+
+void ZtOdPdsTagReporter::ReportRepeatedIdentifiers() {
+    // Stable, so that each identifier's tags stay in the order read: the first is the one
+    // the others repeat.
+    std::stable_sort(identifiers_.begin(), identifiers_.end(),
+                     [](const auto& a, const auto& b) { return a.first < b.first; });
+    for (std::size_t first = 0, next = 1; first < identifiers_.size(); first = next++)
+        for (; next < identifiers_.size() && identifiers_[next].first == identifiers_[first].first;
+             ++next)
+            ReportAt(ZtOdPdsCheck::kTagIdRepeated, identifiers_[next].second, {},
+                     static_cast<std::int64_t>(identifiers_[next].first), 0,
+                     &identifiers_[first].second);
+    identifiers_.clear();
 }

@@ -9,6 +9,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 class ZtOdPdsBlock;
 
@@ -30,7 +32,8 @@ public:
     // how many of the file's `tagLines` (lines beginning "tag{") were never read as tags
     // when `done` tags were.
     void EndFile(const ZtOdPdsBlock& last, int tagLines, int done);
-    // Every file is read: reports what waited for a later tag in vain.
+    // Every file is read: reports what waited for a later tag in vain, and the identifiers
+    // used twice.
     void Finish();
 
     // A tracker for the children of the block read last, which stands where its value
@@ -75,6 +78,7 @@ private:
     void ReportAt(ZtOdPdsCheck check, const Place& where, std::wstring_view text,
                   std::int64_t figure0, std::int64_t figure1, const Place* related);
     void FlushCameraRun();
+    void ReportRepeatedIdentifiers();
 
     ZtOdPdsDiagnostics& sink_;
     // The paths of the files read, which the places refer to; a deque, so that a path
@@ -85,6 +89,8 @@ private:
     std::map<std::wstring, Place, std::less<>> pending_;
     std::optional<Place> angleAt_;
     std::optional<CameraRun> cameraRun_;
-    std::map<std::uint64_t, Place> identifiers_;
+    // Every tag that came in, by identifier, in the order read: sorted at the end, where
+    // the identifiers used twice show, so that a tag costs no more than a place in it.
+    std::vector<std::pair<std::uint64_t, Place>> identifiers_;
     std::int64_t knownBlocks_ = 0;
 };

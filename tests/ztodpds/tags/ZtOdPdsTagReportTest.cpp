@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -125,7 +126,10 @@ TEST(ZtOdPdsTagReport, ViewpointKeysAndIdentifiersCarryOverFromFileToFile) {
     Import(document, {first, second}, &heard);
     EXPECT_EQ(heard.Heard({C::kFactBlocks}),
               (std::vector<ZtTestHeard>{{C::kTagIdRepeated, 4, 1, 1}}));
-    const ZtTestRecordingDiagnostics::Record& repeated = heard.records[1];
+    const ZtTestRecordingDiagnostics::Record& repeated =
+        *std::find_if(heard.records.begin(), heard.records.end(), [](const auto& record) {
+            return record.diagnostic.check == C::kTagIdRepeated;
+        });
     EXPECT_EQ(repeated.file, ZtUSysString::WideToUtf8(second));
     EXPECT_EQ(repeated.relatedFile, ZtUSysString::WideToUtf8(first));
     EXPECT_EQ(repeated.diagnostic.related.line, 1u);
