@@ -4,7 +4,7 @@
 include(CMakePackageConfigHelpers)
 
 get_property(host_libraries GLOBAL PROPERTY ZTODPDS_HOST_LIBRARIES)
-install(TARGETS pdsreview RUNTIME DESTINATION bin)
+install(TARGETS pdsreview pdscheck RUNTIME DESTINATION bin)
 install(TARGETS ${host_libraries} ztodpds EXPORT ztodpdsTargets
         LIBRARY DESTINATION lib)
 foreach(library ${host_libraries})

@@ -4,11 +4,12 @@ set(CPACK_PACKAGE_NAME ztodpds)
 set(CPACK_PACKAGE_VENDOR "ztodpds developers")
 set(CPACK_PACKAGE_CONTACT "ztodpds developers <ztodpds@example.org>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY
-    "Plant design review plug-in library, stand-in host and pdsreview")
+    "Plant design review plug-in library, stand-in host, pdsreview and pdscheck")
 set(CPACK_PACKAGE_DESCRIPTION
     "Brings a plant design system's review data (control files, display sets, review\n\
 tags) into a 3D design-review host; with a stand-in host, its DGN V7 loader, the\n\
-command-line host pdsreview, and a CMake package for integrators.")
+command-line host pdsreview, the review files' checker pdscheck, and a CMake package\n\
+for integrators.")
 set(CPACK_PACKAGE_FILE_NAME ${PROJECT_NAME}-${PROJECT_VERSION}-${CMAKE_SYSTEM_NAME})
 set(CPACK_RESOURCE_FILE_README ${PROJECT_SOURCE_DIR}/README.md)
 set(CPACK_STRIP_FILES OFF)

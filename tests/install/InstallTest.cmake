@@ -46,11 +46,15 @@ elseif(STEP STREQUAL "open")
         file(WRITE ${WORK_DIR}/installed.json "${installed}")
         message(FATAL_ERROR "the installed review differs: diff ${WORK_DIR}/*.json")
     endif()
+    # The installed checker finds nothing in the installed sample.
+    run(${PREFIX}/bin/pdscheck ${PREFIX}/share/ztodpds/examples/plant/plant.dri)
 elseif(STEP STREQUAL "version")
-    run(${PREFIX}/bin/pdsreview --version)
-    if(NOT out STREQUAL "pdsreview ${VERSION}\n")
-        message(FATAL_ERROR "pdsreview --version printed '${out}'")
-    endif()
+    foreach(program pdsreview pdscheck)
+        run(${PREFIX}/bin/${program} --version)
+        if(NOT out STREQUAL "${program} ${VERSION}\n")
+            message(FATAL_ERROR "${program} --version printed '${out}'")
+        endif()
+    endforeach()
 elseif(STEP STREQUAL "consumer")
     run(${CMAKE_COMMAND} -S ${SOURCE_DIR}/tests/install/consumer -B ${WORK_DIR} -G Ninja
         -DCMAKE_CXX_COMPILER=${CXX_COMPILER} -DCMAKE_PREFIX_PATH=${PREFIX}
@@ -64,11 +68,11 @@ elseif(STEP STREQUAL "package")
     endforeach()
     set(package ${WORK_DIR}/ztodpds-${VERSION}-Linux)
     run(${CMAKE_COMMAND} -E tar tf ${package}.tar.gz)
-    expect_in("${out}" bin/pdsreview lib/ztodpds.so include/ztodpds/ztplugin/ZtOpPlugin.h
+    expect_in("${out}" bin/pdsreview bin/pdscheck lib/ztodpds.so include/ztodpds/ztplugin/ZtOpPlugin.h
               share/ztodpds/examples/plant/plant.dri lib/cmake/ztodpds/ztodpdsConfig.cmake)
     file(GLOB deb ${WORK_DIR}/ztodpds_${VERSION}_*.deb)
     run(dpkg-deb -c ${deb})
-    expect_in("${out}" ./usr/bin/pdsreview ./usr/lib/ztodpds.so ./usr/lib/libztplugin.so
+    expect_in("${out}" ./usr/bin/pdsreview ./usr/bin/pdscheck ./usr/lib/ztodpds.so ./usr/lib/libztplugin.so
               ./usr/include/ztodpds/ztplugin/ZtOpPlugin.h ./usr/share/ztodpds/README.md
               ./usr/share/ztodpds/examples/plant/plant.dri
               ./usr/lib/cmake/ztodpds/ztodpdsConfigVersion.cmake)
