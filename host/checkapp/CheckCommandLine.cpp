@@ -6,7 +6,7 @@ namespace {
 
 // A row of the usage: a name in its column, then what it means.
 std::string Row(const std::string& name, const char* summary) {
-    constexpr std::size_t kColumn = 24;
+    constexpr std::size_t kColumn = 26;
     return "  " + name + std::string(name.size() < kColumn ? kColumn - name.size() : 1, ' ') +
            summary + "\n";
 }
