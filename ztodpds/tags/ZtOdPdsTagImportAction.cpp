@@ -59,12 +59,6 @@ bool TakeBody(ZtOdPdsBlock& text, ZtUWideStringBuffer* body) {
     return false;
 }
 
-// The first line of a tag's value, where its head stands.
-std::wstring_view HeadLine(const ZtOdPdsBlock& tag) {
-    const std::wstring_view value = tag.GetValue().Str();
-    return value.substr(0, value.find_first_of(L"\n\r"));
-}
-
 // Gives `flag` back 0 on every way out of a tag: a `p` holds for its own tag only.
 class PointReset {
 public:
@@ -243,14 +237,16 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
     std::int32_t third = 0;
     double fourth = 0.0;
     ZtOdPdsUorVector head;
+    // How many of the values scanned, for a reporting import's word on a bad head.
     int scanned = 0;
-    auto took = [&](bool ok) { return scanned += ok, ok; };
+    auto took = [&](bool ok) {
+        scanned += ok ? 1 : 0;
+        return ok;
+    };
     if (!took(scan.Int64(&identifier)) || !took(scan.Int32(&second)) || !took(scan.Int32(&third)) ||
         !took(scan.Double(&fourth)) || !took(ScanUorVector(scan, &head)) || third != 0) {
-        if (scanned < 5)
-            drop(ZtOdPdsCheck::kTagHead, HeadLine(block), scanned);
-        else
-            drop(ZtOdPdsCheck::kTagKind, HeadLine(block), third);
+        if (reporter_)
+            reporter_->HeadDropped(block, scanned, third);
         return;
     }
     const auto id = static_cast<std::uint64_t>(identifier);
@@ -278,15 +274,17 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
                 ZtOdPdsUorVector second3d;
                 if (!ScanUorVector(child, &second3d))
                     return drop(ZtOdPdsCheck::kTagPoint, child.GetValue().Str(), 0,
-                                tracker->NameAt());
+                                tracker ? tracker->NameAt() : ZtOdPdsSourcePosition{});
                 point = second3d.ToMaster(uorsPerMaster_);
                 havePoint_ = 1;
             } else if (name == L"text") {
                 sawText = true;
                 if (reporter_)
                     reporter_->TextRead(child.GetValue().Str(), tracker->NameAt());
-                if (TakeBody(child, &body))
-                    rewrites = 0, sawBody = true;
+                if (TakeBody(child, &body)) {
+                    rewrites = 0;
+                    sawBody = true;
+                }
                 ++rewrites;
             } else if (reporter_ && !(name == L"l")) {
                 reporter_->Report(ZtOdPdsCheck::kUnknownKey, tracker->NameAt(), name.Str(),

@@ -138,6 +138,16 @@ void ZtOdPdsTagReporter::FlushCameraRun() {
     cameraRun_.reset();
 }
 
+void ZtOdPdsTagReporter::HeadDropped(const ZtOdPdsBlock& tag, int scanned, std::int32_t third) {
+    // The head is the value's first line.
+    const std::wstring_view value = tag.GetValue().Str();
+    const std::wstring_view head = value.substr(0, value.find_first_of(L"\n\r"));
+    if (scanned < 5)
+        Report(ZtOdPdsCheck::kTagHead, tracker_->NameAt(), head, scanned);
+    else
+        Report(ZtOdPdsCheck::kTagKind, tracker_->NameAt(), head, third);
+}
+
 void ZtOdPdsTagReporter::TextRead(std::wstring_view value, ZtOdPdsSourcePosition at) {
     const std::size_t lineEnd = value.find_first_of(L"\n\r");
     if (lineEnd == std::wstring_view::npos)

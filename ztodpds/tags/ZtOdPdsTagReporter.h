@@ -54,6 +54,9 @@ public:
     // A view was made (or tried) from the viewpoint keys in force: they are taken.
     void ViewTried(bool made, double angle);
 
+    // The tag `tag` is dropped for its head, of which `scanned` values scanned, the third
+    // (if it did) being `third`.
+    void HeadDropped(const ZtOdPdsBlock& tag, int scanned, std::int32_t third);
     // A `text` block at `at` with `value` (count, line end, body): reports a body that is
     // not as long as its count.
     void TextRead(std::wstring_view value, ZtOdPdsSourcePosition at);
