@@ -22,8 +22,6 @@ namespace {
 // DGN levels run from 0 to 63, colour numbers from 0 to 255.
 constexpr int kLevels = 64;
 constexpr int kColours = 256;
-// A pin's radius in pixels.
-constexpr int kPinRadius = 10;
 // The scale bar's distance from the view's left and bottom edges, and its text's above it.
 constexpr int kScaleBarInset = 10;
 constexpr int kScaleBarTextRaise = 5;
