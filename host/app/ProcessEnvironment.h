@@ -20,4 +20,10 @@ void UseBinaryStandardStreams();
 // where a progress bar can be drawn.
 bool IsTerminal(int descriptor);
 
+// The whole of a program's main: binary standard streams, its arguments (without its
+// name) as UTF-8 handed to `run`, whose result is the exit status; memory that runs out
+// ends the run with "PROGRAM: out of memory" and `outOfMemory`, not an abort.
+int RunMain(int argc, char** argv, const char* program, int outOfMemory,
+            int (*run)(const std::vector<std::string>& arguments));
+
 } // namespace ProcessEnvironment

@@ -1,6 +1,7 @@
 #include "check/BlockWording.h"
 
 #include "check/Wording.h"
+#include "ztutil/ZtUWideString.h"
 
 #include <algorithm>
 #include <array>
@@ -52,7 +53,7 @@ Finding DescribeNulCut(const ZtOdPdsDiagnostic& d) {
     switch (d.figures[0]) {
     case 0:
         return MakeFinding(d, "nul", true, "a NUL character cuts this block's name",
-                           "the name is read as " + Quoted(TrimmedText(d.text)) + ", and the " +
+                           "the name is read as " + Quoted(ZtUTrimmedView(d.text)) + ", and the " +
                                lost + " behind the NUL are lost");
     case 1:
         return MakeFinding(d, "nul", true, "a NUL character ends the block's value here",
@@ -66,7 +67,7 @@ Finding DescribeNulCut(const ZtOdPdsDiagnostic& d) {
 
 Finding DescribeStrayText(const ZtOdPdsDiagnostic& d) {
     return MakeFinding(d, "stray-text", false,
-                       "text outside any block is ignored: " + Quoted(TrimmedText(d.text)),
+                       "text outside any block is ignored: " + Quoted(ZtUTrimmedView(d.text)),
                        "only blocks of the form name{value} are read, and a block's name "
                        "stands on the line of its opening brace");
 }

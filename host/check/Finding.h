@@ -7,6 +7,18 @@
 // error (-Werror); an error is the checker's own verdict on a file.
 enum class Severity { kNote, kWarning, kError };
 
+// "note", "warning" or "error", as compilers, JSON and SARIF say it.
+inline const char* SeverityWord(Severity severity) {
+    switch (severity) {
+    case Severity::kNote:
+        return "note";
+    case Severity::kWarning:
+        return "warning";
+    default:
+        return "error";
+    }
+}
+
 // A place in a checked file: line and column from 1 (column in UTF-16 units); line 0 is
 // the file as a whole.
 struct Location {

@@ -1,6 +1,7 @@
 #include "check/RuleWording.h"
 
 #include "check/Wording.h"
+#include "ztutil/ZtUWideString.h"
 
 #include <string>
 
@@ -65,8 +66,9 @@ Finding DescribeCriterion(const ZtOdPdsDiagnostic& d) {
                            "the statement is dropped");
     case 2:
         return MakeFinding(d, "criterion", true,
-                           TrimmedText(text).empty() ? "the criterion names nothing"
-                                                     : Quoted(TrimmedText(text)) + " names nothing",
+                           ZtUTrimmedView(text).empty()
+                               ? "the criterion names nothing"
+                               : Quoted(ZtUTrimmedView(text)) + " names nothing",
                            "the statement selects nothing");
     default:
         break;
@@ -95,7 +97,7 @@ Finding DescribeSeparator(const ZtOdPdsDiagnostic& d) {
 
 Finding DescribeEndFindText(const ZtOdPdsDiagnostic& d) {
     return MakeFinding(d, "end-find", false,
-                       "text behind END FIND is ignored: " + Quoted(TrimmedText(d.text)));
+                       "text behind END FIND is ignored: " + Quoted(ZtUTrimmedView(d.text)));
 }
 
 Finding DescribeNoScope(const ZtOdPdsDiagnostic& d) {
@@ -236,7 +238,7 @@ Finding DescribeSetName(const ZtOdPdsDiagnostic& d) {
         const std::size_t blank = header.find(L' ');
         const std::wstring_view name = blank == std::wstring_view::npos
                                            ? std::wstring_view()
-                                           : TrimmedText(header.substr(blank));
+                                           : ZtUTrimmedView(header.substr(blank));
         return MakeFinding(d, "set-name", false,
                            "the header " + Quoted(header) +
                                " has no number: its first word is taken as the number",
@@ -274,7 +276,7 @@ Finding DescribeSetOutsideSection(const ZtOdPdsDiagnostic& d) {
 }
 
 Finding DescribeMarkerLine(const ZtOdPdsDiagnostic& d) {
-    const std::wstring_view trimmed = TrimmedText(d.text);
+    const std::wstring_view trimmed = ZtUTrimmedView(d.text);
     const bool set = Lowered(trimmed).starts_with(L"<display set>");
     return MakeFinding(d, "marker", true,
                        Quoted(d.text) + (set ? " does not begin a display set"

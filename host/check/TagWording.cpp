@@ -1,6 +1,7 @@
 #include "check/TagWording.h"
 
 #include "check/Wording.h"
+#include "ztutil/ZtUWideString.h"
 
 #include <string>
 
@@ -44,7 +45,7 @@ Finding DescribeTagHead(const ZtOdPdsDiagnostic& d) {
     static const char* const kValues[] = {"the identifier", "the 1", "the 0", "the 0.0",
                                           "the point x y z"};
     const std::int64_t read = d.figures[0];
-    if (TrimmedText(d.text).empty())
+    if (ZtUTrimmedView(d.text).empty())
         return MakeFinding(d, "tag-head", true,
                            "the tag's first line is empty: it must hold its identifier, 1, 0, "
                            "0.0 and its point x y z",
@@ -65,7 +66,7 @@ Finding DescribeTagKind(const ZtOdPdsDiagnostic& d) {
 
 Finding DescribeTagPoint(const ZtOdPdsDiagnostic& d) {
     return MakeFinding(d, "tag-point", true,
-                       "p needs three whole numbers, not " + Quoted(TrimmedText(d.text)),
+                       "p needs three whole numbers, not " + Quoted(ZtUTrimmedView(d.text)),
                        "the whole tag is dropped, its text too");
 }
 

@@ -34,14 +34,6 @@ std::string Counted(std::int64_t count, std::string_view one, std::string_view m
     return std::to_string(count) + " " + std::string(count == 1 ? one : many);
 }
 
-std::wstring_view TrimmedText(std::wstring_view text) {
-    while (!text.empty() && ZtUIsWhiteSpace(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && ZtUIsWhiteSpace(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
-
 std::wstring Lowered(std::wstring_view text) {
     std::wstring lowered(text);
     for (wchar_t& c : lowered)

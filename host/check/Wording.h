@@ -13,8 +13,6 @@
 std::string Quoted(std::wstring_view text);
 // "1 tag", "3 tags".
 std::string Counted(std::int64_t count, std::string_view one, std::string_view many);
-// `text` without the white space at its ends.
-std::wstring_view TrimmedText(std::wstring_view text);
 // `text` with its ASCII letters in lower case.
 std::wstring Lowered(std::wstring_view text);
 

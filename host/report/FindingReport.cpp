@@ -14,17 +14,6 @@ namespace {
 // Lines longer than this are shown as a window around the column.
 constexpr std::size_t kShownWidth = 160;
 
-const char* SeverityWord(Severity severity) {
-    switch (severity) {
-    case Severity::kNote:
-        return "note";
-    case Severity::kWarning:
-        return "warning";
-    default:
-        return "error";
-    }
-}
-
 std::string Place(const Location& at) {
     std::string place = ZtUSysString::WideToUtf8(at.file);
     if (at.line != 0)

@@ -8,17 +8,6 @@
 
 namespace {
 
-const char* Level(Severity severity) {
-    switch (severity) {
-    case Severity::kNote:
-        return "note";
-    case Severity::kWarning:
-        return "warning";
-    default:
-        return "error";
-    }
-}
-
 // {"text": ...}, as SARIF's messages and descriptions are.
 void Message(JsonWriter& json, const char* key, const std::string& text) {
     json.Key(key);
@@ -151,7 +140,7 @@ void WriteFindingsSarif(ReportStream& out, const std::vector<Finding>& findings,
             json.UInt(static_cast<std::uint64_t>(rule - rules.begin()));
         }
         json.Key("level");
-        json.String(Level(finding.severity));
+        json.String(SeverityWord(finding.severity));
         Message(json, "message",
                 finding.note.empty() ? finding.message : finding.message + "; " + finding.note);
         json.Key("locations");

@@ -1,5 +1,7 @@
 #pragma once
+#include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <string_view>
 
 // A place in a file as the readers see it: lines and columns count from 1, a column in
@@ -222,3 +224,22 @@ public:
 protected:
     ~ZtOdPdsDiagnostics() = default;
 };
+
+// Reports to `sink` one diagnostic of `file`, with up to three figures and a related
+// place in the same file.
+inline void ZtOdPdsReport(ZtOdPdsDiagnostics& sink, ZtOdPdsCheck check, const wchar_t* file,
+                          ZtOdPdsSourcePosition at, std::wstring_view text = {},
+                          std::initializer_list<std::int64_t> figures = {},
+                          ZtOdPdsSourcePosition related = {}) {
+    ZtOdPdsDiagnostic diagnostic;
+    diagnostic.check = check;
+    diagnostic.file = file;
+    diagnostic.at = at;
+    diagnostic.text = text;
+    std::size_t i = 0;
+    for (const std::int64_t figure : figures)
+        if (i < 3)
+            diagnostic.figures[i++] = figure;
+    diagnostic.related = related;
+    sink.Report(diagnostic);
+}

@@ -222,11 +222,7 @@ void ZtOdPdsDriLoaderPlugin::ReadModelReported(ZtOdPdsBlock& block,
         return reporter.ModelNamed(nullptr, {});
     // As on the plain path, the value goes before the reference copies the name.
     block.ReleaseValue();
-    std::wstring_view text = name->GetValue().Str();
-    while (!text.empty() && ZtUIsWhiteSpace(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && ZtUIsWhiteSpace(text.back()))
-        text.remove_suffix(1);
+    const std::wstring_view text = ZtUTrimmedView(name->GetValue().Str());
     reporter.ModelNamed(&text, nameAt);
     AddSceneRef(name->GetValue(), record, set);
 }

@@ -25,14 +25,6 @@ int CountNumbers(const std::wstring& text, int most) {
     return count;
 }
 
-std::wstring_view Trimmed(std::wstring_view text) {
-    while (!text.empty() && ZtUIsWhiteSpace(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && ZtUIsWhiteSpace(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
-
 } // namespace
 
 ZtOdPdsBlockTracker ZtOdPdsDriReporter::ValueTracker() const {
@@ -42,14 +34,7 @@ ZtOdPdsBlockTracker ZtOdPdsDriReporter::ValueTracker() const {
 void ZtOdPdsDriReporter::Report(ZtOdPdsCheck check, ZtOdPdsSourcePosition at,
                                 std::wstring_view text, std::int64_t figure0, std::int64_t figure1,
                                 ZtOdPdsSourcePosition related) const {
-    ZtOdPdsDiagnostic diagnostic;
-    diagnostic.check = check;
-    diagnostic.at = at;
-    diagnostic.text = text;
-    diagnostic.figures[0] = figure0;
-    diagnostic.figures[1] = figure1;
-    diagnostic.related = related;
-    tracker_.Report(diagnostic);
+    ZtOdPdsReport(tracker_.Sink(), check, tracker_.File(), at, text, {figure0, figure1}, related);
 }
 
 void ZtOdPdsDriReporter::NotControlFile(const ZtUWideStringBuffer* firstName) {
@@ -98,7 +83,7 @@ void ZtOdPdsDriReporter::BlockRead(const ZtOdPdsBlock& block) {
             oldOriginAt_ = {};
         }
     } else if (key == L"master_unit") {
-        const std::wstring_view unit = Trimmed(block.GetValue().Str());
+        const std::wstring_view unit = ZtUTrimmedView(block.GetValue().Str());
         if (ZtOdPdsFindMasterUnit(block.GetValue()) == ZtOaUnit::kMetres && unit != L"m" &&
             unit != L"M")
             Report(ZtOdPdsCheck::kUnknownUnit, tracker_.ValueAt(), unit);

@@ -102,11 +102,6 @@ public:
 
     ZtOdPdsDiagnostics& Sink() const { return sink_; }
     const wchar_t* File() const { return file_; }
-    // Reports one diagnostic of this input.
-    void Report(ZtOdPdsDiagnostic diagnostic) const {
-        diagnostic.file = file_;
-        sink_.Report(diagnostic);
-    }
 
 private:
     // Feeds `c` to a reader of characters, or the next character to a reader over a text.
@@ -154,33 +149,21 @@ private:
     // `what` is 0 for a name, 1 for a value; `text` the whole of it, NUL and all.
     void ReportNul(int what, std::wstring_view text) {
         const std::size_t kept = text.find(L'\0');
-        if (kept == std::wstring_view::npos)
-            return;
-        ZtOdPdsDiagnostic diagnostic;
-        diagnostic.check = ZtOdPdsCheck::kNulCut;
-        diagnostic.at = nul_;
-        diagnostic.text = text.substr(0, kept);
-        diagnostic.figures[0] = what;
-        diagnostic.figures[1] = static_cast<std::int64_t>(text.size() - kept - 1);
-        Report(diagnostic);
+        if (kept != std::wstring_view::npos)
+            ZtOdPdsReport(sink_, ZtOdPdsCheck::kNulCut, file_, nul_, text.substr(0, kept),
+                          {what, static_cast<std::int64_t>(text.size() - kept - 1)});
     }
 
     void ReportStray(std::wstring_view gathered) {
-        std::size_t first = 0;
-        while (first < gathered.size() && (gathered[first] == L' ' || gathered[first] == L'\t'))
-            ++first;
-        if (first == gathered.size())
+        const std::size_t first = gathered.find_first_not_of(L" \t");
+        if (first == std::wstring_view::npos)
             return;
         if (quiet_) {
             if (!firstStray_.IsKnown())
                 firstStray_ = gatheredAt_;
             return;
         }
-        ZtOdPdsDiagnostic diagnostic;
-        diagnostic.check = ZtOdPdsCheck::kStrayText;
-        diagnostic.at = gatheredAt_;
-        diagnostic.text = gathered.substr(first);
-        Report(diagnostic);
+        ZtOdPdsReport(sink_, ZtOdPdsCheck::kStrayText, file_, gatheredAt_, gathered.substr(first));
     }
 
     ZtOdPdsDiagnostics& sink_;

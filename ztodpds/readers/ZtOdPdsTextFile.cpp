@@ -14,18 +14,6 @@ namespace {
 
 constexpr int kPiece = 512;
 
-void Report(const ZtOdPdsLineSpot& spot, ZtOdPdsCheck check, ZtOdPdsSourcePosition at,
-            std::wstring_view text, std::int64_t figure0 = 0, std::int64_t figure1 = 0) {
-    ZtOdPdsDiagnostic diagnostic;
-    diagnostic.check = check;
-    diagnostic.file = spot.file;
-    diagnostic.at = at;
-    diagnostic.text = text;
-    diagnostic.figures[0] = figure0;
-    diagnostic.figures[1] = figure1;
-    spot.sink->Report(diagnostic);
-}
-
 // Follows the pieces the pump reads for a read that reports: where each begins, and what
 // the pump makes of pieces that are not whole lines. Before a read the piece is filled
 // with U+FFFF, which the stream never gives, so that the read's true length shows behind
@@ -49,17 +37,22 @@ public:
         else
             next_.column += static_cast<std::uint32_t>(read);
         if (length < read)
-            Report(spot_, ZtOdPdsCheck::kNulCut, spot_.at.Right(static_cast<std::uint32_t>(length)),
-                   {text, length}, 2, static_cast<std::int64_t>(read - length - 1 - lineEnd));
+            Report(ZtOdPdsCheck::kNulCut, spot_.at.Right(static_cast<std::uint32_t>(length)),
+                   {text, length}, {2, static_cast<std::int64_t>(read - length - 1 - lineEnd)});
         // The first piece behind the first one of a physical line is where it was split.
         if (spot_.at.column == kPiece && !(read == 1 && lineEnd))
-            Report(spot_, ZtOdPdsCheck::kLineSplit, spot_.at, {}, kPiece - 1);
+            Report(ZtOdPdsCheck::kLineSplit, spot_.at, {}, {kPiece - 1});
         // One character and no line end is the last piece of the input, not delivered.
         if (read == 1 && !lineEnd && length == 1 && text[0] != L' ' && text[0] != L'\t')
-            Report(spot_, ZtOdPdsCheck::kLastLineDropped, spot_.at, {text, 1});
+            Report(ZtOdPdsCheck::kLastLineDropped, spot_.at, {text, 1});
     }
 
 private:
+    void Report(ZtOdPdsCheck check, ZtOdPdsSourcePosition at, std::wstring_view text,
+                std::initializer_list<std::int64_t> figures = {}) const {
+        ZtOdPdsReport(*spot_.sink, check, spot_.file, at, text, figures);
+    }
+
     ZtOdPdsLineSpot& spot_;
     ZtOdPdsSourcePosition next_{1, 1};
 };

@@ -24,13 +24,9 @@ void Report(const ZtOdPdsCriterionSpot& spot, ZtOdPdsCheck check, std::size_t of
 
 void ZtOdPdsCheckNumberEntry(const ZtOdPdsCriterionSpot& spot, std::wstring_view entry,
                              std::size_t offset) {
-    std::size_t first = 0;
-    while (first < entry.size() && IsBlank(entry[first]))
-        ++first;
-    std::size_t last = entry.size();
-    while (last > first && IsBlank(entry[last - 1]))
-        --last;
-    const std::wstring number(entry.substr(first, last - first));
+    const std::wstring_view trimmed = ZtUTrimmedView(entry);
+    const std::wstring number(trimmed);
+    const auto first = static_cast<std::size_t>(trimmed.data() - entry.data());
     wchar_t* end = nullptr;
     errno = 0;
     const long long value = std::wcstoll(number.c_str(), &end, 10);

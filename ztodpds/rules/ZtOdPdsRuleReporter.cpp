@@ -8,14 +8,6 @@
 
 namespace {
 
-std::wstring_view Trimmed(std::wstring_view text) {
-    while (!text.empty() && ZtUIsWhiteSpace(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && ZtUIsWhiteSpace(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
-
 bool SameIgnoringCase(std::wstring_view a, std::wstring_view b) {
     return a.size() == b.size() &&
            std::equal(a.begin(), a.end(), b.begin(), [](wchar_t x, wchar_t y) {
@@ -29,15 +21,7 @@ bool SameIgnoringCase(std::wstring_view a, std::wstring_view b) {
 void ZtOdPdsRuleReporter::Report(ZtOdPdsCheck check, ZtOdPdsSourcePosition at,
                                  std::wstring_view text, std::int64_t figure0, std::int64_t figure1,
                                  ZtOdPdsSourcePosition related) const {
-    ZtOdPdsDiagnostic diagnostic;
-    diagnostic.check = check;
-    diagnostic.file = spot_.file;
-    diagnostic.at = at;
-    diagnostic.text = text;
-    diagnostic.figures[0] = figure0;
-    diagnostic.figures[1] = figure1;
-    diagnostic.related = related;
-    spot_.sink->Report(diagnostic);
+    ZtOdPdsReport(*spot_.sink, check, spot_.file, at, text, {figure0, figure1}, related);
 }
 
 void ZtOdPdsRuleReporter::SetBegins(const ZtOdPdsDisplaySet* set) {
@@ -49,7 +33,7 @@ void ZtOdPdsRuleReporter::SetBegins(const ZtOdPdsDisplaySet* set) {
 }
 
 bool ZtOdPdsRuleReporter::IsNearMiss(std::wstring_view line, std::wstring_view marker) {
-    const std::wstring_view trimmed = Trimmed(line);
+    const std::wstring_view trimmed = ZtUTrimmedView(line);
     return line != marker && (SameIgnoringCase(trimmed, marker) || trimmed.starts_with(marker));
 }
 
@@ -57,11 +41,12 @@ void ZtOdPdsRuleReporter::NearMiss(const ZtUWideStringBuffer& line, std::wstring
                                    ZtOdPdsCheck check) {
     const std::wstring_view text = line.Str();
     if (IsNearMiss(text, marker))
-        Report(check, At(static_cast<std::size_t>(Trimmed(text).data() - text.data())), text);
+        Report(check, At(static_cast<std::size_t>(ZtUTrimmedView(text).data() - text.data())),
+               text);
 }
 
 void ZtOdPdsRuleReporter::OutsideSection(const ZtUWideStringBuffer& line) {
-    const std::wstring_view trimmed = Trimmed(line.Str());
+    const std::wstring_view trimmed = ZtUTrimmedView(line.Str());
     const bool brace = trimmed.find(L'{') != std::wstring_view::npos;
     if (trimmed.empty() || (outsideSeen_ && (braceSeen_ || !brace)))
         return;

@@ -37,15 +37,7 @@ ZtOdPdsBlockTracker ZtOdPdsTagReporter::ValueTracker() const {
 void ZtOdPdsTagReporter::Report(ZtOdPdsCheck check, ZtOdPdsSourcePosition at,
                                 std::wstring_view text, std::int64_t figure0, std::int64_t figure1,
                                 std::int64_t figure2) {
-    ZtOdPdsDiagnostic diagnostic;
-    diagnostic.check = check;
-    diagnostic.file = files_.back().c_str();
-    diagnostic.at = at;
-    diagnostic.text = text;
-    diagnostic.figures[0] = figure0;
-    diagnostic.figures[1] = figure1;
-    diagnostic.figures[2] = figure2;
-    sink_.Report(diagnostic);
+    ZtOdPdsReport(sink_, check, files_.back().c_str(), at, text, {figure0, figure1, figure2});
 }
 
 void ZtOdPdsTagReporter::ReportAt(ZtOdPdsCheck check, const Place& where, std::wstring_view text,
@@ -73,17 +65,9 @@ void ZtOdPdsTagReporter::EndFile(const ZtOdPdsBlock& last, int tagLines, int don
     if (tracker.GetStop() == ZtOdPdsBlockStop::kStrayBrace) {
         Report(ZtOdPdsCheck::kStrayBrace, tracker.StrayBraceAt(), {}, lost);
     } else if (tracker.EndedInBlock()) {
-        ZtOdPdsDiagnostic diagnostic;
-        diagnostic.check = ZtOdPdsCheck::kUnclosedBlock;
-        diagnostic.file = files_.back().c_str();
-        diagnostic.at = tracker.NameAt();
-        diagnostic.text = last.GetName().Str();
-        diagnostic.figures[0] = tracker.EndedInCount();
-        diagnostic.figures[1] = tracker.EndCount();
-        diagnostic.figures[2] = lost;
-        if (tracker.EndedInCount())
-            diagnostic.related = tracker.CountAt();
-        sink_.Report(diagnostic);
+        ZtOdPdsReport(sink_, ZtOdPdsCheck::kUnclosedBlock, files_.back().c_str(), tracker.NameAt(),
+                      last.GetName().Str(), {tracker.EndedInCount(), tracker.EndCount(), lost},
+                      tracker.EndedInCount() ? tracker.CountAt() : ZtOdPdsSourcePosition{});
     }
 }
 
