@@ -113,6 +113,14 @@ Finding DescribeTextCount(const ZtOdPdsDiagnostic& d) {
                                " runs past its body: the text takes in the " +
                                Counted(swallowed, "tag", "tags") + " behind it",
                            "they come in as part of this tag's text, not as tags");
+    if (!d.text.empty())
+        return MakeFinding(d, "text-count", true,
+                           "a brace ends the text's body early: its count is " +
+                               std::to_string(count) + ", and the body read has " +
+                               Counted(length, "character", "characters"),
+                           "the rest, " + Quoted(d.text) +
+                               ", is ignored; the count must be the number of the body's "
+                               "characters, or a brace in the body ends it");
     return MakeFinding(d, "text-count", false,
                        "the text's count is " + std::to_string(count) + ", but its body has " +
                            Counted(length, "character", "characters") +

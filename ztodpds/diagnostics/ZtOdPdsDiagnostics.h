@@ -81,8 +81,9 @@ enum class ZtOdPdsCheck : int {
     // Figure: the budget.
     kTagLineEnds,
     // A counted text whose count does not cover its body: the body took in the tags behind
-    // it, or braces behind the count are read as braces. Figures: the count, the body's
-    // length, and the lines of the body that begin "tag{" (tags taken in as text).
+    // it, braces behind the count are read as braces, or a brace cut the body short and
+    // `text` is what was left of it behind the brace. Figures: the count, the body's length,
+    // and the lines of the body that begin "tag{" (tags taken in as text).
     kTextCount,
     // A tag identifier used before, at `related`; both tags come in. Figure: the
     // identifier.

@@ -280,7 +280,7 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
             } else if (name == L"text") {
                 sawText = true;
                 if (reporter_)
-                    reporter_->TextRead(child.GetValue().Str(), tracker->NameAt());
+                    reporter_->TextRead(child.GetValue().Str(), tracker->NameAt(), block);
                 if (TakeBody(child, &body)) {
                     rewrites = 0;
                     sawBody = true;

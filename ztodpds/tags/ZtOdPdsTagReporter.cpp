@@ -1,6 +1,7 @@
 #include "tags/ZtOdPdsTagReporter.h"
 
 #include "readers/ZtOdPdsBlock.h"
+#include "ztutil/ZtUWideString.h"
 
 #include <algorithm>
 #include <cmath>
@@ -132,7 +133,8 @@ void ZtOdPdsTagReporter::HeadDropped(const ZtOdPdsBlock& tag, int scanned, std::
         Report(ZtOdPdsCheck::kTagKind, tracker_->NameAt(), head, third);
 }
 
-void ZtOdPdsTagReporter::TextRead(std::wstring_view value, ZtOdPdsSourcePosition at) {
+void ZtOdPdsTagReporter::TextRead(std::wstring_view value, ZtOdPdsSourcePosition at,
+                                  const ZtOdPdsBlock& tag) {
     const std::size_t lineEnd = value.find_first_of(L"\n\r");
     if (lineEnd == std::wstring_view::npos)
         return;
@@ -148,8 +150,15 @@ void ZtOdPdsTagReporter::TextRead(std::wstring_view value, ZtOdPdsSourcePosition
     const bool bracesRead =
         length > count &&
         body.find_first_of(L"{}", std::min(unread, body.size())) != std::wstring_view::npos;
-    if (swallowed > 0 || bracesRead)
-        Report(ZtOdPdsCheck::kTextCount, at, {}, count, length, swallowed);
+    // Cut short: a brace in the last characters closed the text, and what stands behind it
+    // on its line is no block.
+    const std::wstring_view behind =
+        std::wstring_view(tag.GetValue().Str()).substr(static_cast<std::size_t>(tag.GetCursor()));
+    const std::wstring_view rest = ZtUTrimmedView(behind.substr(0, behind.find(L'\n')));
+    const bool cut = length < count && !rest.empty() && rest.find(L'{') == std::wstring_view::npos;
+    if (swallowed > 0 || bracesRead || cut)
+        Report(ZtOdPdsCheck::kTextCount, at, cut ? rest : std::wstring_view(), count, length,
+               swallowed);
 }
 
 void ZtOdPdsTagReporter::TagImported(std::uint64_t identifier, ZtOdPdsSourcePosition at) {

@@ -57,9 +57,9 @@ public:
     // The tag `tag` is dropped for its head, of which `scanned` values scanned, the third
     // (if it did) being `third`.
     void HeadDropped(const ZtOdPdsBlock& tag, int scanned, std::int32_t third);
-    // A `text` block at `at` with `value` (count, line end, body): reports a body that is
-    // not as long as its count.
-    void TextRead(std::wstring_view value, ZtOdPdsSourcePosition at);
+    // A `text` block at `at` with `value` (count, line end, body), just read from `tag`:
+    // reports a count that does not cover the body.
+    void TextRead(std::wstring_view value, ZtOdPdsSourcePosition at, const ZtOdPdsBlock& tag);
 
     // The tag at `at`, which came in under `identifier`.
     void TagImported(std::uint64_t identifier, ZtOdPdsSourcePosition at);

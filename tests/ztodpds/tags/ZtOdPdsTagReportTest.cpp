@@ -75,6 +75,8 @@ TEST(ZtOdPdsTagReport, EachDropAndPassOverIsReportedWhereItStands) {
         {head + "\ntext{40\nshort}}\ntag{8 1 0 0.0 1 2 3\ntext{5\nhello}}\n",
          {{C::kTextCount, 2, 1, 40}}},
         {head + "\ntext{3\nab{c}d}}\n", {{C::kTextCount, 2, 1, 3}}},
+        {head + "\ntext{3\nab}cd}}\n",
+         {{C::kTextCount, 2, 1, 3}, {C::kStrayText, 3, 4}, {C::kStrayBrace, 3, 7, 0}}},
         // A one-character body written with its count takes the rest of the file.
         {head + "\ntext{1\nx}}\n" + head + kText, {{C::kUnclosedBlock, 1, 1, 1}}},
         {head + kText + "}\n" + head + kText, {{C::kStrayBrace, 4, 1, 1}}},
