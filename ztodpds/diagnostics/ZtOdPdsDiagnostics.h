@@ -125,9 +125,10 @@ enum class ZtOdPdsCheck : int {
     // all (the condition never matches), 1 an operator that stands later was taken (`text`
     // the one taken, at `at`), 2 a wildcard in the value makes any operator a pattern match.
     kDataOperator,
-    // A reference to a display set that gives nothing. `text` is the name. Figure: 0 no
-    // set of that name in the section, 1 the set comes later (at `related`), 2 the set
-    // refers to itself, 3 the set (at `related`) yields nothing.
+    // A reference to a display set that gives nothing. `text` is the name. Figures: 0 no
+    // set of that name in the section (and 1 when one whose name differs in case alone
+    // begins at `related`), 1 the set comes later (at `related`), 2 the set refers to
+    // itself, 3 the set (at `related`) yields nothing.
     kSetReference,
     // A display set that yields no selection set; `at` is its "<Display Set>" line.
     // Figures: ZtOdPdsEmptySet, and for kZtOdPdsSetFileBudget the sets abandoned from it

@@ -128,6 +128,7 @@ void ZtOdPdsDisplaySet::ReadHeader(ZtUWideStringBuffer& line) {
 void ZtOdPdsDisplaySet::ReportHeader(ZtOdPdsRuleReporter& reporter, const ZtUWideStringBuffer& line,
                                      std::size_t lead) {
     const ZtOdPdsSourcePosition at = reporter.At(lead);
+    reporter.SetNamed(name_.Str());
     wchar_t* end = nullptr;
     std::wcstol(line.GetString(), &end, 10);
     if (end == line.GetString())

@@ -65,6 +65,13 @@ ZtOdPdsSourcePosition ZtOdPdsRuleReporter::FindAt(const void* scope) const {
     return found == finds_.end() ? ZtOdPdsSourcePosition{} : found->second;
 }
 
+ZtOdPdsSourcePosition ZtOdPdsRuleReporter::NamedAlike(std::wstring_view name) const {
+    for (const auto& [other, at] : names_)
+        if (SameIgnoringCase(other, name))
+            return at;
+    return {};
+}
+
 void ZtOdPdsRuleReporter::BeginIgnoring() {
     EndIgnoring();
     ignoringAt_ = At();

@@ -71,6 +71,9 @@ public:
     // those sets are counted into the one report of the set that spent it.
     void SetYieldsNothing(const ZtOdPdsDisplaySet* set, std::wstring_view name, int why);
 
+    // The header of the set being read names it `name`.
+    void SetNamed(std::wstring_view name) { names_.emplace_back(name, SetAt()); }
+
     // Entry `index` of the Display Set criterion `criterion` stands at `at`.
     void NoteReference(const void* criterion, std::size_t index, ZtOdPdsSourcePosition at) {
         references_[{criterion, index}] = at;
@@ -84,11 +87,16 @@ public:
     template <class Find> void EndSection(Find laterSet) {
         EndBudgetRun();
         for (const Unresolved& reference : unresolved_) {
-            const ZtOdPdsDisplaySet* set = laterSet(reference.name.c_str());
-            Report(ZtOdPdsCheck::kSetReference, reference.at, reference.name, set ? 1 : 0, 0,
-                   set ? SetAt(set) : ZtOdPdsSourcePosition{});
+            if (const ZtOdPdsDisplaySet* set = laterSet(reference.name.c_str())) {
+                Report(ZtOdPdsCheck::kSetReference, reference.at, reference.name, 1, 0, SetAt(set));
+                continue;
+            }
+            const ZtOdPdsSourcePosition alike = NamedAlike(reference.name);
+            Report(ZtOdPdsCheck::kSetReference, reference.at, reference.name, 0,
+                   alike.IsKnown() ? 1 : 0, alike);
         }
         unresolved_.clear();
+        names_.clear();
         sets_.clear();
         references_.clear();
         current_ = nullptr;
@@ -108,6 +116,8 @@ private:
 
     // Reports the sets abandoned for the file's budget in this section.
     void EndBudgetRun();
+    // Where a set of this section begins whose name differs from `name` in case alone.
+    ZtOdPdsSourcePosition NamedAlike(std::wstring_view name) const;
 
     const ZtOdPdsLineSpot& spot_;
     const ZtOdPdsDisplaySet* current_ = nullptr;
@@ -115,6 +125,8 @@ private:
     std::map<const void*, ZtOdPdsSourcePosition> finds_;
     std::map<std::pair<const void*, std::size_t>, ZtOdPdsSourcePosition> references_;
     std::vector<Unresolved> unresolved_;
+    // The names of the section's sets, where each set begins.
+    std::vector<std::pair<std::wstring, ZtOdPdsSourcePosition>> names_;
     ZtOdPdsSourcePosition ignoringAt_;
     std::int64_t ignored_ = 0;
     bool defined_ = false;
