@@ -1,4 +1,6 @@
 #pragma once
+#include "ztutil/ZtUSysString.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -26,6 +28,14 @@ struct Location {
     std::uint32_t line = 0;
     std::uint32_t column = 0;
 };
+
+// "FILE:LINE:COLUMN", or "FILE" for the file as a whole, as UTF-8.
+inline std::string LocationText(const Location& at) {
+    std::string text = ZtUSysString::WideToUtf8(at.file);
+    if (at.line != 0)
+        text += ":" + std::to_string(at.line) + ":" + std::to_string(at.column);
+    return text;
+}
 
 // One thing the checker has to say about a file, worded for the person who wrote it.
 struct Finding {

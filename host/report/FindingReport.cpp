@@ -14,13 +14,6 @@ namespace {
 // Lines longer than this are shown as a window around the column.
 constexpr std::size_t kShownWidth = 160;
 
-std::string Place(const Location& at) {
-    std::string place = ZtUSysString::WideToUtf8(at.file);
-    if (at.line != 0)
-        place += ":" + std::to_string(at.line) + ":" + std::to_string(at.column);
-    return place;
-}
-
 // The source line with a caret under `column`: control characters shown as '?', tabs kept
 // in both lines so that the caret stands under its character, a long line cut to a window.
 void WriteSourceLine(ReportStream& out, std::wstring_view line, std::uint32_t column) {
@@ -64,7 +57,8 @@ void WriteFindingsText(ReportStream& out, const std::vector<Finding>& findings) 
     // Each file is read for its source lines once, and only if a finding is in it.
     std::map<std::wstring, std::unique_ptr<SourceText>> sources;
     for (const Finding& finding : findings) {
-        out += Place(finding.at) + ": " + SeverityWord(finding.severity) + ": " + finding.message;
+        out += LocationText(finding.at) + ": " + SeverityWord(finding.severity) + ": " +
+               finding.message;
         if (!finding.name.empty())
             out += finding.promoted ? " [-Werror,-W" + finding.name + "]"
                                     : " [-W" + finding.name + "]";
@@ -76,9 +70,9 @@ void WriteFindingsText(ReportStream& out, const std::vector<Finding>& findings) 
             WriteSourceLine(out, source->Line(finding.at.line), finding.at.column);
         }
         if (!finding.note.empty())
-            out += Place(finding.at) + ": note: " + finding.note + "\n";
+            out += LocationText(finding.at) + ": note: " + finding.note + "\n";
         if (finding.related)
-            out += Place(*finding.related) + ": note: " + finding.relatedMessage + "\n";
+            out += LocationText(*finding.related) + ": note: " + finding.relatedMessage + "\n";
     }
     const FindingCounts counts = CountFindings(findings);
     std::string total;
