@@ -14,6 +14,7 @@
 #include "ztplugin/ZtOpSceneProps.h"
 #include "ztplugin/ZtOpSceneSet.h"
 #include "ztplugin/ZtOpState.h"
+#include "ztutil/ZtUSysDescriptor.h"
 #include "ztutil/ZtUSysFile.h"
 #include "ztutil/ZtUSysString.h"
 
@@ -41,8 +42,15 @@ Finding CannotOpen(const std::wstring& path) {
     finding.severity = Severity::kError;
     finding.dropsData = true;
     finding.at.file = path;
-    const int error = ZtUSysFile::ExistsW(path.c_str()) ? EACCES : ENOENT;
-    finding.message = std::string("cannot open the file: ") + std::strerror(error);
+    finding.message = "cannot open the file: ";
+    // The system's reason; what it opens but the host's stream does not is no file.
+    const int descriptor = ZtUSysDescriptor::OpenForReading(ZtUSysString::WideToPath(path));
+    if (descriptor >= 0) {
+        ZtUSysDescriptor::Close(descriptor);
+        finding.message += "it is not a regular file";
+    } else {
+        finding.message += errno == EISDIR ? "it is a folder" : std::strerror(errno);
+    }
     return finding;
 }
 
