@@ -55,21 +55,15 @@ Finding DescribeUnknownUnit(const ZtOdPdsDiagnostic& d) {
 }
 
 Finding DescribeOriginOrder(const ZtOdPdsDiagnostic& d) {
-    switch (d.figures[0]) {
-    case 0:
-        return MakeFinding(d, "origin-order", false, "new_origin stands before any old_origin",
-                           "the shift is measured from the origin 0 0 0, and a later old_origin "
-                           "does not change it");
-    case 1:
+    // A new_origin with no old_origin before it is measured from 0 0 0, as its author
+    // most likely meant; only an old_origin that can have no effect is told.
+    if (d.figures[0] == 1)
         return MakeFinding(d, "origin-order", false,
                            "this old_origin comes after the new_origin it would move from",
                            "it has no effect: the shift is taken when new_origin is read");
-    default:
-        return MakeFinding(d, "origin-order", false,
-                           "this old_origin has no effect: no new_origin follows it",
-                           "the shift is taken when new_origin is read, from the old_origin "
-                           "before it");
-    }
+    return MakeFinding(d, "origin-order", false,
+                       "this old_origin has no effect: no new_origin follows it",
+                       "the shift is taken when new_origin is read, from the old_origin before it");
 }
 
 Finding DescribeOverridden(const ZtOdPdsDiagnostic& d) {

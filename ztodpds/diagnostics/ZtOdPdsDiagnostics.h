@@ -164,9 +164,8 @@ enum class ZtOdPdsCheck : int {
     kNumberCount,
     // A master unit that names no unit; metres are taken. `text` is the value.
     kUnknownUnit,
-    // Origins in an order that changes their meaning. Figure: 0 a new_origin before any
-    // old_origin, 1 an old_origin after the new_origin it would have moved, 2 an
-    // old_origin that no new_origin follows.
+    // An old_origin that has no effect. Figure: 1 it comes after the new_origin it would
+    // have moved, 2 no new_origin follows it.
     kOriginOrder,
     // A block whose value a later block of the same key (at `related`) replaces before it
     // is used. `text` is the key.

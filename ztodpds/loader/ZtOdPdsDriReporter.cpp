@@ -75,8 +75,6 @@ void ZtOdPdsDriReporter::BlockRead(const ZtOdPdsBlock& block) {
     } else if (key == L"new_origin") {
         NumberBlock(block, 3);
         if (taken(3)) {
-            if (!oldOriginAt_.IsKnown() && !newOriginAt_.IsKnown())
-                Report(ZtOdPdsCheck::kOriginOrder, at, key.Str(), 0);
             if (newOriginAt_.IsKnown())
                 Report(ZtOdPdsCheck::kOverridden, newOriginAt_, key.Str(), 0, 0, at);
             newOriginAt_ = at;

@@ -43,7 +43,7 @@ TEST(ZtOdPdsDriReport, EachBlockTheLoaderCannotUseIsReportedWhereItStands) {
          "transform{1 0 0 0 1 0 0 0 1}\n}\n",
          {{C::kNumberCount, 2, 1, 9}, {C::kNumberCount, 3, 1, 9}, {C::kOverridden, 3, 1}}},
         {"DesignReview_Control{\nmaster_unit{furlong}\nnew_origin{1 2 3}\nold_origin{0 0 0}\n}\n",
-         {{C::kUnknownUnit, 2, 13}, {C::kOriginOrder, 3, 1, 0}, {C::kOriginOrder, 4, 1, 1}}},
+         {{C::kUnknownUnit, 2, 13}, {C::kOriginOrder, 4, 1, 1}}},
         {"DesignReview_Control{\ndgn{file{x} name{}}\ndgn{other{x}}\ndgn{name{a.dgn} name{b.dgn}}\n"
          "DGN{name{c.dgn}}\n# note\n}\ndgn{name{d.dgn}}\n",
          {{C::kUnknownKey, 2, 5, kZtOdPdsKeyInModel},
