@@ -63,6 +63,10 @@ void ZtOdPdsTagReporter::EndFile(const ZtOdPdsBlock& last, int tagLines, int don
     const ZtOdPdsBlockTracker& tracker = *tracker_;
     Report(ZtOdPdsCheck::kFactBlocks, {}, {}, knownBlocks_, done);
     knownBlocks_ = 0;
+    // Viewpoint keys before tags that were lost did have a tag to take them: the loss is
+    // reported, not the keys.
+    if (lost > 0)
+        pending_.clear();
     if (tracker.GetStop() == ZtOdPdsBlockStop::kStrayBrace) {
         Report(ZtOdPdsCheck::kStrayBrace, tracker.StrayBraceAt(), {}, lost);
     } else if (tracker.EndedInBlock()) {

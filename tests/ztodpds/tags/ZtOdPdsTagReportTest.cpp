@@ -79,6 +79,8 @@ TEST(ZtOdPdsTagReport, EachDropAndPassOverIsReportedWhereItStands) {
          {{C::kTextCount, 2, 1, 3}, {C::kStrayText, 3, 4}, {C::kStrayBrace, 3, 7, 0}}},
         // A one-character body written with its count takes the rest of the file.
         {head + "\ntext{1\nx}}\n" + head + kText, {{C::kUnclosedBlock, 1, 1, 1}}},
+        // The keys before it did have a tag to take them.
+        {"eye{10 0 0}\n" + head + "\ntext{1\nx}}\n", {{C::kUnclosedBlock, 2, 1, 1}}},
         {head + kText + "}\n" + head + kText, {{C::kStrayBrace, 4, 1, 1}}},
         {"tag{1 1 0\0 0.0 1 2 3"s + kText, {{C::kNulCut, 1, 10, 1}, {C::kTagHead, 1, 1, 3}}},
         {head + "\nnote" + kText, {{C::kStrayText, 2, 1}}},
