@@ -37,12 +37,7 @@ struct CheckDocument {
 };
 
 Finding CannotOpen(const std::wstring& path) {
-    Finding finding;
-    finding.name = "file-kind";
-    finding.severity = Severity::kError;
-    finding.dropsData = true;
-    finding.at.file = path;
-    finding.message = "cannot open the file: ";
+    Finding finding = FileKindError(path, "cannot open the file: ");
     // The system's reason; what it opens but the host's stream does not is no file.
     const int descriptor = ZtUSysDescriptor::OpenForReading(ZtUSysString::WideToPath(path));
     if (descriptor >= 0) {

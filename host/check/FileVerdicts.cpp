@@ -39,16 +39,10 @@ std::optional<Verdict> WrongKind(FileKind kind, const FindingCollector::FileFact
 }
 
 Finding WrongKindError(const std::wstring& file, FileKind kind, const Verdict& verdict) {
-    Finding finding;
-    finding.name = "file-kind";
-    finding.severity = Severity::kError;
-    finding.dropsData = true;
-    finding.at.file = file;
-    finding.message = std::string("this is not a ") + FileKindWords(kind) + ": " + verdict.looks;
-    finding.note = "nothing comes in from it";
-    if (!verdict.hint.empty())
-        finding.note += "; " + verdict.hint;
-    return finding;
+    return FileKindError(file,
+                         std::string("this is not a ") + FileKindWords(kind) + ": " + verdict.looks,
+                         verdict.hint.empty() ? "nothing comes in from it"
+                                              : "nothing comes in from it; " + verdict.hint);
 }
 
 } // namespace

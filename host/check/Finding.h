@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
 
 // How much a finding weighs. A note changes no exit status; a warning may be made an
 // error (-Werror); an error is the checker's own verdict on a file.
@@ -50,3 +51,15 @@ struct Finding {
     std::optional<Location> related;
     std::string relatedMessage;
 };
+
+// The checker's verdict that nothing comes in from `file` as it was asked to read it.
+inline Finding FileKindError(const std::wstring& file, std::string message, std::string note = {}) {
+    Finding finding;
+    finding.name = "file-kind";
+    finding.severity = Severity::kError;
+    finding.dropsData = true;
+    finding.at.file = file;
+    finding.message = std::move(message);
+    finding.note = std::move(note);
+    return finding;
+}

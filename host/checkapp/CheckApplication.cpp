@@ -25,15 +25,9 @@ std::vector<Finding> Check(const std::wstring& path, const CheckCommandLine& lin
     const std::optional<FileKind> kind = line.readAs ? line.readAs : FileKindOf(path);
     if (kind)
         return CheckFile(path, *kind, line.sideFiles);
-    Finding finding;
-    finding.name = "file-kind";
-    finding.severity = Severity::kError;
-    finding.dropsData = true;
-    finding.at.file = path;
-    finding.message = "cannot tell what kind of file this is";
-    finding.note = "control files end in .dri, display-set files in .dst and tag files in "
-                   ".tag; --as reads a file as one of them";
-    return {finding};
+    return {FileKindError(path, "cannot tell what kind of file this is",
+                          "control files end in .dri, display-set files in .dst and tag files "
+                          "in .tag; --as reads a file as one of them")};
 }
 
 // The findings as the command line asks for them: the silenced left out, and warnings made
