@@ -31,7 +31,7 @@ constexpr CheckKind kKinds[] = {
     {"model-name", "dgn blocks that name no model, or a second one"},
     {"nul", "NUL characters that cut names, values or lines"},
     {"number-count", "transform and origin blocks with too few or too many numbers"},
-    {"origin-order", "old_origin and new_origin in an order that changes their meaning"},
+    {"origin-order", "an old_origin that no new_origin takes"},
     {"overridden", "blocks that a later one replaces before they are used"},
     {"scope", "statements outside the definition's outermost scope"},
     {"second-find", "a second FIND in one scope, dropped"},
