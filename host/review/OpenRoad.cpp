@@ -12,6 +12,7 @@
 #include <cstring>
 #include <map>
 #include <string_view>
+#include <utility>
 
 namespace {
 
@@ -115,6 +116,16 @@ int OpenControlFile(ZtOpState& state, ZtOpSceneSetPlugin& loader, const std::wst
     const int status = loader.IReadSet(ZtUWideString(path), &opened->set, &record);
     if (status != 0)
         return status;
+    // Memory that runs out in the host between the two calls still hands the record back:
+    // with nothing to finish, IFinishSet only frees it.
+    struct HandBack {
+        ZtOpSceneSetPlugin& loader;
+        void*& record;
+        ~HandBack() {
+            if (record)
+                loader.IFinishSet(record, nullptr, nullptr, nullptr);
+        }
+    } handBack{loader, record};
 
     ZtUWideStringBuffer folder;
     ZtUSysFile::PopPathW(path.c_str(), &folder, nullptr);
@@ -144,10 +155,12 @@ int OpenControlFile(ZtOpState& state, ZtOpSceneSetPlugin& loader, const std::wst
     if (progress) {
         progress->BeginSubOperation(1.0);
         PassProgress passes(*progress, sideFiles);
-        loader.IFinishSet(record, &state.EditSceneProps(), state.GetRootNode(), &passes);
+        loader.IFinishSet(std::exchange(record, nullptr), &state.EditSceneProps(),
+                          state.GetRootNode(), &passes);
         progress->EndSubOperation();
     } else {
-        loader.IFinishSet(record, &state.EditSceneProps(), state.GetRootNode(), nullptr);
+        loader.IFinishSet(std::exchange(record, nullptr), &state.EditSceneProps(),
+                          state.GetRootNode(), nullptr);
     }
     *sceneSet = std::move(opened);
     return status;

@@ -75,10 +75,12 @@ ZtDgnModel::ZtDgnModel(const wchar_t* path, ZtUNameDict* names)
     styleProperties_ = Numbers(styleName_, 8);
     sourceFileProperty_ = std::make_unique<ZtOaProperty>(
         ZtUName::StandardName(ZtUName::kStandardSourceFile, names_), TextData(GetName().Str()));
-    sceneProps_ = new ZtOaPropertyAttribute(names_->Find(L"DGN Scene", kSceneProps));
-    sceneProps_->EditPropertyVector().PushBack(
+    auto sceneProps =
+        std::make_unique<ZtOaPropertyAttribute>(names_->Find(L"DGN Scene", kSceneProps));
+    sceneProps->EditPropertyVector().PushBack(
         ZtOaProperty(names_->Find(L"UORs per Master Unit", kUorsPerMaster), ZtUData()));
-    AddAttribute(sceneProps_);
+    sceneProps_ = sceneProps.get();
+    AddAttribute(sceneProps.release());
     SetHeader(header_);
 }
 

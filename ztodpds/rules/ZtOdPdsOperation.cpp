@@ -40,6 +40,15 @@ ZtOdPdsOperation::ZtOdPdsOperation(ZtOdPdsNode* left, std::uint32_t kind, ZtOdPd
     SetRight(right);
 }
 
+ZtOdPdsOperation* ZtOdPdsOperation::Make(ZtOdPdsNode* left, std::uint32_t kind,
+                                         ZtOdPdsNode* right) {
+    ZtOdPdsUnheldNode heldLeft(left), heldRight(right);
+    auto* operation = new ZtOdPdsOperation(left, kind, right);
+    heldLeft.Take();
+    heldRight.Take();
+    return operation;
+}
+
 ZtOdPdsOperation::~ZtOdPdsOperation() {
     SetLeft(nullptr);
     SetRight(nullptr);
