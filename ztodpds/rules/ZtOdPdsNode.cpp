@@ -2,7 +2,11 @@
 
 #include "rules/ZtOdPdsOperation.h"
 
+#include <cassert>
+
 void ZtOdPdsNode::Release() {
+    // A release without a count of its own would free a node that others still hold.
+    assert(refCount_ > 0);
     if (--refCount_ != 0)
         return;
     if (!IsOperation()) {
@@ -24,13 +28,17 @@ void ZtOdPdsNode::Release() {
             ZtOdPdsNode* operands[] = {operation->right_, operation->left_};
             operation->left_ = nullptr;
             operation->right_ = nullptr;
-            for (ZtOdPdsNode* operand : operands)
-                if (operand && --operand->refCount_ == 0) {
+            for (ZtOdPdsNode* operand : operands) {
+                if (!operand)
+                    continue;
+                assert(operand->refCount_ > 0);
+                if (--operand->refCount_ == 0) {
                     operand->parent_ = dying;
                     dying = operand;
-                } else if (operand) {
+                } else {
                     operand->parent_ = nullptr;
                 }
+            }
         }
         delete node;
     }
