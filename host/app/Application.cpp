@@ -11,7 +11,7 @@
 #include "ztlddgn/ZtDgnLoaderPlugin.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztplugin/ZtOpDB.h"
-#include "ztutil/ZtUSysFile.h"
+#include "ztutil/ZtUFileScope.h"
 #include "ztutil/ZtUSysNativePath.h"
 
 #include <cstdio>
@@ -57,10 +57,13 @@ std::string PluginPath(const std::string& given) {
 StepResult RunStep(Session& session, const Step& step, StepHandler handler,
                    std::string* hostError) {
     const std::size_t warnings = session.warnings.size();
+    const ZtUFileScope files;
     session.progress.Start(step.name);
     StepOutcome outcome = handler(session, step);
     session.progress.Finish();
-    const std::vector<ZtUSysFile::WriteFailure> writes = ZtUSysFile::TakeWriteFailures();
+    for (const std::string& warning : files.GetWarnings())
+        session.warnings.push_back(step.name + " " + step.argument + ": " + warning);
+    const std::vector<ZtUFileScope::Failure>& writes = files.GetFailures();
     StepResult result{step.name, step.argument, outcome.status, std::move(outcome.counts), {}};
     if (!outcome.hostError.empty()) {
         *hostError = outcome.hostError;

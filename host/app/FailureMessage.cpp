@@ -50,7 +50,7 @@ std::string ReadProblem(const std::string& path) {
 } // namespace
 
 std::string ExplainFailure(const Step& step, int status,
-                           const std::vector<ZtUSysFile::WriteFailure>& writes,
+                           const std::vector<ZtUFileScope::Failure>& writes,
                            const ZtOpState& state) {
     if (step.name == "export-tags") {
         const std::string problem = WriteProblem(step.argument);

@@ -1,5 +1,5 @@
 #pragma once
-#include "ztutil/ZtUSysFile.h"
+#include "ztutil/ZtUFileScope.h"
 
 #include <string>
 #include <vector>
@@ -12,5 +12,5 @@ struct Step;
 // which one applies, with the operating system's reason where there is one. `writes`
 // are the failures of the host's write streams during the step.
 std::string ExplainFailure(const Step& step, int status,
-                           const std::vector<ZtUSysFile::WriteFailure>& writes,
+                           const std::vector<ZtUFileScope::Failure>& writes,
                            const ZtOpState& state);
