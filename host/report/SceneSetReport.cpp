@@ -87,7 +87,7 @@ void AppendSceneSetSummary(ReportStream& out, const OpenedSceneSet& sceneSet) {
         const ZtDgnModel& model = *outcome->model;
         const ZtDgnModelHeader& header = model.GetHeader();
         out += ": ";
-        out += ZtUSysString::WideToUtf8(model.GetSourceFilename().Str());
+        out += ZtUSysString::WideToPath(model.GetSourceFilename().Str());
         out += '\n';
         out += "     model in " + header.masterUnitName + " / " + header.subUnitName + ", " +
                ReadableNumber(model.GetUorsPerMaster()) + " UORs per master unit, " +

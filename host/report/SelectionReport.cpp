@@ -18,7 +18,7 @@ void WriteSelectionsJson(JsonWriter& json, const std::vector<SelectionResult>& r
         for (const SelectedElement& element : result.elements) {
             json.BeginObject(true);
             json.Key("model");
-            json.WideString(element.model);
+            json.String(ZtUSysString::WideToPath(element.model));
             json.Key("index");
             json.Int(element.index);
             json.EndObject();
@@ -41,7 +41,7 @@ void AppendSelectionsTable(ReportStream& out, const std::vector<SelectionResult>
             const SelectedElement& element = result.elements[i];
             if (i == 0 || element.model != result.elements[i - 1].model)
                 out += (i == 0 ? "" : "\n") + std::string("    ") +
-                       ZtUSysString::WideToUtf8(element.model) + ":";
+                       ZtUSysString::WideToPath(element.model) + ":";
             out += " " + std::to_string(element.index);
         }
         if (count > 0)

@@ -15,6 +15,12 @@ ZtUFileScope::ZtUFileScope() : outer_(innermost) {
 
 ZtUFileScope::~ZtUFileScope() {
     innermost = outer_;
+    for (Failure& failure : failures_)
+        RecordFailure(std::move(failure.path), std::move(failure.reason));
+    for (std::string& warning : warnings_)
+        RecordWarning(std::move(warning));
+    for (const ZtUFileIdentity& read : reads_)
+        RecordRead(read);
 }
 
 ZtUFileScope* ZtUFileScope::Current() {

@@ -29,7 +29,9 @@ public:
 // What the host's file layer has to say about one stretch of the host's work, and what
 // the host asks of it there. A host installs a scope around each piece of work (pdsreview
 // around each step); the file layer records into the innermost scope of the thread, and
-// outside any scope it records nothing and refuses nothing.
+// outside any scope it records nothing and refuses nothing. An inner scope, such as one
+// that watches a part of the work, hands what it recorded on to the scope around it when
+// it ends; what an outer scope protects and watches holds inside it too.
 //
 // A scope is made and destroyed on one thread, innermost first, as a local variable.
 class ZtUFileScope {
@@ -42,7 +44,7 @@ public:
 
     // Becomes the thread's innermost scope.
     ZtUFileScope();
-    // The scope that was innermost before is again.
+    // The scope that was innermost before is again, and takes over what this one recorded.
     ~ZtUFileScope();
     ZtUFileScope(const ZtUFileScope&) = delete;
     ZtUFileScope& operator=(const ZtUFileScope&) = delete;

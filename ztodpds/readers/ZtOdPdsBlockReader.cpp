@@ -40,21 +40,6 @@ void ZtOdPdsBlockReaderBase::Free(wchar_t* text) {
     ZtUMemory::Dealloc(text);
 }
 
-// Only the letter t both begins and ends "text", so a mismatch falls back to it.
-ZtOdPdsBlockReaderBase::Holding ZtOdPdsBlockReaderBase::Hold(Holding holding, wchar_t c) {
-    std::uint32_t& matched = holding.textMatched;
-    if (c == L't')
-        matched = matched == 3 ? 4 : 1;
-    else if ((c == L'e' && matched == 1) || (c == L'x' && matched == 2))
-        ++matched;
-    else
-        matched = 0;
-    // White space behind a full name is trimmed away; anything else makes it too long.
-    if (holding.held == Held::kToSpace && !ZtUIsWhiteSpace(c))
-        holding.held = c == L'\0' ? Held::kToNul : Held::kOverlong;
-    return holding;
-}
-
 ZtOdPdsBlockReaderBase::Held ZtOdPdsBlockReaderBase::HoldFullName(wchar_t c) {
     if (c == L'\0')
         return Held::kToNul;

@@ -41,6 +41,21 @@ protected:
         Held held;
         std::uint32_t textMatched;
     };
+    // The holding after `c`: inline, as a reader may hold a file's worth of characters.
+    // Only the letter t both begins and ends "text", so a mismatch falls back to it.
+    static Holding Hold(Holding holding, wchar_t c) {
+        std::uint32_t& matched = holding.textMatched;
+        if (c == L't')
+            matched = matched == 3 ? 4 : 1;
+        else if ((c == L'e' && matched == 1) || (c == L'x' && matched == 2))
+            ++matched;
+        else
+            matched = 0;
+        // White space behind a full name is trimmed away; anything else makes it too long.
+        if (holding.held == Held::kToSpace && !ZtUIsWhiteSpace(c))
+            holding.held = c == L'\0' ? Held::kToNul : Held::kOverlong;
+        return holding;
+    }
     // The text a reader has gathered into its buffer, as one value, so that the rarer
     // steps of gathering can be out of line without the reader's address.
     struct Gathering {
@@ -84,8 +99,6 @@ protected:
     static void Free(wchar_t* text);
 
 private:
-    // The holding after `c`.
-    static Holding Hold(Holding holding, wchar_t c);
     // What a name at the longest holds when `c` comes: the name as it is, unless `c` makes
     // it longer.
     static Held HoldFullName(wchar_t c);
@@ -290,6 +303,10 @@ private:
         }
         if (length_ < end_) [[likely]] {
             buffer_[length_++] = c;
+            return;
+        }
+        if (holding_.held != Held::kAll) {
+            holding_ = Hold(holding_, c);
             return;
         }
         const Gathering gathering =

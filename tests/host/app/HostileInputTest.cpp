@@ -1,5 +1,6 @@
 #include "support/RunProgram.h"
 #include "tools/ZtTestFiles.h"
+#include "ztutil/ZtUSysString.h"
 
 #include <gtest/gtest.h>
 
@@ -279,7 +280,23 @@ TEST(HostileInput, MemoryThatRunsOutEndsTheRunWithAMessage) {
     EXPECT_EQ(run.err.rfind("pdsreview: ", 0), 0u) << run.err;
 }
 
-// A name whose bytes are no UTF-8 opens, and a missing one is named as it was given.
+// Whether `text` is UTF-8 throughout.
+bool IsUtf8(const std::string& text) {
+    const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
+    char32_t codePoint;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t length =
+            bytes[at] < 0x80 ? 1
+                             : ZtUSysString::DecodeUtf8(bytes + at, text.size() - at, &codePoint);
+        if (length == 0)
+            return false;
+        at += length;
+    }
+    return true;
+}
+
+// A name whose bytes are no UTF-8 opens, and is shown with its odd bytes as \xNN: in
+// messages, and in the JSON, which stays UTF-8 throughout.
 TEST(HostileInput, FileNamesThatAreNoUtf8) {
     ZtTestTempDir dir;
     const std::string tags = dir.File("caf\xe9.tag");
@@ -288,11 +305,16 @@ TEST(HostileInput, FileNamesThatAreNoUtf8) {
         RunProgram(kProgram, {"--quiet", "model", kPipes, "import-tags", tags});
     EXPECT_EQ(found.exitStatus, 0) << found.err;
     EXPECT_NE(found.out.find("Saved views: 3"), std::string::npos) << found.out;
+    const ProgramRun json =
+        RunProgram(kProgram, {"--json", "--quiet", "model", kPipes, "import-tags", tags});
+    EXPECT_EQ(json.exitStatus, 0) << json.err;
+    EXPECT_TRUE(IsUtf8(json.out));
+    EXPECT_NE(json.out.find("\"file\": \"" + dir.File("caf\\\\xe9.tag\"")), std::string::npos);
 
     const std::string missing = dir.File("x\xe9\xff.dgn");
     const ProgramRun absent = RunProgram(kProgram, {"--quiet", "model", missing});
     EXPECT_EQ(absent.exitStatus, 2);
-    EXPECT_NE(absent.err.find("cannot load " + missing +
+    EXPECT_NE(absent.err.find("cannot load " + dir.File("x\\xe9\\xff.dgn") +
                               " as a model: cannot open the file: No "
                               "such file or directory"),
               std::string::npos)

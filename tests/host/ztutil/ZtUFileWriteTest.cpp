@@ -260,6 +260,12 @@ TEST(ZtUFileWrite, ScopesProtectFilesAndWatchWrites) {
         ASSERT_FALSE(inner.GetFailures().empty());
         EXPECT_EQ(inner.GetFailures()[0].reason, "it is an input of this run");
         EXPECT_TRUE(outer.GetFailures().empty()) << "failures go to the innermost scope";
+        const std::size_t failed = inner.GetFailures().size();
+        {
+            const ZtUFileScope nested;
+            EXPECT_EQ(OpenForWriting(dir.WideFile("input.txt")), nullptr);
+        }
+        EXPECT_EQ(inner.GetFailures().size(), failed + 1) << "and on outward when it ends";
     }
     EXPECT_EQ(ZtTestReadBytes(dir.File("input.txt")), "input\n");
 
