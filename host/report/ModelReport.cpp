@@ -160,12 +160,12 @@ void AppendModelsSummary(ReportStream& out, const ZtOpState& state) {
     for (const ZtDgnModel* model : SceneModels(state)) {
         const ZtDgnModelHeader& header = model->GetHeader();
         out += "model ";
-        out += ZtUSysString::WideToPath(model->GetName().Str());
+        out += ReadableText(ZtUSysString::WideToPath(model->GetName().Str()));
         out += ": " + std::to_string(header.dimension) + "D, master unit \"" +
                header.masterUnitName + "\", subunit \"" + header.subUnitName + "\", " +
                ReadableNumber(model->GetUorsPerMaster()) + " UORs per master unit, " +
                std::to_string(model->GetNumElements()) + " elements\n";
         for (const std::string& warning : model->GetWarnings())
-            out += "  warning: " + warning + "\n";
+            out += "  warning: " + ReadableText(warning) + "\n";
     }
 }

@@ -269,7 +269,7 @@ void AppendViewSummary(ReportStream& out, const ZtOpView& view, const std::strin
 // An item's own lines: a folder's the count of its items, which the walk shows after it.
 void AppendItemSummary(ReportStream& out, const ZtOpSavedItem& item, const std::string& indent) {
     out += indent + KindName(item) + " \"";
-    out += ZtUSysString::WideToUtf8(item.GetName().Str());
+    out += ReadableText(ZtUSysString::WideToUtf8(item.GetName().Str()));
     out += '"';
     if (item.IsGroup()) {
         out += ", " + std::to_string(static_cast<const ZtOpGroupItem&>(item).GetNumChildren()) +
@@ -301,7 +301,7 @@ void AppendItemSummary(ReportStream& out, const ZtOpSavedItem& item, const std::
             out += "\n" + indent + "    or: ";
         else
             out += " and ";
-        out += ConditionText(condition);
+        out += ReadableText(ConditionText(condition));
     }
     if (spec && spec->GetNumConditions() > 0)
         out += '\n';
