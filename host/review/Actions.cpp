@@ -121,10 +121,11 @@ StepOutcome ExportTags(ReviewRun& run, const Step& step, bool keepOldFileOnWarni
     if (outcome.status != 0 || !outcome.hostError.empty())
         return outcome;
     const std::size_t tags = CountSavedItems(run.state).tags;
-    outcome.counts = {{"records", tally.GetRecords()},
+    const std::size_t records = tally.GetRecords().size();
+    outcome.counts = {{"records", records},
                       {"unfiled", tally.GetUnfiled()},
                       {"fileGroups", tally.GetFileGroups()},
-                      {"tagsDropped", tags > tally.GetRecords() ? tags - tally.GetRecords() : 0}};
+                      {"tagsDropped", tags > records ? tags - records : 0}};
     const std::string prefix = "export-tags " + step.argument + ": ";
     for (const std::string& problem : tally.GetProblems())
         run.warnings.push_back(prefix + problem);

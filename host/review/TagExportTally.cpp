@@ -4,6 +4,7 @@
 #include "ztutil/ZtUUtf16.h"
 
 #include <algorithm>
+#include <functional>
 #include <limits>
 
 namespace {
@@ -31,31 +32,43 @@ long long LeadingNumber(std::wstring_view text, std::size_t* end = nullptr) {
     return negative ? static_cast<long long>(0 - value) : static_cast<long long>(value);
 }
 
-// Why a text written as `body` under `count` would not read back as it was, or null.
-const char* TextProblem(std::wstring_view body, long long count) {
+// What becomes of a text written as `body` under `count`, and why, if it does not read
+// back as it was.
+struct TextFate {
+    TagExportTally::Fate fate;
+    const char* why;
+};
+
+TextFate FateOfText(std::wstring_view body, long long count) {
+    using Fate = TagExportTally::Fate;
     if (count < 2)
-        return "has fewer than two characters, which the format's count can't carry: a "
-               "reader takes the rest of the file for its text";
+        return {Fate::kLosesTheRest,
+                "has fewer than two characters, which the format's count "
+                "can't carry: a reader takes the rest of the file for its text"};
     if (static_cast<unsigned long long>(count) != body.size())
-        return "holds a NUL, at which it is written cut while its count covers it all: a "
-               "reader takes what follows into the text, and the tags behind it are lost";
+        return {Fate::kLosesTheRest,
+                "holds a NUL, at which it is written cut while its count covers it all: a "
+                "reader takes what follows into the text, and the tags behind it are lost"};
     if (body.substr(body.size() - 2).find_first_of(L"{}") != std::wstring_view::npos)
-        return "ends in a brace, which a reader takes for markup: this tag and those "
-               "behind it are lost";
+        return {Fate::kLosesTheRest, "ends in a brace, which a reader takes for markup: this "
+                                     "tag and those behind it are lost"};
     if (body.find(L"\r\n") != std::wstring_view::npos)
-        return "holds a CR before a line end, which a reader takes for the line end: its "
-               "count comes out short, and the tags behind it are lost";
+        return {Fate::kLosesTheRest,
+                "holds a CR before a line end, which a reader takes for the line end: its "
+                "count comes out short, and the tags behind it are lost"};
     if (body.find(wchar_t{0xFFFF}) != std::wstring_view::npos)
-        return "holds U+FFFF, at which a reader's input ends: the tags behind it are lost";
+        return {Fate::kLosesTheRest,
+                "holds U+FFFF, at which a reader's input ends: the tags behind it are lost"};
     for (std::size_t i = 0; i < body.size(); ++i) {
         const unsigned unit = static_cast<unsigned>(body[i]);
         if (ZtUUtf16::IsHighSurrogate(unit) && i + 1 < body.size() &&
             ZtUUtf16::IsLowSurrogate(static_cast<unsigned>(body[i + 1])))
             ++i;
         else if (ZtUUtf16::IsSurrogate(unit))
-            return "holds a lone surrogate, which a file can't hold: it is written as U+FFFD";
+            return {Fate::kChanged,
+                    "holds a lone surrogate, which a file can't hold: it is written as U+FFFD"};
     }
-    return nullptr;
+    return {Fate::kReadsBack, nullptr};
 }
 
 } // namespace
@@ -84,9 +97,14 @@ void TagExportTally::Wrote(std::wstring_view text) {
                                                            : 0));
     } else if (StartsWith(text, L"persp_ang{")) {
         degrees_ = LeadingNumber(text.substr(10));
+        viewTexts_.clear();
+    } else if (StartsWith(text, L"target{") || StartsWith(text, L"eye{") ||
+               StartsWith(text, L"clip_")) {
+        // A viewpoint key: a reader begins a new view with the next tag.
+        viewTexts_.clear();
     } else if (StartsWith(text, L"tag{")) {
-        tagId_ = static_cast<std::uint64_t>(LeadingNumber(text.substr(4)));
-        ++records_;
+        records_.push_back(
+            {static_cast<std::uint64_t>(LeadingNumber(text.substr(4))), Fate::kReadsBack});
         unfiled_ += inUnfiledGroup_;
     } else if (StartsWith(text, L"text{")) {
         Text(text.substr(5));
@@ -112,25 +130,33 @@ void TagExportTally::Text(std::wstring_view value) {
     std::wstring_view body = value.substr(std::min(digits + 1, value.size()));
     if (body.size() >= kTextEnd.size() && body.substr(body.size() - kTextEnd.size()) == kTextEnd)
         body.remove_suffix(kTextEnd.size());
-    if (const char* problem = TextProblem(body, count))
-        TagProblem("'s text " + std::string(problem));
+    if (records_.empty())
+        return;
+    const auto [first, isFirst] =
+        viewTexts_.try_emplace(records_.back().id, std::hash<std::wstring_view>()(body));
+    if (const TextFate text = FateOfText(body, count); text.why)
+        TagProblem(text.fate, "'s text " + std::string(text.why));
     else if (degrees_ < 1 || degrees_ > 179)
-        TagProblem(" is seen with a field of view of " + std::to_string(degrees_) +
-                   " degrees, of which a reader makes no view: it is lost");
+        TagProblem(Fate::kLost, " is seen with a field of view of " + std::to_string(degrees_) +
+                                    " degrees, of which a reader makes no view: it is lost");
+    else if (!isFirst && first->second != std::hash<std::wstring_view>()(body))
+        TagProblem(Fate::kChanged, " shares its identifier with an earlier tag of its view, "
+                                   "whose text a reader gives it");
 }
 
-void TagExportTally::TagProblem(const std::string& problem) {
-    unreadable_.push_back(tagId_);
-    if (unreadable_.size() <= kNamedProblems)
-        problems_.push_back("tag " + std::to_string(tagId_) + problem);
+void TagExportTally::TagProblem(Fate fate, const std::string& problem) {
+    Record& record = records_.back();
+    record.fate = fate;
+    if (++tagProblems_ <= kNamedProblems)
+        problems_.push_back("tag " + std::to_string(record.id) + problem);
 }
 
 bool TagExportTally::MayReplace(const Replacement& replacement) {
-    if (unreadable_.size() > kNamedProblems)
-        problems_.push_back(std::to_string(unreadable_.size() - kNamedProblems) +
-                            " more tags would not read back as written");
-    if (documentTags_ > records_)
-        problems_.push_back(std::to_string(documentTags_ - records_) + " of " +
+    if (tagProblems_ > kNamedProblems)
+        problems_.push_back(std::to_string(tagProblems_ - kNamedProblems) +
+                            " more tags would not read back as they are");
+    if (documentTags_ > records_.size())
+        problems_.push_back(std::to_string(documentTags_ - records_.size()) + " of " +
                             std::to_string(documentTags_) + " tags were not written");
     const bool emptied = replacement.bytes == 0 && replacement.oldBytes > 0;
     keptOldFile_ = keepOldFile_ && (emptied || !problems_.empty());
