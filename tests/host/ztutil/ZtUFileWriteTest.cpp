@@ -222,6 +222,10 @@ TEST(ZtUFileWrite, StreamsRefuseTheOtherDirection) {
 // Names up to the longest a folder takes are written: the temporary name is cut to fit,
 // never in the middle of a character.
 TEST(ZtUFileWrite, NamesOfEveryLegalLengthCanBeWritten) {
+#ifdef _WIN32
+    GTEST_SKIP() << "a path with such a name is longer than MAX_PATH, which Windows opens only "
+                    "with long paths switched on";
+#endif
     ZtTestTempDir dir;
     const std::string accented = "\xc3\xa9";
     for (const std::string& name :
