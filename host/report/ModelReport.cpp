@@ -98,9 +98,9 @@ void WriteModelMembers(JsonWriter& json, const ZtDgnModel& model, ModelDetail de
     const bool scene = detail == ModelDetail::kScene;
     const ZtDgnModelHeader& header = model.GetHeader();
     json.Key("file");
-    json.WideString(model.GetName().Str());
+    json.String(ZtUSysString::WideToPath(model.GetName().Str()));
     json.Key("path");
-    json.WideString(model.GetSourceFilename().Str());
+    json.String(ZtUSysString::WideToPath(model.GetSourceFilename().Str()));
     json.Key("uorsPerMaster");
     json.Double(model.GetUorsPerMaster());
     if (scene) {
@@ -166,12 +166,12 @@ void AppendModelsSummary(ReportStream& out, const ZtOpState& state) {
     for (const ZtDgnModel* model : SceneModels(state)) {
         const ZtDgnModelHeader& header = model->GetHeader();
         out += "model ";
-        out += ZtUSysString::WideToUtf8(model->GetName().Str());
+        out += ReadableText(ZtUSysString::WideToPath(model->GetName().Str()));
         out += ": " + std::to_string(header.dimension) + "D, master unit \"" +
                header.masterUnitName + "\", subunit \"" + header.subUnitName + "\", " +
                ReadableNumber(model->GetUorsPerMaster()) + " UORs per master unit, " +
                std::to_string(model->GetNumElements()) + " elements\n";
         for (const std::string& warning : model->GetWarnings())
-            out += "  warning: " + warning + "\n";
+            out += "  warning: " + ReadableText(warning) + "\n";
     }
 }

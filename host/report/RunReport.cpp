@@ -1,4 +1,5 @@
 #include "report/RunReport.h"
+#include "report/ReadableText.h"
 
 #include "report/JsonWriter.h"
 #include "report/ModelReport.h"
@@ -205,10 +206,11 @@ void WriteSummaryReport(ReportStream& out, const ReviewRun& run) {
     for (const StepResult& step : run.steps) {
         out += "  " + step.step;
         if (!step.file.empty())
-            out += " " + step.file;
+            out += " " + ReadableText(step.file);
         out += ": ";
         if (step.status != 0) {
-            out += "status " + std::to_string(step.status) + ", " + step.message + "\n";
+            out +=
+                "status " + std::to_string(step.status) + ", " + ReadableText(step.message) + "\n";
             continue;
         }
         out += "done";
@@ -219,6 +221,6 @@ void WriteSummaryReport(ReportStream& out, const ReviewRun& run) {
     if (!run.warnings.empty()) {
         out += "Warnings: " + std::to_string(run.warnings.size()) + "\n";
         for (const std::string& warning : run.warnings)
-            out += "  " + warning + "\n";
+            out += "  " + ReadableText(warning) + "\n";
     }
 }

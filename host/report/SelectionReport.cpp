@@ -1,4 +1,5 @@
 #include "report/SelectionReport.h"
+#include "report/ReadableText.h"
 
 #include "report/JsonWriter.h"
 #include "report/ReportStream.h"
@@ -18,7 +19,7 @@ void WriteSelectionsJson(JsonWriter& json, const std::vector<SelectionResult>& r
         for (const SelectedElement& element : result.elements) {
             json.BeginObject(true);
             json.Key("model");
-            json.WideString(element.model);
+            json.String(ZtUSysString::WideToPath(element.model));
             json.Key("index");
             json.Int(element.index);
             json.EndObject();
@@ -34,14 +35,14 @@ void AppendSelectionsTable(ReportStream& out, const std::vector<SelectionResult>
     for (const SelectionResult& result : results) {
         const std::size_t count = result.elements.size();
         out += "  ";
-        out += ZtUSysString::WideToUtf8(result.name);
+        out += ReadableText(ZtUSysString::WideToUtf8(result.name));
         out += ": " + std::to_string(count) + (count == 1 ? " element\n" : " elements\n");
         // Runs of elements of one model share a line.
         for (std::size_t i = 0; i < count; ++i) {
             const SelectedElement& element = result.elements[i];
             if (i == 0 || element.model != result.elements[i - 1].model)
                 out += (i == 0 ? "" : "\n") + std::string("    ") +
-                       ZtUSysString::WideToUtf8(element.model) + ":";
+                       ReadableText(ZtUSysString::WideToPath(element.model)) + ":";
             out += " " + std::to_string(element.index);
         }
         if (count > 0)

@@ -1,14 +1,16 @@
 #include "review/Actions.h"
 
 #include "review/DisplaySetBudget.h"
-#include "review/ExportedTagFile.h"
 #include "review/ModelLoad.h"
 #include "review/SavedItems.h"
+#include "review/TagExportTally.h"
 #include "review/TagLineEndBudget.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztobject/ZtOaPartition.h"
 #include "ztplugin/ZtOpExportPlugin.h"
 #include "ztplugin/ZtOpFilePlugin.h"
+#include "ztutil/ZtUFileScope.h"
+#include "ztutil/ZtUSysFile.h"
 #include "ztutil/ZtUSysNativePath.h"
 #include "ztutil/ZtUSysString.h"
 
@@ -100,23 +102,36 @@ StepOutcome ImportDisplaySets(ReviewRun& run, const Step& step, ZtOpProgress* pr
     return outcome;
 }
 
-StepOutcome ExportTags(ReviewRun& run, const Step& step, ZtOpProgress* progress) {
-    StepOutcome outcome = RunExport(run, step, "ZtOdPdsTagExportPlugin", progress);
+StepOutcome ExportTags(ReviewRun& run, const Step& step, bool keepOldFileOnWarning,
+                       ZtOpProgress* progress) {
+    std::vector<std::wstring> modelNames;
+    for (const ZtDgnModel* model : SceneModels(run.state)) {
+        ZtUWideStringBuffer name;
+        ZtUSysFile::RemovePathnameW(model->GetSourceFilename().GetString(), &name);
+        modelNames.push_back(name.Str());
+    }
+    TagExportTally tally(CountSavedItems(run.state).tags, std::move(modelNames),
+                         keepOldFileOnWarning);
+    StepOutcome outcome;
+    {
+        ZtUFileScope watched;
+        watched.Watch(&tally);
+        outcome = RunExport(run, step, "ZtOdPdsTagExportPlugin", progress);
+    }
     if (outcome.status != 0 || !outcome.hostError.empty())
         return outcome;
-    const std::optional<ExportedTagCounts> written =
-        CountExportedTags(ZtUSysString::PathToWide(step.argument));
-    if (!written)
-        return outcome;
     const std::size_t tags = CountSavedItems(run.state).tags;
-    const std::size_t dropped = tags > written->records ? tags - written->records : 0;
-    outcome.counts = {{"records", written->records},
-                      {"unfiled", written->unfiled},
-                      {"fileGroups", written->fileGroups},
-                      {"tagsDropped", dropped}};
-    if (dropped > 0)
-        run.warnings.push_back("export-tags " + step.argument + ": " + std::to_string(dropped) +
-                               " of " + std::to_string(tags) + " tags were not written");
+    const std::size_t records = tally.GetRecords().size();
+    outcome.counts = {{"records", records},
+                      {"unfiled", tally.GetUnfiled()},
+                      {"fileGroups", tally.GetFileGroups()},
+                      {"tagsDropped", tags > records ? tags - records : 0}};
+    const std::string prefix = "export-tags " + step.argument + ": ";
+    for (const std::string& problem : tally.GetProblems())
+        run.warnings.push_back(prefix + problem);
+    if (tally.KeptOldFile())
+        run.warnings.push_back(prefix + "under --strict the export is not put in place: " +
+                               step.argument + " is as it was");
     return outcome;
 }
 

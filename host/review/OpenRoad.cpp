@@ -138,22 +138,24 @@ private:
     std::map<std::wstring_view, std::vector<ZtDgnModel*>> loaded_;
 };
 
-// The files beside the control file that finishing the set imports, one progress pass
-// each.
-std::size_t CountSideFiles(const ZtUWideStringBuffer& folder, const OpenParameters& parameters) {
-    std::size_t count = 0;
+} // namespace
+
+std::vector<std::wstring> SideFilesOf(const std::wstring& controlFile,
+                                      const OpenParameters& parameters) {
+    ZtUWideStringBuffer folder;
+    ZtUSysFile::PopPathW(controlFile.c_str(), &folder, nullptr);
+    std::vector<std::wstring> files;
     for (ZtUSysDirHandle walk = ZtUSysFile::OpenDirW(folder.GetString()); walk.IsValid();
          walk.Next()) {
         ZtUSysFileInfoHandle* info = walk.OpenFileInfo();
         const wchar_t* name = info->GetFullNameW();
-        count += (parameters.importTags && ZtUSysFile::HasFileExtensionW(name, L"tag")) ||
-                 (parameters.importDisplaySets && ZtUSysFile::HasFileExtensionW(name, L"dst"));
+        if ((parameters.importTags && ZtUSysFile::HasFileExtensionW(name, L"tag")) ||
+            (parameters.importDisplaySets && ZtUSysFile::HasFileExtensionW(name, L"dst")))
+            files.emplace_back(name);
         ZtUSysFile::CloseFileInfo(info);
     }
-    return count;
+    return files;
 }
-
-} // namespace
 
 std::optional<int> InputFilesValue(const std::string& name) {
     const char* const names[] = {"model", "cache", "either"};
@@ -191,8 +193,9 @@ int OpenControlFile(ZtOpState& state, ZtOpSceneSetPlugin& loader, const std::wst
     ZtUWideStringBuffer folder;
     ZtUSysFile::PopPathW(path.c_str(), &folder, nullptr);
     const std::size_t count = opened->set.GetSceneRefs().Size();
-    const std::size_t sideFiles = CountSideFiles(folder, parameters);
-    // The bar runs once: the models share their part by count, the side files theirs.
+    // The bar runs once: the models share their part by count, the side files theirs, one
+    // pass each.
+    const std::size_t sideFiles = SideFilesOf(path, parameters).size();
     const double modelsEnd = sideFiles == 0 ? 1.0 : 0.5;
     opened->refs.resize(count);
     ModelPlacer placer(state, loader, record, opened->set, dgnLoader, folder, progress);

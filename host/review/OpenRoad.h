@@ -18,6 +18,11 @@ struct OpenParameters {
     bool importDisplaySets = true; // false with --no-display-sets
 };
 
+// The files beside a control file that opening it imports: the ".tag" and ".dst" files
+// of its folder, as the parameters ask for them.
+std::vector<std::wstring> SideFilesOf(const std::wstring& controlFile,
+                                      const OpenParameters& parameters);
+
 // The value of --input-files for its name ("model", "cache", "either"), or none.
 std::optional<int> InputFilesValue(const std::string& name);
 

@@ -3,6 +3,7 @@
 #include "review/SelectionEvaluation.h"
 #include "ztplugin/ZtOpPluginLibrary.h"
 #include "ztplugin/ZtOpState.h"
+#include "ztutil/ZtUFileIdentity.h"
 
 #include <cstddef>
 #include <memory>
@@ -34,6 +35,12 @@ struct StepResult {
     std::string message; // what went wrong, when status is not 0
 };
 
+// A file that a step of the run read: a model, a side file, the step's own file.
+struct RunInput {
+    ZtUFileIdentity file;
+    std::string step; // "open plant.dri"
+};
+
 // One run of the host over one document: the loaded plug-in library, the document and
 // what was done to it. The document is destroyed before the library, whose code its
 // objects may still call.
@@ -62,4 +69,6 @@ public:
     std::unique_ptr<OpenedSceneSet> sceneSet;
     // What the last evaluation of every selection set found.
     std::optional<std::vector<SelectionResult>> selections;
+    // The files the steps read so far, which no later step writes over.
+    std::vector<RunInput> inputs;
 };

@@ -30,12 +30,15 @@ ReportScene OneTagScene(const std::string& text) {
     return scene;
 }
 
-TEST(ReportPage, TextIsEscapedWithOneBreakPerLineEnd) {
-    const std::string page = ReportPageHtml(OneTagScene("a < b & c\r\nd\n\re\rf\ng"));
-    EXPECT_NE(page.find("a &lt; b &amp; c\nd\ne\nf\ng</span>"), std::string::npos) << page;
+// Each text of the review's files is escaped and stands in a bidirectional isolate, so
+// that an override in it (U+202E here) turns round nothing beyond its own text.
+TEST(ReportPage, TextIsEscapedAndIsolatedWithOneBreakPerLineEnd) {
+    const std::string page = ReportPageHtml(OneTagScene("a < b & c\r\nd\n\re\rf\ng\u202e"));
+    EXPECT_NE(page.find("<bdi>a &lt; b &amp; c\nd\ne\nf\ng\u202e</bdi></span>"), std::string::npos)
+        << page;
     EXPECT_NE(page.find("<title>Design review: a&amp;b.dri</title>"), std::string::npos);
-    EXPECT_NE(page.find("<h3>View &lt;1&gt;</h3>"), std::string::npos);
-    EXPECT_NE(page.find("Level = &quot;Level 3&quot;"), std::string::npos);
+    EXPECT_NE(page.find("<h3><bdi>View &lt;1&gt;</bdi></h3>"), std::string::npos);
+    EXPECT_NE(page.find("<bdi>Level = &quot;Level 3&quot;</bdi>"), std::string::npos);
 }
 
 // Nothing is fetched: no external script, style sheet, image or font, and the one
