@@ -12,6 +12,7 @@
 #include <cmath>
 #include <cstring>
 #include <map>
+#include <memory>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -147,12 +148,13 @@ std::vector<std::wstring> SideFilesOf(const std::wstring& controlFile,
     std::vector<std::wstring> files;
     for (ZtUSysDirHandle walk = ZtUSysFile::OpenDirW(folder.GetString()); walk.IsValid();
          walk.Next()) {
-        ZtUSysFileInfoHandle* info = walk.OpenFileInfo();
+        // Closed however the step ends, memory running out for the list included.
+        const std::unique_ptr<ZtUSysFileInfoHandle, void (*)(ZtUSysFileInfoHandle*)> info(
+            walk.OpenFileInfo(), ZtUSysFile::CloseFileInfo);
         const wchar_t* name = info->GetFullNameW();
         if ((parameters.importTags && ZtUSysFile::HasFileExtensionW(name, L"tag")) ||
             (parameters.importDisplaySets && ZtUSysFile::HasFileExtensionW(name, L"dst")))
             files.emplace_back(name);
-        ZtUSysFile::CloseFileInfo(info);
     }
     return files;
 }

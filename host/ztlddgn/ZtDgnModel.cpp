@@ -173,21 +173,24 @@ void ZtDgnModel::VisitElementProperties(std::uint32_t slot, ZtOaPropertyVisitor&
 // Made on first demand: a pick asks a handful of nodes, and a model of millions of
 // elements should not carry an attribute object for each.
 const ZtOaAttributeList& ZtDgnModel::ElementAttributes(std::uint32_t slot) const {
-    std::unique_ptr<ZtOaAttributeList>& list = attributes_[slot];
-    if (list)
-        return *list;
-    list = std::make_unique<ZtOaAttributeList>();
+    std::unique_ptr<ZtOaAttributeList>& cached = attributes_[slot];
+    if (cached)
+        return *cached;
+    // Built whole before it is kept: memory running out half-way must not leave a list
+    // that later picks would take for the element's own.
+    auto list = std::make_unique<ZtOaAttributeList>();
     if (const std::uint64_t dmrs = GetDmrs(slot))
         list->Add(new ZtOaNat64Attribute(kDmrsAttribute, dmrs));
-    auto* properties = new ZtOaPropertyAttribute(category_);
+    auto properties = std::make_unique<ZtOaPropertyAttribute>(category_);
     struct Collect : ZtOaPropertyVisitor {
         ZtOaPropertyVector* out;
         void Visit(ZtUName*, const ZtOaProperty& property) override { out->PushBack(property); }
     } collect;
     collect.out = &properties->EditPropertyVector();
     VisitElementProperties(slot, collect);
-    list->Add(properties);
-    return *list;
+    list->Add(properties.release());
+    cached = std::move(list);
+    return *cached;
 }
 
 const ZtOaAttribute* ZtDgnModel::FindElementAttribute(std::uint32_t slot, const char* name) const {
