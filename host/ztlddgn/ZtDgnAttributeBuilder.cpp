@@ -2,6 +2,8 @@
 
 #include "ztlddgn/ZtDgnModel.h"
 
+#include <algorithm>
+
 namespace {
 
 constexpr std::uint32_t kNone = ZtDgnNumberPool::kNone;
@@ -15,10 +17,41 @@ std::string_view BeforeNul(std::string_view text) {
 ZtDgnAttributeBuilder::ZtDgnAttributeBuilder(const ZtDgnModel& model)
     : store_(new ZtDgnAttributeStore) {
     const std::size_t count = model.GetNumElements();
-    store_->keyOf_.assign(count, kNone);
+    std::vector<std::pair<std::uint64_t, std::uint32_t>> linked; // key, slot
     for (std::size_t slot = 0; slot < count; ++slot)
         if (const std::uint64_t dmrs = model.GetDmrs(slot))
-            store_->keyOf_[slot] = keys_.Intern(ZtDgnAttributeKey(dmrs));
+            linked.emplace_back(ZtDgnAttributeKey(dmrs), static_cast<std::uint32_t>(slot));
+    std::sort(linked.begin(), linked.end());
+    store_->keyOf_.assign(count, kNone);
+    for (const auto& [key, slot] : linked) {
+        if (keys_.empty() || keys_.back() != key)
+            keys_.push_back(key);
+        store_->keyOf_[slot] = static_cast<std::uint32_t>(keys_.size() - 1);
+    }
+}
+
+std::uint32_t ZtDgnAttributeBuilder::KeyNumber(std::uint64_t key) {
+    const std::size_t last = lastKeyNumber_;
+    if (last < keys_.size() && keys_[last] == key)
+        return lastKeyNumber_;
+    if (last + 1 < keys_.size() && keys_[last + 1] == key)
+        return ++lastKeyNumber_;
+    const auto found = std::lower_bound(keys_.begin(), keys_.end(), key);
+    if (found == keys_.end() || *found != key)
+        return kNone;
+    lastKeyNumber_ = static_cast<std::uint32_t>(found - keys_.begin());
+    return lastKeyNumber_;
+}
+
+std::uint32_t ZtDgnAttributeBuilder::Pair(std::uint32_t name, std::uint32_t value) {
+    if (value >= pairOfValue_.size())
+        pairOfValue_.resize(value + 1, kNone);
+    const std::uint64_t wanted = std::uint64_t{name} << 32 | value;
+    std::uint32_t& known = pairOfValue_[value];
+    if (known != kNone && store_->pairs_.Get(known) == wanted)
+        return known;
+    known = store_->pairs_.Intern(wanted);
+    return known;
 }
 
 bool ZtDgnAttributeBuilder::AddRow(std::int64_t entity, std::int64_t occurrence,
@@ -27,13 +60,9 @@ bool ZtDgnAttributeBuilder::AddRow(std::int64_t entity, std::int64_t occurrence,
     ++store_->rowsRead_;
     if (entity < 0 || entity > 0xFFFF || occurrence < 0 || occurrence > 0xFFFFFF)
         return true;
-    const std::uint64_t key =
-        static_cast<std::uint64_t>(entity) << 24 | static_cast<std::uint64_t>(occurrence);
-    if (key != lastKey_) {
-        lastKey_ = key;
-        lastKeyNumber_ = keys_.Find(key);
-    }
-    if (lastKeyNumber_ == kNone)
+    const std::uint32_t key = KeyNumber(static_cast<std::uint64_t>(entity) << 24 |
+                                        static_cast<std::uint64_t>(occurrence));
+    if (key == kNone)
         return true;
     const std::uint32_t nameNumber = store_->names_.Intern(BeforeNul(name));
     const std::uint32_t valueNumber = store_->values_.Intern(BeforeNul(value));
@@ -41,12 +70,12 @@ bool ZtDgnAttributeBuilder::AddRow(std::int64_t entity, std::int64_t occurrence,
         *why = "the distinct texts of the model's attributes would pass 4 GiB";
         return false;
     }
-    const std::uint32_t pair = store_->pairs_.Intern(std::uint64_t{nameNumber} << 32 | valueNumber);
+    const std::uint32_t pair = Pair(nameNumber, valueNumber);
     if (pair == kNone || rows_.size() >= kNone - 1) {
         *why = "the model's elements would carry more than 4294967294 attributes";
         return false;
     }
-    rows_.push_back(std::uint64_t{lastKeyNumber_} << 32 | pair);
+    rows_.push_back(std::uint64_t{key} << 32 | pair);
     return true;
 }
 
@@ -54,7 +83,7 @@ std::unique_ptr<ZtDgnAttributeStore> ZtDgnAttributeBuilder::Finish(std::string s
     ZtDgnAttributeStore& store = *store_;
     store.source_ = std::move(source);
     // A counting sort by key keeps each key's rows in the order they came.
-    const std::size_t keyCount = keys_.Size();
+    const std::size_t keyCount = keys_.size();
     store.first_.assign(keyCount + 1, 0);
     for (const std::uint64_t row : rows_)
         ++store.first_[(row >> 32) + 1];
@@ -80,7 +109,7 @@ std::unique_ptr<ZtDgnAttributeStore> ZtDgnAttributeBuilder::Finish(std::string s
     }
     for (std::uint32_t key = 0; key < keyCount; ++key)
         if (store.first_[key + 1] == store.first_[key]) {
-            const std::uint64_t value = keys_.Get(key);
+            const std::uint64_t value = keys_[key];
             store.unmatched_.push_back({static_cast<std::uint32_t>(value >> 24),
                                         static_cast<std::uint32_t>(value & 0xFFFFFF),
                                         elementsOfKey[key]});

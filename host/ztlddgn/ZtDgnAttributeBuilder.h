@@ -28,11 +28,19 @@ public:
     std::unique_ptr<ZtDgnAttributeStore> Finish(std::string source);
 
 private:
+    // The number of `key` among the model's keys, or kNone.
+    std::uint32_t KeyNumber(std::uint64_t key);
+    // The pair of two text numbers.
+    std::uint32_t Pair(std::uint32_t name, std::uint32_t value);
+
     std::unique_ptr<ZtDgnAttributeStore> store_;
-    ZtDgnNumberPool keys_;
+    // The model's distinct keys in ascending order; a key's number is its place here.
+    // Rows mostly come in key order, and then each is found next to the one before.
+    std::vector<std::uint64_t> keys_;
+    std::uint32_t lastKeyNumber_ = 0;
+    // For each value, the last pair made with it: a value mostly goes with one name, and
+    // then its pair is found without a search.
+    std::vector<std::uint32_t> pairOfValue_;
     // Each attribute as it came: its key's number in the top 32 bits, its pair's below.
     std::vector<std::uint64_t> rows_;
-    // Rows of one key tend to come together: the last key looked up, and its number.
-    std::uint64_t lastKey_ = ~std::uint64_t{0};
-    std::uint32_t lastKeyNumber_ = ZtDgnNumberPool::kNone;
 };

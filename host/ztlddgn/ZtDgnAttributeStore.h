@@ -49,7 +49,7 @@ public:
     // Elements with at least one attribute, and the attributes they carry together.
     std::size_t GetElementsWithAttributes() const { return elementsWithAttributes_; }
     std::size_t GetAttributeCount() const { return attributeCount_; }
-    // The keys that found no rows, in the order their first element stands in the file.
+    // The keys that found no rows, by entity and occurrence.
     const std::vector<UnmatchedKey>& GetUnmatchedKeys() const { return unmatched_; }
 
     // The attributes of the element in `slot`, as pair numbers in the source's order.

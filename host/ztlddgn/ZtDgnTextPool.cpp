@@ -15,52 +15,57 @@ std::size_t Hash(std::string_view text) {
 std::size_t ZtDgnTextPool::Find(std::string_view text, std::size_t hash) const {
     const std::size_t mask = slots_.size() - 1;
     for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
-        const std::uint32_t entry = slots_[at];
-        if (entry == 0)
+        const Slot& slot = slots_[at];
+        if (slot.id == 0)
             return at;
-        const std::string_view held = Get(entry - 1);
+        if (slot.hash != static_cast<std::uint32_t>(hash))
+            continue;
+        const std::string_view held = Get(slot.id - 1);
         if (held.size() == text.size() && std::memcmp(held.data(), text.data(), text.size()) == 0)
             return at;
     }
 }
 
 void ZtDgnTextPool::Grow() {
-    std::vector<std::uint32_t> old;
+    std::vector<Slot> old;
     old.swap(slots_);
-    slots_.assign(old.empty() ? 64 : 2 * old.size(), 0);
+    slots_.assign(old.empty() ? 64 : 2 * old.size(), Slot{0, 0});
     const std::size_t mask = slots_.size() - 1;
-    for (const std::uint32_t entry : old) {
-        if (entry == 0)
+    for (const Slot& slot : old) {
+        if (slot.id == 0)
             continue;
-        std::size_t at = Hash(Get(entry - 1)) & mask;
-        while (slots_[at] != 0)
+        // The low bits kept are those that place the slot, as long as the table is under
+        // 2^32 slots; past that the text is hashed again.
+        std::size_t at = (mask >> 32 ? Hash(Get(slot.id - 1)) : slot.hash) & mask;
+        while (slots_[at].id != 0)
             at = (at + 1) & mask;
-        slots_[at] = entry;
+        slots_[at] = slot;
     }
 }
 
 std::uint32_t ZtDgnTextPool::Intern(std::string_view text) {
     if (2 * (ends_.size() + 1) > slots_.size())
         Grow();
-    const std::size_t at = Find(text, Hash(text));
-    if (slots_[at] != 0)
-        return slots_[at] - 1;
+    const std::size_t hash = Hash(text);
+    const std::size_t at = Find(text, hash);
+    if (slots_[at].id != 0)
+        return slots_[at].id - 1;
     constexpr std::size_t kLimit = std::numeric_limits<std::uint32_t>::max();
     if (text.size() > kLimit - bytes_.size() || ends_.size() >= kLimit - 1)
         return kFull;
     bytes_.insert(bytes_.end(), text.begin(), text.end());
     ends_.push_back(static_cast<std::uint32_t>(bytes_.size()));
-    slots_[at] = static_cast<std::uint32_t>(ends_.size());
+    slots_[at] = {static_cast<std::uint32_t>(ends_.size()), static_cast<std::uint32_t>(hash)};
     return static_cast<std::uint32_t>(ends_.size() - 1);
 }
 
 std::size_t ZtDgnTextPool::OverheadBytes() const {
     return (bytes_.capacity() - bytes_.size()) + ends_.capacity() * sizeof(std::uint32_t) +
-           slots_.capacity() * sizeof(std::uint32_t);
+           slots_.capacity() * sizeof(Slot);
 }
 
 void ZtDgnTextPool::Seal() {
-    std::vector<std::uint32_t>().swap(slots_);
+    std::vector<Slot>().swap(slots_);
     bytes_.shrink_to_fit();
     ends_.shrink_to_fit();
 }

@@ -33,7 +33,12 @@ private:
 
     std::vector<char> bytes_;
     std::vector<std::uint32_t> ends_; // text i is bytes_[ends_[i - 1], ends_[i])
-    // Open addressing: each slot holds a text's number plus 1, or 0 when free. Never more
-    // than half full, so that a search ends soon at a free slot.
-    std::vector<std::uint32_t> slots_;
+    // Open addressing, never more than half full, so that a search ends soon at a free
+    // slot. A slot holds a text's number plus 1 (0 when free) and the low bits of its hash,
+    // which tell most other texts apart without reading them.
+    struct Slot {
+        std::uint32_t id;
+        std::uint32_t hash;
+    };
+    std::vector<Slot> slots_;
 };

@@ -86,7 +86,8 @@ std::unique_ptr<ZtPdsDbSqliteSource> ZtPdsDbSqliteSource::Open(const std::string
         return nullptr;
     }
     sqlite3* db = nullptr;
-    const int opened = sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READONLY, nullptr);
+    const int opened =
+        sqlite3_open_v2(path.c_str(), &db, SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
     std::unique_ptr<ZtPdsDbSqliteSource> source(new ZtPdsDbSqliteSource(path, db));
     if (opened != SQLITE_OK) {
         *error = db ? Describe(db, opened) : "out of memory";

@@ -8,7 +8,8 @@
 struct sqlite3;
 
 // A SQLite database file, opened read-only: the query only reads, and a writer's lock is
-// waited for up to the busy timeout.
+// waited for up to the busy timeout. A source is used by one thread at a time, so the
+// connection takes no lock of its own for each call.
 class ZtPdsDbSqliteSource : public ZtPdsDbSource {
 public:
     // Null with the problem in `error` (without the schema: Open adds it).
