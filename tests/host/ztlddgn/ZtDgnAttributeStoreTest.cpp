@@ -138,6 +138,11 @@ TEST_F(ZtDgnAttributeAttach, ElementsCarryTheRowsOfTheirKeyInTheSourcesOrder) {
               (std::vector<std::wstring>{L"nps=6", L"spec=A1"}));
     for (int i : {3, 4, 5})
         EXPECT_TRUE(PdsProperties(*model->GetChild(i)).empty()) << i;
+    // The texts as stored, up to their NUL.
+    const auto valve = store->GetElementPairs(1);
+    ASSERT_EQ(valve.size(), 2u);
+    EXPECT_EQ(store->GetName(valve[1]), "spec");
+    EXPECT_EQ(store->GetValue(valve[1]), "A1");
     // A pair is one property, whichever element shows it.
     const auto pairs = store->GetElementPairs(0);
     ASSERT_EQ(pairs.size(), 3u);
