@@ -63,7 +63,12 @@ StepResult RunStep(Session& session, const Step& step, StepHandler handler,
     StepOutcome outcome = handler(session, step);
     session.progress.Finish();
     const std::vector<ZtUSysFile::WriteFailure> writes = ZtUSysFile::TakeWriteFailures();
-    StepResult result{step.name, step.argument, outcome.status, std::move(outcome.counts), {}};
+    StepResult result{step.name,
+                      step.argument,
+                      outcome.status,
+                      std::move(outcome.counts),
+                      {},
+                      std::move(outcome.attributeSource)};
     if (!outcome.hostError.empty()) {
         *hostError = outcome.hostError;
         return result;
@@ -121,6 +126,13 @@ int RunPdsReview(const std::vector<std::string>& args) {
         if (!handler)
             return Fail(error);
         handlers.push_back(handler);
+    }
+    // A source that can't be read ends the run before any step, so that no model is left
+    // half given its attributes.
+    if (!commandLine.attributes.empty()) {
+        run.attributes = AttributeSource::Open(commandLine.attributes, &error);
+        if (!run.attributes)
+            return Fail(error);
     }
     if (commandLine.nextIds) {
         run.state.SetNextTagId(commandLine.nextIds->first);

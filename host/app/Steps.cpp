@@ -76,7 +76,7 @@ StepOutcome Model(Session& session, const Step& step) {
 // The review page. The host's file layer records why a page could not be written.
 StepOutcome Report(Session& session, const Step& step) {
     if (!WriteReportPage(GatherReportScene(session.run), step.argument))
-        return {kExitWriteFailed, {}, {}};
+        return {kExitWriteFailed, {}, {}, {}};
     return {};
 }
 
@@ -92,7 +92,7 @@ constexpr StepKind kStepKinds[] = {
      "FILE.dri",
      "open a design review: its models, placed, and the tag and\ndisplay-set files beside it",
      "ZtOdPdsDriLoaderPlugin",
-     {64, 128},
+     {2, 64, 128},
      Open,
      ExplainRead},
     {"import-tags",

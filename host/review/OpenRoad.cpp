@@ -1,5 +1,6 @@
 #include "review/OpenRoad.h"
 
+#include "review/AttributeSource.h"
 #include "review/PassProgress.h"
 #include "ztlddgn/ZtDgnLoaderPlugin.h"
 #include "ztlddgn/ZtDgnModel.h"
@@ -36,12 +37,18 @@ void SetParameters(ZtOpSceneSetPlugin& loader, const OpenParameters& parameters)
 // load files resolve against the same folder, and the references outlive the map.
 using LoadedModels = std::map<std::wstring_view, ZtDgnModel*>;
 
+// Where the models take their attributes from, and the first failure of a read.
+struct Attaching {
+    AttributeSource* source;
+    std::string* error;
+};
+
 // Loads the model of one reference into the scene; null with the reason in `why`.
 // References to a file already loaded share its model: a control file that names one
 // model thousands of times takes its memory once.
 ZtDgnModel* LoadRef(ZtOpState& state, ZtDgnLoaderPlugin* dgnLoader, const ZtOpSceneRef& ref,
                     const ZtUWideStringBuffer& folder, LoadedModels& loaded, ZtOpProgress* progress,
-                    std::string* why) {
+                    const Attaching& attaching, std::string* why) {
     const ZtUWideString& loadFile = ref.GetLoadFile();
     if (loadFile.IsEmpty()) {
         *why = "no file to load: there is no cache file, and only cache files are asked for";
@@ -70,6 +77,8 @@ ZtDgnModel* LoadRef(ZtOpState& state, ZtDgnLoaderPlugin* dgnLoader, const ZtOpSc
         dgnLoader->LoadModel(path.GetString(), state.EditNameDict(), progress, why);
     if (!model)
         return nullptr;
+    if (attaching.source && attaching.error->empty())
+        attaching.source->Attach(*model, attaching.error);
     ZtDgnModel* added = model.get();
     state.GetRootNode()->AddChild(model.release());
     loaded.emplace(loadFile.Str(), added);
@@ -103,7 +112,7 @@ std::optional<int> InputFilesValue(const std::string& name) {
 
 int OpenControlFile(ZtOpState& state, ZtOpSceneSetPlugin& loader, const std::wstring& path,
                     const OpenParameters& parameters, std::unique_ptr<OpenedSceneSet>* sceneSet,
-                    ZtOpProgress* progress) {
+                    ZtOpProgress* progress, AttributeSource* attributes, std::string* attachError) {
     // The DGN loader is there before the control file is read, so that the loader can
     // switch its option off for the models' load.
     ZtDgnLoaderPlugin* dgnLoader = ZtDgnRegisterLoaderPlugin();
@@ -124,14 +133,16 @@ int OpenControlFile(ZtOpState& state, ZtOpSceneSetPlugin& loader, const std::wst
     const double modelsEnd = sideFiles == 0 ? 1.0 : 0.5;
     opened->refs.resize(count);
     LoadedModels loaded;
+    std::string attachFailure;
+    const Attaching attaching{attributes, attachError ? attachError : &attachFailure};
     for (std::size_t i = 0; i < count; ++i) {
         ZtOpSceneRef* ref = opened->set.GetSceneRefs()[i];
         if (progress)
             progress->BeginSubOperation(modelsEnd * static_cast<double>(i + 1) /
                                         static_cast<double>(count));
         OpenedRef& outcome = opened->refs[i];
-        if (ZtDgnModel* model =
-                LoadRef(state, dgnLoader, *ref, folder, loaded, progress, &outcome.notLoaded)) {
+        if (ZtDgnModel* model = LoadRef(state, dgnLoader, *ref, folder, loaded, progress, attaching,
+                                        &outcome.notLoaded)) {
             outcome.model = model;
             loader.IPlaceSceneRef(record, &opened->set, ref, model);
         }

@@ -33,18 +33,25 @@ private:
     PGresult* result_;
 };
 
-// libpq's message on one line: its lines joined, its end trimmed.
+// libpq's message on one line: its lines joined by semicolons, runs of blanks made one.
 std::string OneLine(const char* message) {
     std::string line;
     bool blank = false;
+    bool newLine = false;
     for (const char* c = message; c && *c; ++c) {
-        if (*c == '\n' || *c == '\t' || *c == ' ') {
+        if (*c == '\n') {
+            newLine = !line.empty();
+            continue;
+        }
+        if (*c == '\t' || *c == ' ') {
             blank = !line.empty();
             continue;
         }
-        if (blank)
+        if (newLine)
+            line += ';';
+        if (newLine || blank)
             line += ' ';
-        blank = false;
+        newLine = blank = false;
         line += *c;
     }
     return line;
