@@ -1,3 +1,5 @@
+#include "support/RunProgram.h"
+#include "tools/ZtTestFiles.h"
 #include "ztpdsdb/ZtPdsDbSource.h"
 #include "ztpdsdb/ZtPdsDbUri.h"
 
@@ -109,6 +111,32 @@ TEST_F(ZtPdsDbPostgres, ReadsTheRowsOfATableOrView) {
         {12, 101, "note", "Prüfung fällig"}, {12, 101, "nps", "6"}, {12, 70000, "nps", "2.5"}};
     EXPECT_EQ(collect.rows, expected);
     EXPECT_EQ(source->GetRowsWithNull(), 1u);
+}
+
+// The sample's database loaded into the server: the review selects the same elements with
+// the same attributes as from the SQLite file beside its control file.
+TEST_F(ZtPdsDbPostgres, TheSampleSelectsAsFromItsSqliteFile) {
+    Run(Uri(), ZtTestReadBytes(ZT_SOURCE_DIR "/examples/plant/plant.sql"));
+    const std::string program = ZT_BIN_DIR "/pdsreview";
+    const std::string plant = ZT_SOURCE_DIR "/examples/plant/";
+    auto review = [&](std::vector<std::string> source) {
+        std::vector<std::string> args = {"--json", "--quiet", "--elements"};
+        args.insert(args.end(), source.begin(), source.end());
+        args.insert(args.end(), {"open", plant + "plant.dri", "select"});
+        const ProgramRun run = RunProgram(program, args);
+        EXPECT_EQ(run.exitStatus, 0) << run.err;
+        return run.out;
+    };
+    std::string fromSqlite = review({});
+    std::string fromServer = review({"--attributes", Uri()});
+    // The same but for the source's name.
+    for (auto [text, name] : {std::pair{&fromSqlite, plant + "plant.db"}, {&fromServer, Uri()}})
+        for (std::size_t at; (at = text->find('"' + name + '"')) != std::string::npos;)
+            text->replace(at, name.size() + 2, "SOURCE");
+    EXPECT_EQ(fromServer, fromSqlite);
+    EXPECT_NE(fromServer.find("\"name\": \"Large bore lines\",\n      \"count\": 4,"),
+              std::string::npos);
+    EXPECT_EQ(fromServer.find("\"attributes\": null"), std::string::npos);
 }
 
 TEST_F(ZtPdsDbPostgres, BadSourcesNameTheirProblem) {
