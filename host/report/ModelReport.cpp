@@ -28,10 +28,22 @@ void WriteWords(JsonWriter& json, const std::uint16_t* words, std::size_t count)
     json.EndArray();
 }
 
-// A text of the attribute source: UTF-8 as a rule, but bytes of no valid sequence are
-// shown as Latin-1 rather than passed on into the JSON.
+// A text of the attribute source: UTF-8 as a rule, which goes out as it stands (a value
+// may be many megabytes); where a byte begins no valid sequence, the text is shown with
+// such bytes as Latin-1 rather than passed on into the JSON.
 void WriteSourceText(JsonWriter& json, std::string_view text) {
-    json.WideString(ZtUSysString::Utf8ToWide(text));
+    const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
+    for (std::size_t at = 0; at < text.size();) {
+        char32_t codePoint;
+        const std::size_t length =
+            ZtUSysString::DecodeUtf8(bytes + at, text.size() - at, &codePoint);
+        if (length == 0) {
+            json.WideString(ZtUSysString::Utf8ToWide(text));
+            return;
+        }
+        at += length;
+    }
+    json.String(text);
 }
 
 // The element's attributes, in the source's order.

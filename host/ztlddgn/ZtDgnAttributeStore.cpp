@@ -46,7 +46,7 @@ const ZtOaProperty& ZtDgnAttributeStore::GetProperty(std::uint32_t pair) const {
     std::unique_ptr<ZtOaProperty>& property = properties_[pair];
     if (!property) {
         ZtUData value;
-        value.SetWideString(ZtUSysString::Utf8ToWide(GetValue(pair)).c_str());
+        value.TakeWideString(ZtUSysString::Utf8ToWide(GetValue(pair)));
         property = std::make_unique<ZtOaProperty>(
             nameObjects_[static_cast<std::uint32_t>(pairs_.Get(pair) >> 32)], value);
     }
