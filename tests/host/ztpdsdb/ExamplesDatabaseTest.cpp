@@ -1,5 +1,6 @@
 // The sample plant's database, examples/plant/plant.db, is made from plant.sql beside it,
 // and gives attributes to every linked element of the sample's models.
+#include "CollectRows.h"
 #include "support/DgnTestModels.h"
 #include "tools/ZtTestPlantModels.h"
 #include "ztlddgn/ZtDgnAttributeStore.h"
@@ -9,23 +10,12 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
-#include <tuple>
-
 namespace {
 
 const std::string kPlant = ZT_SOURCE_DIR "/examples/plant/";
 
-using Row = std::tuple<std::int64_t, std::int64_t, std::string, std::string>;
-
-std::vector<Row> ReadAll(const std::string& path) {
-    struct Collect : ZtPdsDbRowSink {
-        bool Row(std::int64_t entity, std::int64_t occurrence, std::string_view name,
-                 std::string_view value, std::string*) override {
-            rows.emplace_back(entity, occurrence, std::string(name), std::string(value));
-            return true;
-        }
-        std::vector<::Row> rows;
-    } collect;
+std::vector<CollectedRow> ReadAll(const std::string& path) {
+    CollectRows collect;
     std::string error;
     auto source = ZtPdsDbSource::Open(path, {}, &error);
     EXPECT_TRUE(source && source->ReadRows(collect, &error)) << error;
@@ -44,7 +34,7 @@ TEST(ExamplesDatabase, PlantDbHoldsTheRowsOfPlantSql) {
         << (message ? message : "");
     sqlite3_free(message);
     sqlite3_close(db);
-    const std::vector<Row> rows = ReadAll(kPlant + "plant.db");
+    const std::vector<CollectedRow> rows = ReadAll(kPlant + "plant.db");
     EXPECT_EQ(rows, ReadAll(made))
         << "plant.db differs from plant.sql: run sqlite3 plant.db < plant.sql in examples/plant";
     EXPECT_EQ(rows.size(), 139u);

@@ -1,3 +1,4 @@
+#include "CollectRows.h"
 #include "support/RunProgram.h"
 #include "tools/ZtTestFiles.h"
 #include "ztpdsdb/ZtPdsDbSource.h"
@@ -15,21 +16,6 @@
 #include <cstdlib>
 
 namespace {
-
-struct Row {
-    std::int64_t entity, occurrence;
-    std::string name, value;
-    bool operator==(const Row&) const = default;
-};
-
-struct Collect : ZtPdsDbRowSink {
-    bool Row(std::int64_t entity, std::int64_t occurrence, std::string_view name,
-             std::string_view value, std::string*) override {
-        rows.push_back({entity, occurrence, std::string(name), std::string(value)});
-        return true;
-    }
-    std::vector<::Row> rows;
-};
 
 // The URI `uri` with its database replaced by `database`.
 std::string WithDatabase(const std::string& uri, const std::string& database) {
@@ -105,9 +91,9 @@ TEST_F(ZtPdsDbPostgres, ReadsTheRowsOfATableOrView) {
     auto source = ZtPdsDbSource::Open(Uri(), {}, &error);
     ASSERT_TRUE(source) << error;
     EXPECT_EQ(source->GetName(), Uri());
-    Collect collect;
+    CollectRows collect;
     ASSERT_TRUE(source->ReadRows(collect, &error)) << error;
-    const std::vector<Row> expected = {
+    const std::vector<CollectedRow> expected = {
         {12, 101, "note", "Prüfung fällig"}, {12, 101, "nps", "6"}, {12, 70000, "nps", "2.5"}};
     EXPECT_EQ(collect.rows, expected);
     EXPECT_EQ(source->GetRowsWithNull(), 1u);

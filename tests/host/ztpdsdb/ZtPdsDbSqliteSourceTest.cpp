@@ -1,3 +1,4 @@
+#include "CollectRows.h"
 #include "support/DgnTestModels.h"
 #include "tools/ZtTestFiles.h"
 #include "ztlddgn/ZtDgnAttributeStore.h"
@@ -25,21 +26,6 @@ void MakeDatabase(const std::string& path, const std::string& sql) {
 constexpr const char* kTable =
     "CREATE TABLE element_attributes(entity INTEGER, occurrence INTEGER, name TEXT, value TEXT);";
 
-struct Row {
-    std::int64_t entity, occurrence;
-    std::string name, value;
-    bool operator==(const Row&) const = default;
-};
-
-struct Collect : ZtPdsDbRowSink {
-    bool Row(std::int64_t entity, std::int64_t occurrence, std::string_view name,
-             std::string_view value, std::string*) override {
-        rows.push_back({entity, occurrence, std::string(name), std::string(value)});
-        return true;
-    }
-    std::vector<::Row> rows;
-};
-
 TEST(ZtPdsDbSqliteSource, ReadsTablesAndViewsWhateverTheirColumnsCase) {
     ZtTestTempDir dir;
     const std::string table = dir.File("table.db"), view = dir.File("view.db");
@@ -56,7 +42,7 @@ TEST(ZtPdsDbSqliteSource, ReadsTablesAndViewsWhateverTheirColumnsCase) {
                        "SELECT 12, mslink, 'spec', spec FROM pipes;");
     struct Case {
         std::string path;
-        std::vector<Row> rows;
+        std::vector<CollectedRow> rows;
         std::size_t withNull;
     };
     const Case cases[] = {
@@ -73,7 +59,7 @@ TEST(ZtPdsDbSqliteSource, ReadsTablesAndViewsWhateverTheirColumnsCase) {
         auto source = ZtPdsDbSource::Open(c.path, {}, &error);
         ASSERT_TRUE(source) << error;
         EXPECT_EQ(source->GetName(), c.path);
-        Collect collect;
+        CollectRows collect;
         // A blob in a text column fails the table's read after its first rows.
         const bool read = source->ReadRows(collect, &error);
         if (c.path == table) {
@@ -135,7 +121,7 @@ TEST(ZtPdsDbSqliteSource, AWritersLockFailsTheOpenAndTheFileStaysAsItWas) {
         std::string error;
         auto source = ZtPdsDbSource::Open(path, {}, &error);
         ASSERT_TRUE(source) << error;
-        Collect collect;
+        CollectRows collect;
         EXPECT_TRUE(source->ReadRows(collect, &error)) << error;
         EXPECT_EQ(collect.rows.size(), 1u);
     }
