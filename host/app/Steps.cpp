@@ -90,7 +90,8 @@ constexpr StepKind kStepKinds[] = {
      ExplainNothing},
     {"open",
      "FILE.dri",
-     "open a design review: its models, placed, and the tag and\ndisplay-set files beside it",
+     "open a design review: its models, placed, and the tag and\ndisplay-set files and the "
+     "project database beside it",
      "ZtOdPdsDriLoaderPlugin",
      {2, 64, 128},
      Open,

@@ -89,8 +89,8 @@ AttributeSource* OpenReviewSource(ReviewRun& run, const Step& step,
         return nullptr;
     if (!AttributeSource::Available()) {
         run.warnings.push_back("open " + step.argument + ": " + database +
-                               " beside it is not read: this build of pdsreview reads no "
-                               "attribute sources");
+                               " beside it is not read: this build reads no attribute "
+                               "sources");
         return nullptr;
     }
     beside = AttributeSource::Open(database, error);
