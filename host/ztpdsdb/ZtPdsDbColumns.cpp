@@ -43,7 +43,8 @@ bool ZtPdsDbMatchColumns(const std::vector<ZtPdsDbColumn>& columns,
             *problem = "column " + column->name + " of element_attributes is of type " +
                        column->typeName + ", not " + Expected(i) + " type";
             if (!ZtPdsDbIsIntegerColumn(i))
-                *problem += " (a view over the table can cast it: CAST(" + column->name + " AS TEXT))";
+                *problem +=
+                    " (a view over the table can cast it: CAST(" + column->name + " AS TEXT))";
             return false;
         }
         (*found)[i] = column->name;
