@@ -96,6 +96,14 @@ void WriteAttributeSummaryJson(JsonWriter& json, const ZtDgnModel& model) {
     json.EndObject();
 }
 
+void WriteBox(JsonWriter& json, const char* key, const ZtLBox3f& box) {
+    json.Key(key);
+    json.BeginArray(true);
+    json.Doubles({box.GetMin().x, box.GetMin().y, box.GetMin().z});
+    json.Doubles({box.GetMax().x, box.GetMax().y, box.GetMax().z});
+    json.EndArray();
+}
+
 void WriteElementJson(JsonWriter& json, const ZtDgnModel& model, std::size_t slot) {
     const ZtDgnElement& e = model.GetElement(slot);
     json.BeginObject();
@@ -122,12 +130,10 @@ void WriteElementJson(JsonWriter& json, const ZtDgnModel& model, std::size_t slo
     WriteInts(json, e.range, 3);
     WriteInts(json, e.range + 3, 3);
     json.EndArray();
+    // In the model's master units, and where the model's placement puts it in the scene.
     const ZtLBox3f box = model.GetElementBox(slot);
-    json.Key("box");
-    json.BeginArray(true);
-    json.Doubles({box.GetMin().x, box.GetMin().y, box.GetMin().z});
-    json.Doubles({box.GetMax().x, box.GetMax().y, box.GetMax().z});
-    json.EndArray();
+    WriteBox(json, "box", box);
+    WriteBox(json, "sceneBox", model.GetTransform().TransformBox(box));
     json.Key("dmrs");
     if (const std::uint64_t dmrs = model.GetDmrs(slot)) {
         const std::uint16_t words[4] = {

@@ -101,7 +101,15 @@ private:
             out_ += "<tr><td>" + Escaped(model.file) + "</td><td>" + Escaped(model.units) +
                     "</td><td>" + std::to_string(model.elements) + "</td><td>" +
                     Escaped(model.placement) + "</td></tr>\n";
-        out_ += "</table>\n</header>\n";
+        out_ += "</table>\n";
+        if (!scene_.failed.empty()) {
+            out_ += "<ul id=\"failed\">\n";
+            for (const ReportFailedModel& failed : scene_.failed)
+                out_ += "<li><b>" + Escaped(failed.name) +
+                        "</b> not loaded: " + Escaped(failed.reason) + "</li>\n";
+            out_ += "</ul>\n";
+        }
+        out_ += "</header>\n";
     }
 
     static std::string Count(std::size_t n, const char* noun) {

@@ -11,6 +11,7 @@
 #include "ztcore/ZtOcPickFrustumTraversal.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztlinear/ZtLFrustum3f.h"
+#include "ztlinear/ZtLMatrix4f.h"
 #include "ztobject/ZtOaTraversal.h"
 #include "ztobject/ZtOaUnit.h"
 #include "ztplugin/ZtOpRedlineTag.h"
@@ -19,65 +20,8 @@
 #include "ztutil/ZtUSysString.h"
 
 #include <algorithm>
-#include <cmath>
-#include <numbers>
 
 namespace {
-
-// A model's place in the scene: p goes to M (scale p) + t.
-struct Placement {
-    ZtLAffine3f transform;
-    double scale = 1.0;
-};
-
-// The rotation of a matrix that only turns about Z, in degrees; none for any other.
-bool TurnAboutZ(const ZtLMatrix3f& m, double* degrees) {
-    const double eps = 1e-9;
-    if (std::abs(m.Get(2, 2) - 1) > eps || std::abs(m.Get(0, 2)) > eps ||
-        std::abs(m.Get(1, 2)) > eps || std::abs(m.Get(2, 0)) > eps || std::abs(m.Get(2, 1)) > eps ||
-        std::abs(m.Get(0, 0) - m.Get(1, 1)) > eps || std::abs(m.Get(0, 1) + m.Get(1, 0)) > eps ||
-        std::abs(m.Get(0, 0) * m.Get(0, 0) + m.Get(1, 0) * m.Get(1, 0) - 1) > eps)
-        return false;
-    *degrees = std::atan2(m.Get(1, 0), m.Get(0, 0)) * 180 / std::numbers::pi;
-    return true;
-}
-
-std::string PlacementWords(const Placement& placement, const std::string& from,
-                           const std::string& to) {
-    std::string words;
-    if (placement.scale != 1.0)
-        words += "scaled from " + from + " to " + to + ", ";
-    const ZtLMatrix3f& m = placement.transform.GetMatrix();
-    double degrees = 0;
-    if (!TurnAboutZ(m, &degrees)) {
-        words += "transformed by rows";
-        for (int row = 0; row < 3; ++row)
-            words += " (" + ReadableNumber(m.Get(row, 0)) + " " + ReadableNumber(m.Get(row, 1)) +
-                     " " + ReadableNumber(m.Get(row, 2)) + ")";
-        words += ", ";
-    } else if (std::abs(degrees) > 1e-9) {
-        words += "turned " + ReadableNumber(degrees) + "\u00b0 about Z, ";
-    } else {
-        words += "not turned, ";
-    }
-    const ZtLVec3f& t = placement.transform.GetTranslation();
-    return words + "moved by (" + ReadableNumber(t.x) + ", " + ReadableNumber(t.y) + ", " +
-           ReadableNumber(t.z) + ") " + to;
-}
-
-ZtLBox3f PlaceBox(const ZtLBox3f& box, const Placement& placement) {
-    if (placement.scale == 1.0 && placement.transform == ZtLAffine3f())
-        return box;
-    ZtLBox3f placed;
-    const ZtLPos3f& lo = box.GetMin();
-    const ZtLPos3f& hi = box.GetMax();
-    for (int corner = 0; corner < 8; ++corner) {
-        const ZtLPos3f p((corner & 1 ? hi : lo).x, (corner & 2 ? hi : lo).y,
-                         (corner & 4 ? hi : lo).z);
-        placed.Extend(placement.transform.Transform(p * placement.scale));
-    }
-    return placed;
-}
 
 // The slot of the element of that file index; slots run in file order.
 std::size_t SlotOfIndex(const ZtDgnModel& model, std::int64_t index) {
@@ -97,23 +41,25 @@ std::string DmrsWords(std::uint64_t dmrs) {
            std::to_string((dmrs >> 16) & 0xFFFF) + " " + std::to_string(dmrs & 0xFFFF);
 }
 
-// Looks through the tag's point as its view does, at a tiny window about it, and notes
-// the model and DMRS value of the nearest element hit: the lowest element with a value on
-// the picked shape's path, below the lowest model.
+// Picks as the tag export does, so that the page names the element the export writes:
+// along the view's direction, through a tiny window about the tag's point, from the tag's
+// depth to a fifth beyond it. Notes the model and DMRS value of the nearest element hit:
+// the lowest element with a value on the picked shape's path, below the lowest model.
 void PickTag(const ZtOpState& state, const ZtOpView& view, ReportTag* tag) {
     const ZtOaPartition* root = state.GetRootNode();
     if (!root || !tag->placed)
         return;
     ZtNvCamera camera = view.AnonView().GetViewPoint().GetRenderCamera();
-    camera.PointAt(tag->position);
-    const double depth = (tag->position - camera.GetPosition()).Length();
-    camera.SetNear(depth - 1e-9);
-    camera.SetFar(depth * 1.2);
+    const ZtLVec3f& u = camera.ViewDir();
+    const double depth = u.Dot(tag->position) - u.Dot(camera.GetPosition());
+    camera.SetNear(depth - ZtLVec::GetResabs());
+    camera.SetFar(depth + depth * 0.2);
     ZtLFrustum3f frustum;
-    if (depth <= 0 || !camera.Frustum(&frustum, 0.0))
+    if (!(depth > 0) || !camera.Frustum(&frustum, 0.0))
         return;
-    const double half = 0.0001;
-    frustum.Narrow(0.5 - half, 0.5 + half, 0.5 - half, 0.5 + half);
+    const ZtLPos3f at = tag->position * frustum.GetMatrix();
+    const double x = (at.x + 1.0) * 0.5, y = (at.y + 1.0) * 0.5, half = 0.0001;
+    frustum.Narrow(x - half, x + half, y - half, y + half);
     ZtOcContext context;
     ZtOcPickFrustumTraversal pick(&context);
     pick.SetFrustum(ZtLPickFrustum3f(frustum));
@@ -178,35 +124,39 @@ ReportScene GatherReportScene(const ReviewRun& run) {
     scene.sceneUnits = set ? UnitName(sceneUnits) : "master units";
 
     // Where each model's elements begin in the scene's list, for the selections.
-    std::vector<std::pair<std::wstring, std::size_t>> firstElement;
+    std::vector<std::pair<const ZtOaPartition*, std::size_t>> firstElement;
     for (const ZtDgnModel* model : SceneModels(run.state)) {
-        Placement placement;
-        std::string from;
-        for (std::size_t i = 0; set && i < set->refs.size(); ++i)
-            if (set->refs[i].model == model) {
-                const ZtOpSceneRef& ref = *set->set.GetSceneRefs()[i];
-                placement.transform = ref.GetTransform();
-                placement.scale = ZtOaUnit::ScaleFactor(ref.GetLinearUnits(), sceneUnits);
-                from = UnitName(ref.GetLinearUnits());
-            }
         const ZtDgnModelHeader& header = model->GetHeader();
         ReportModel out;
         out.file = ZtUSysString::WideToUtf8(model->GetName().Str());
         out.units = header.masterUnitName + " / " + header.subUnitName + ", " +
                     ReadableNumber(model->GetUorsPerMaster()) + " UORs per master unit";
         // A model of a `model` step stands where its file puts it.
-        out.placement =
-            from.empty() ? "not placed" : PlacementWords(placement, from, scene.sceneUnits);
+        out.placement = "not placed";
+        for (std::size_t i = 0; set && i < set->refs.size(); ++i)
+            if (set->refs[i].model == model) {
+                const ZtOpSceneRef& ref = *set->set.GetSceneRefs()[i];
+                out.placement =
+                    PlacementWords(ref.GetTransform(), ref.GetLinearUnits(), sceneUnits);
+                break;
+            }
         out.elements = model->GetNumElements();
         scene.models.push_back(std::move(out));
-        firstElement.emplace_back(model->GetName().Str(), scene.elements.size());
+        firstElement.emplace_back(model, scene.elements.size());
+        // The model's partition places its elements in the scene.
+        const ZtLAffine3f& placement = model->GetTransform();
         for (std::size_t slot = 0; slot < model->GetNumElements(); ++slot) {
             const ZtDgnElement& e = model->GetElement(slot);
-            scene.elements.push_back({PlaceBox(model->GetElementBox(slot), placement),
+            scene.elements.push_back({placement.TransformBox(model->GetElementBox(slot)),
                                       static_cast<std::uint8_t>(e.GetLevel()), e.colour});
             scene.models.back().extent.Extend(scene.elements.back().box);
         }
     }
+    for (std::size_t i = 0; set && i < set->refs.size(); ++i)
+        if (!set->refs[i].model)
+            scene.failed.push_back(
+                {ZtUSysString::WideToUtf8(set->set.GetSceneRefs()[i]->GetSourceName().Str()),
+                 set->refs[i].notLoaded});
 
     WalkSavedItems(run.state, SavedItemTree::kSavedViews, [&](const ZtOpSavedItem& item, int) {
         GatherView(run.state, item, &scene.views);
@@ -226,7 +176,7 @@ ReportScene GatherReportScene(const ReviewRun& run) {
         for (std::size_t k = 0; i < selections.size() && k < selections[i].elements.size(); ++k) {
             const SelectedElement& selected = selections[i].elements[k];
             for (std::size_t m = 0; m < models.size(); ++m) {
-                if (firstElement[m].first != selected.model)
+                if (firstElement[m].first != selected.partition)
                     continue;
                 const std::size_t slot = SlotOfIndex(*models[m], selected.index);
                 if (slot < models[m]->GetNumElements())

@@ -23,6 +23,12 @@ struct ReportModel {
     ZtLBox3f extent; // of its placed elements
 };
 
+// A reference of the control file whose model did not load.
+struct ReportFailedModel {
+    std::string name; // as the control file gives it
+    std::string reason;
+};
+
 struct ReportTag {
     std::uint64_t id = 0;
     bool placed = false; // has a 3D position
@@ -50,13 +56,15 @@ struct ReportSet {
 };
 
 // What the report page shows of a run's document, gathered once: the control file, the
-// models and their placement, every element placed into the scene's units, the saved
-// views with their tags, and the selection sets with what they select (the last `select`
-// step's results, or a fresh evaluation without one).
+// models and their placement, the references whose models did not load (with the
+// reason), every element where the scene places it, the saved views with their tags, and
+// the selection sets with what they select (the last `select` step's results, or a fresh
+// evaluation without one).
 struct ReportScene {
     std::string controlFile;
     std::string sceneUnits;
     std::vector<ReportModel> models;
+    std::vector<ReportFailedModel> failed;
     std::vector<ReportElement> elements;
     std::vector<ReportView> views;
     std::vector<ReportSet> sets;

@@ -51,6 +51,12 @@ void WriteSceneSetJson(JsonWriter& json, const OpenedSceneSet* sceneSet) {
         json.Int(ref.GetLoadKind());
         json.Key("transform");
         WriteTransformJson(json, ref.GetTransform());
+        json.Key("placement");
+        if (outcome && outcome->model)
+            json.String(PlacementWords(ref.GetTransform(), ref.GetLinearUnits(),
+                                       sceneSet->set.GetLinearUnits()));
+        else
+            json.Null();
         json.Key("model");
         if (outcome && outcome->model) {
             json.BeginObject();
@@ -93,13 +99,9 @@ void AppendSceneSetSummary(ReportStream& out, const OpenedSceneSet& sceneSet) {
                ReadableNumber(model.GetUorsPerMaster()) + " UORs per master unit, " +
                std::to_string(model.GetNumElements()) + " elements; reference units " +
                UnitName(ref.GetLinearUnits()) + "\n";
-        const ZtLMatrix3f& m = ref.GetTransform().GetMatrix();
-        const ZtLVec3f& t = ref.GetTransform().GetTranslation();
-        out += "     placed by rows (";
-        for (int row = 0; row < 3; ++row)
-            out += (row ? ") (" : "") + ReadableNumber(m.Get(row, 0)) + " " +
-                   ReadableNumber(m.Get(row, 1)) + " " + ReadableNumber(m.Get(row, 2));
-        out += "), then moved by (" + ReadableNumber(t.x) + ", " + ReadableNumber(t.y) + ", " +
-               ReadableNumber(t.z) + ") " + UnitName(sceneSet.set.GetLinearUnits()) + "\n";
+        out += "     placed: " +
+               PlacementWords(ref.GetTransform(), ref.GetLinearUnits(),
+                              sceneSet.set.GetLinearUnits()) +
+               "\n";
     }
 }

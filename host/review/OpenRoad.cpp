@@ -10,9 +10,11 @@
 #include "ztutil/ZtUSysFile.h"
 
 #include <cerrno>
+#include <cmath>
 #include <cstring>
 #include <map>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -33,9 +35,36 @@ void SetParameters(ZtOpSceneSetPlugin& loader, const OpenParameters& parameters)
     loader.ISetParameter(2, value);
 }
 
-// The models already in the scene, by the load file of the first reference to each: all
-// load files resolve against the same folder, and the references outlive the map.
-using LoadedModels = std::map<std::wstring_view, ZtDgnModel*>;
+// Why the host can't load the reference's file, or empty if it may try.
+std::string CannotLoad(const ZtOpSceneRef& ref, const ZtDgnLoaderPlugin* dgnLoader) {
+    const ZtUWideString& loadFile = ref.GetLoadFile();
+    if (loadFile.IsEmpty())
+        return "no file to load: there is no cache file, and only cache files are asked for";
+    if (ZtUSysFile::HasFileExtensionW(loadFile.GetString(), L"kvc"))
+        return "cache files are not read by this host";
+    if (!dgnLoader)
+        return std::string("no DGN loader: another plug-in holds the name ") +
+               ZtDgnLoaderPlugin::kRegisteredName;
+    // No system opens a path this long, so such a name is refused before it is made
+    // absolute and converted: it may be as long as the control file that gives it.
+    if (loadFile.GetLength() > kLongestOpenablePath)
+        return "cannot open the file: " + std::string(std::strerror(ENAMETOOLONG));
+    return "";
+}
+
+// Whether two placements are the same map. A control file's "nan" gives NaN, which here
+// matches NaN, so that references placed alike share their model whatever the numbers.
+bool SamePlacement(const ZtLAffine3f& a, const ZtLAffine3f& b) {
+    auto same = [](double x, double y) { return x == y || (std::isnan(x) && std::isnan(y)); };
+    for (int row = 0; row < 3; ++row) {
+        if (!same(a.GetTranslation()[row], b.GetTranslation()[row]))
+            return false;
+        for (int column = 0; column < 3; ++column)
+            if (!same(a.GetMatrix().Get(row, column), b.GetMatrix().Get(row, column)))
+                return false;
+    }
+    return true;
+}
 
 // Where the models take their attributes from, and the first failure of a read.
 struct Attaching {
@@ -43,47 +72,81 @@ struct Attaching {
     std::string* error;
 };
 
-// Loads the model of one reference into the scene; null with the reason in `why`.
-// References to a file already loaded share its model: a control file that names one
-// model thousands of times takes its memory once.
-ZtDgnModel* LoadRef(ZtOpState& state, ZtDgnLoaderPlugin* dgnLoader, const ZtOpSceneRef& ref,
-                    const ZtUWideStringBuffer& folder, LoadedModels& loaded, ZtOpProgress* progress,
-                    const Attaching& attaching, std::string* why) {
-    const ZtUWideString& loadFile = ref.GetLoadFile();
-    if (loadFile.IsEmpty()) {
-        *why = "no file to load: there is no cache file, and only cache files are asked for";
-        return nullptr;
+// Loads the models of a scene set's references into the document's scene, gives them
+// their attributes, and places them. References to one file placed alike share its model: a control
+// file that names one model thousands of times takes its memory once. A reference that places the
+// file elsewhere (in other units, the one thing that differs between the references of one control
+// file) gets a model of its own, so that the scene shows the file in each place.
+class ModelPlacer {
+public:
+    ModelPlacer(ZtOpState& state, ZtOpSceneSetPlugin& loader, void* record, ZtOpSceneSet& set,
+                ZtDgnLoaderPlugin* dgnLoader, const ZtUWideStringBuffer& folder,
+                ZtOpProgress* progress, const Attaching& attaching)
+        : state_(state), loader_(loader), record_(record), set_(set), dgnLoader_(dgnLoader),
+          folder_(folder), progress_(progress), attaching_(attaching) {}
+
+    // The model of `ref`, placed; null with the reason in `why`, and the reference left
+    // unplaced. The loader places the reference (IPlaceSceneRef, which reads the model's
+    // units), and the model's partition takes the reference's placement in the scene.
+    ZtDgnModel* Place(ZtOpSceneRef& ref, std::string* why) {
+        if (*why = CannotLoad(ref, dgnLoader_); !why->empty())
+            return nullptr;
+        std::vector<ZtDgnModel*>& models = loaded_[ref.GetLoadFile().Str()];
+        ZtDgnModel* fresh = models.empty() ? Load(ref.GetLoadFile(), why) : nullptr;
+        if (models.empty() && !fresh)
+            return nullptr;
+        if (fresh)
+            models.push_back(fresh);
+        const ZtLAffine3f before = ref.GetTransform();
+        // Every model of the list is the same file, with the same units.
+        loader_.IPlaceSceneRef(record_, &set_, &ref, models.front());
+        const ZtLAffine3f placement = ref.GetPlacement(set_.GetLinearUnits());
+        if (fresh) {
+            fresh->SetTransform(placement);
+            return fresh;
+        }
+        for (ZtDgnModel* model : models)
+            if (SamePlacement(model->GetTransform(), placement))
+                return model;
+        ZtDgnModel* again = Load(ref.GetLoadFile(), why);
+        if (!again) {
+            ref.EditTransform() = before;
+            return nullptr;
+        }
+        again->SetTransform(placement);
+        models.push_back(again);
+        return again;
     }
-    if (ZtUSysFile::HasFileExtensionW(loadFile.GetString(), L"kvc")) {
-        *why = "cache files are not read by this host";
-        return nullptr;
+
+private:
+    // Reads the file, resolved against the control file's folder, into the scene, with its
+    // attributes while no read of the source has failed.
+    ZtDgnModel* Load(const ZtUWideString& loadFile, std::string* why) {
+        ZtUWideStringBuffer path;
+        ZtUSysFile::MakeAbsoluteW(folder_.GetString(), loadFile.GetString(), &path);
+        std::unique_ptr<ZtDgnModel> model =
+            dgnLoader_->LoadModel(path.GetString(), state_.EditNameDict(), progress_, why);
+        if (!model)
+            return nullptr;
+        if (attaching_.source && attaching_.error->empty())
+            attaching_.source->Attach(*model, attaching_.error);
+        ZtDgnModel* added = model.get();
+        state_.GetRootNode()->AddChild(model.release());
+        return added;
     }
-    if (!dgnLoader) {
-        *why = std::string("no DGN loader: another plug-in holds the name ") +
-               ZtDgnLoaderPlugin::kRegisteredName;
-        return nullptr;
-    }
-    if (auto found = loaded.find(loadFile.Str()); found != loaded.end())
-        return found->second;
-    // No system opens a path this long, so such a name is refused before it is made
-    // absolute and converted: it may be as long as the control file that gives it.
-    if (loadFile.GetLength() > kLongestOpenablePath) {
-        *why = "cannot open the file: " + std::string(std::strerror(ENAMETOOLONG));
-        return nullptr;
-    }
-    ZtUWideStringBuffer path;
-    ZtUSysFile::MakeAbsoluteW(folder.GetString(), loadFile.GetString(), &path);
-    std::unique_ptr<ZtDgnModel> model =
-        dgnLoader->LoadModel(path.GetString(), state.EditNameDict(), progress, why);
-    if (!model)
-        return nullptr;
-    if (attaching.source && attaching.error->empty())
-        attaching.source->Attach(*model, attaching.error);
-    ZtDgnModel* added = model.get();
-    state.GetRootNode()->AddChild(model.release());
-    loaded.emplace(loadFile.Str(), added);
-    return added;
-}
+
+    ZtOpState& state_;
+    ZtOpSceneSetPlugin& loader_;
+    void* record_;
+    ZtOpSceneSet& set_;
+    ZtDgnLoaderPlugin* dgnLoader_;
+    const ZtUWideStringBuffer& folder_;
+    ZtOpProgress* progress_;
+    Attaching attaching_;
+    // The models of each load file; the references whose names the keys view outlive the
+    // placer.
+    std::map<std::wstring_view, std::vector<ZtDgnModel*>> loaded_;
+};
 
 // The files beside the control file that finishing the set imports, one progress pass
 // each.
@@ -132,20 +195,16 @@ int OpenControlFile(ZtOpState& state, ZtOpSceneSetPlugin& loader, const std::wst
     // The bar runs once: the models share their part by count, the side files theirs.
     const double modelsEnd = sideFiles == 0 ? 1.0 : 0.5;
     opened->refs.resize(count);
-    LoadedModels loaded;
     std::string attachFailure;
-    const Attaching attaching{attributes, attachError ? attachError : &attachFailure};
+    ModelPlacer placer(state, loader, record, opened->set, dgnLoader, folder, progress,
+                       {attributes, attachError ? attachError : &attachFailure});
     for (std::size_t i = 0; i < count; ++i) {
         ZtOpSceneRef* ref = opened->set.GetSceneRefs()[i];
         if (progress)
             progress->BeginSubOperation(modelsEnd * static_cast<double>(i + 1) /
                                         static_cast<double>(count));
         OpenedRef& outcome = opened->refs[i];
-        if (ZtDgnModel* model = LoadRef(state, dgnLoader, *ref, folder, loaded, progress, attaching,
-                                        &outcome.notLoaded)) {
-            outcome.model = model;
-            loader.IPlaceSceneRef(record, &opened->set, ref, model);
-        }
+        outcome.model = placer.Place(*ref, &outcome.notLoaded);
         if (progress)
             progress->EndSubOperation();
     }

@@ -27,7 +27,8 @@ std::optional<int> InputFilesValue(const std::string& name);
 
 // What the host made of one reference of a scene set.
 struct OpenedRef {
-    // The model loaded for the reference, which the document's scene owns; null if none.
+    // The model loaded for the reference and placed where it says, which the document's
+    // scene owns; null if none.
     const ZtDgnModel* model = nullptr;
     // Why there is no model.
     std::string notLoaded;
@@ -42,12 +43,15 @@ struct OpenedSceneSet {
 // The `open` step, the host's road for a control file. The loader learns of the document
 // and gets its parameters; IReadSet reads the file; each reference's load file, resolved
 // against the control file's folder, is loaded by the DGN loader into the document's
-// scene and placed with IPlaceSceneRef; IFinishSet gets the scene's root, and the view it
-// sets up becomes the document's current view. A reference without a load file, with a
-// cache file (which this host does not read), or whose file is missing or no readable
-// model is not loaded, with the reason, and is not placed. With `attributes`, each model
-// takes its elements' attributes from the source when it has loaded; the first read that
-// fails stops the attaching and goes to `attachError`, while the road goes on to its end.
+// scene and placed with IPlaceSceneRef, and the model's partition takes the reference's
+// placement (ZtOpSceneRef::GetPlacement), so that the scene is the placed review;
+// references to one file share its model where they place it alike. IFinishSet gets the
+// scene's root, and the view it sets up becomes the document's current view. A reference
+// without a load file, with a cache file (which this host does not read), or whose file
+// is missing or no readable model is not loaded, with the reason, and is not placed.
+// With `attributes`, each model takes its elements' attributes from the source when it has
+// loaded; the first read that fails stops the attaching and goes to `attachError`, while
+// the road goes on to its end.
 //
 // Returns the status of IReadSet. With 0, `sceneSet` receives the scene set; otherwise it
 // is left alone and the document is untouched.

@@ -52,7 +52,7 @@ std::vector<SelectionResult> ComputeSelections(const ZtOpState& state, ZtOpProgr
         if (i < selected.size())
             for (const ZtOpSelectedElement& e : selected[i])
                 result.elements.push_back(
-                    {e.model ? e.model->GetName().Str() : std::wstring(), e.index});
+                    {e.model ? e.model->GetName().Str() : std::wstring(), e.index, e.model});
         results.push_back(std::move(result));
     }
     return results;

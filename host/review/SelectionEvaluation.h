@@ -3,14 +3,17 @@
 #include <string>
 #include <vector>
 
+class ZtOaPartition;
 class ZtOpProgress;
 class ZtOpSelectionSet;
 class ZtOpState;
 
-// An element that a selection set selected: its model's name and its index there.
+// An element that a selection set selected: its model's name and its index there, and
+// the model's partition itself, which tells apart two placements of one file.
 struct SelectedElement {
     std::wstring model;
     std::int64_t index;
+    const ZtOaPartition* partition;
 };
 
 // What one selection set selected over the loaded models, in the depth-first order of the

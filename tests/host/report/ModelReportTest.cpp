@@ -60,6 +60,7 @@ TEST(ModelReport, AddsEachModelToTheSceneInLoadOrder) {
     ExpectInOrder(ModelsJson(state, true),
                   {"\"dgnOption10AtLoad\": false,",
                    "\"box\": [[-1, 0, 0], [2, 0.001, 1e-04]],\n"
+                   "        \"sceneBox\": [[-1, 0, 0], [2, 0.001, 1e-04]],\n"
                    "        \"dmrs\": [0, 12, 4464, 1],\n"
                    "        \"linkages\": [\n"
                    "          {\"kind\": \"dmrs\", \"raw\": [0, 0, 0, 0]},\n"
@@ -68,6 +69,12 @@ TEST(ModelReport, AddsEachModelToTheSceneInLoadOrder) {
                    "\"dgnOption10AtLoad\": true,", "\"complex\": false,", "\"dmrs\": null,",
                    "\"complex\": true,"});
     EXPECT_EQ(ModelsJson(state, false).find("elementList"), std::string::npos);
+    // A placed model's elements keep their model box beside the box the scene puts them in.
+    static_cast<ZtOaPartition*>(state.GetRootNode()->GetChild(0))
+        ->SetTransform(ZtLAffine3f(ZtLMatrix3f(), ZtLVec3f(10, 0, -1)));
+    ExpectInOrder(ModelsJson(state, true),
+                  {"\"box\": [[-1, 0, 0], [2, 0.001, 1e-04]],\n"
+                   "        \"sceneBox\": [[9, 0, -1], [12, 0.001, -0.9999]]"});
 
     std::string summary;
     ReportStream stream(summary);

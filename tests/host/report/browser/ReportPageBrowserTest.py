@@ -1,6 +1,6 @@
 """The report page in a real browser: the sample review's page shows every tag's pin where
-the JSON document puts the tag, its tag list and selection sets answer clicks, and it
-draws something; the page of a generated 1,000,000-element scene stays under 15 MB and
+the JSON document puts the tag, on the drawn box of the element that the tag's `l` block
+names, its tag list and selection sets answer clicks, and it draws something; the page of a generated 1,000,000-element scene stays under 15 MB and
 loads. Exits 77 (skipped) without a browser, unless ZT_REQUIRE_BROWSER is set."""
 
 import argparse
@@ -56,12 +56,68 @@ return [...document.querySelectorAll('svg.view')].map(svg => {
           })};
 });"""
 
+SHAPES = """
+return Object.fromEntries([...document.querySelectorAll('svg.view')].map(svg => [svg.id,
+    [...svg.querySelectorAll('.shapes rect')].map(r => {
+      const b = r.getBoundingClientRect();
+      return [b.left, b.top, b.right, b.bottom];
+    })]));"""
+
+META = """
+return Object.fromEntries([...document.querySelectorAll('li.tag')].map(
+    li => [li.dataset.tag, li.querySelector('.meta').textContent]));"""
+
 HIGHLIGHTS = """
 return {pins: [...document.querySelectorAll('.pin.sel')].map(p => p.dataset.tag),
         items: [...document.querySelectorAll('li.tag.sel')].map(i => i.dataset.tag),
         sights: [...document.querySelectorAll('.sight')].map(g => g.querySelectorAll('line').length),
         hits: [...document.querySelectorAll('svg.view')].map(
             svg => svg.querySelectorAll('.shapes .hit').length)};"""
+
+
+def named_elements(tag_file):
+    """The `l` block of each tag of a tag file, by tag id, as four numbers."""
+    named, tag = {}, None
+    with open(tag_file, encoding="utf-8") as text:
+        for line in text:
+            if line.startswith("tag{"):
+                tag = line[4:].split()[0]
+            elif line.startswith("l{") and tag:
+                named[tag] = [int(word) for word in line[2:line.index("}")].split()]
+    return named
+
+
+def check_pins_on_elements(browser, pdsreview, dri, views):
+    """Each tag's pin lies, in every view, on the drawn box of the element that the tag's `l`
+    block names: the box the JSON's sceneBox of that element gives, which the page draws."""
+    named = named_elements(os.path.join(os.path.dirname(dri), "plant.tag"))
+    check(len(named) == 6, "the sample's six tags each name an element")
+    models = json.loads(run(pdsreview, "--quiet", "--json", "--elements", "open", dri))["models"]
+    boxes = {tuple(e["dmrs"]): e["sceneBox"] for m in models for e in m["elementList"] if e["dmrs"]}
+    shapes = browser.run(SHAPES)
+    meta = browser.run(META)
+    for tag, linkage in sorted(named.items()):
+        check("DMRS " + " ".join(map(str, linkage)) in meta.get(tag, ""),
+              "tag %s's entry names the element of its l block (%s)" % (tag, meta.get(tag)))
+        box = boxes.get(tuple(linkage))
+        check(box is not None, "tag %s names an element of the sample: %s" % (tag, linkage))
+        for view in views:
+            if box is None:
+                continue
+            u, v, scale = view["u"], view["v"], view["scale"]
+            left = view["left"] + view["ox"] + scale * box[0][u]
+            right = view["left"] + view["ox"] + scale * box[1][u]
+            top = view["top"] + view["oy"] - scale * box[1][v]
+            bottom = view["top"] + view["oy"] - scale * box[0][v]
+            drawn = [r for r in shapes[view["id"]]
+                     if abs(r[0] - left) <= 1 and abs(r[1] - top) <= 1
+                     and abs(r[2] - max(right, left + 0.5)) <= 1
+                     and abs(r[3] - max(bottom, top + 0.5)) <= 1]
+            check(drawn, "%s draws the box of tag %s's element" % (view["id"], tag))
+            x, y = {t: (px, py) for t, px, py in view["pins"]}.get(tag, (None, None))
+            check(x is not None and left - 1 <= x <= right + 1 and top - 1 <= y <= bottom + 1,
+                  "%s: pin %s at %s lies on its element's box %s" %
+                  (view["id"], tag, (x, y), (left, top, right, bottom)))
 
 
 def check_sample(browser, pdsreview, dri, work):
@@ -71,7 +127,8 @@ def check_sample(browser, pdsreview, dri, work):
     browser.open(page)
     tags = {str(t["tagId"]): t["pos3d"] for t in tags_of(document["document"]["savedViews"])}
     check(len(tags) == 6, "the sample has its six placed tags")
-    for view in browser.run(PIN_PLACES):
+    views = browser.run(PIN_PLACES)
+    for view in views:
         pins = {tag: (x, y) for tag, x, y in view["pins"]}
         check(sorted(pins) == sorted(tags), "%s shows a pin for every tag" % view["id"])
         for tag, pos in tags.items():
@@ -80,6 +137,7 @@ def check_sample(browser, pdsreview, dri, work):
             got = pins.get(tag, (float("inf"), float("inf")))
             check(abs(got[0] - want[0]) <= 1 and abs(got[1] - want[1]) <= 1,
                   "%s: pin %s at %s, the JSON puts it at %s" % (view["id"], tag, got, want))
+    check_pins_on_elements(browser, pdsreview, dri, views)
 
     browser.click('li.tag[data-tag="103"]')
     state = browser.run(HIGHLIGHTS)

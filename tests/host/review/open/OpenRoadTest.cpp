@@ -101,7 +101,7 @@ TEST_F(OpenRoad, SummaryGivesEachModelsFileUnitsCountAndPlacement) {
          {std::string("Scene set: 2 models, scene units in\n"), "1. a.dgn: " + dir_.File("a.dgn"),
           std::string(
               "model in ft / in, 1200 UORs per master unit, 2 elements; reference units ft"),
-          std::string("placed by rows (1 0 0) (0 1 0) (0 0 1), then moved by (12, 0, -24) in"),
+          std::string("placed: scaled from ft to in, not turned, moved by (12, 0, -24) in"),
           std::string("2. gone.dgn: not loaded (")})
         EXPECT_NE(out.find(part), std::string::npos) << part << "\n" << out;
 }
