@@ -7,6 +7,7 @@ int ProcessEnvironment::RunMain(int argc, char** argv, const char* program, int 
                                 int (*run)(const std::vector<std::string>& arguments)) {
     try {
         UseBinaryStandardStreams();
+        FailWritesInsteadOfSignals();
         std::vector<std::string> arguments = Utf8Arguments(argc, argv);
         if (!arguments.empty())
             arguments.erase(arguments.begin());

@@ -1,7 +1,10 @@
 #include "ztutil/ZtUSysFile.h"
 
+#include "ztutil/ZtUFileScope.h"
+#include "ztutil/ZtUFileWriter.h"
 #include "ztutil/ZtUFormat.h"
 #include "ztutil/ZtUSysFilePlatform.h"
+#include "ztutil/ZtUSysReplacement.h"
 #include "ztutil/ZtUSysString.h"
 
 #include <algorithm>
@@ -10,6 +13,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <cwctype>
+#include <memory>
 #include <utility>
 
 namespace {
@@ -21,11 +25,6 @@ bool IsSeparator(wchar_t c) {
 // Index of the last separator in `path`, or npos.
 std::size_t LastSeparator(const std::wstring& path) {
     return path.find_last_of(L"/\\");
-}
-
-std::vector<ZtUSysFile::WriteFailure>& WriteFailures() {
-    static std::vector<ZtUSysFile::WriteFailure> failures;
-    return failures;
 }
 
 std::vector<ZtUSysFile::LegacyRead>& LegacyReads() {
@@ -68,14 +67,6 @@ ZtUSysFileInfoHandle* ZtUSysDirHandle::OpenFileInfo() const {
     return IsValid() ? new ZtUSysFileInfoHandle(entries_[at_]) : nullptr;
 }
 
-std::vector<ZtUSysFile::WriteFailure> ZtUSysFile::TakeWriteFailures() {
-    return std::exchange(WriteFailures(), {});
-}
-
-void ZtUSysFile::RecordWriteFailure(const std::string& path, const std::string& reason) {
-    WriteFailures().push_back({path, reason});
-}
-
 std::vector<ZtUSysFile::LegacyRead> ZtUSysFile::TakeLegacyReads() {
     return std::exchange(LegacyReads(), {});
 }
@@ -93,14 +84,24 @@ ZtUFile* ZtUSysFile::fopenW(const wchar_t* path, AccessMode access, CreationMode
     if (!path || !*path || translation != kTranslateText)
         return nullptr;
     if (access == kAccessRead && creation == kOpenExisting) {
-        ZtUFile* file = ZtUSysOpenExistingFile(path);
+        // Held until its path is set, so that memory running out there frees the stream.
+        std::unique_ptr<ZtUFileReader> file(ZtUSysOpenExistingFile(path));
         if (file)
             file->SetReadPath(path);
-        return file;
+        return file.release();
     }
-    if (access == kAccessWrite && creation == kCreateAlways)
-        return ZtUSysOpenReplacement(path, permissions);
-    return nullptr;
+    if (access != kAccessWrite || creation != kCreateAlways)
+        return nullptr;
+    const std::string target = ZtUSysString::WideToPath(path);
+    int descriptor = -1;
+    std::string why;
+    std::unique_ptr<ZtUSysReplacement> replacement =
+        ZtUSysReplacement::Begin(target, permissions, &descriptor, &why);
+    if (!replacement) {
+        ZtUFileScope::RecordFailure(target, why);
+        return nullptr;
+    }
+    return new ZtUFileWriter(descriptor, std::move(replacement), target);
 }
 
 ZtUSysDirHandle ZtUSysFile::OpenDirW(const wchar_t* path) {
@@ -126,6 +127,10 @@ int ZtUSysFile::fclose(ZtUFile* file) {
     const int result = file->Close();
     delete file;
     return result;
+}
+
+void ZtUSysFile::fdiscard(ZtUFile* file) {
+    delete file;
 }
 
 int ZtUSysFile::fwprintf(ZtUFile* file, const wchar_t* format, ...) {

@@ -32,6 +32,7 @@ LAYERS = [
     "ztodpds/loader",
     "ztodpds/module",
     "host/ztlddgn",
+    "host/ztpdsdb",
     "host/check",
     "host/review",
     "host/report",

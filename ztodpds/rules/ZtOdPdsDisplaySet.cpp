@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cwchar>
+#include <memory>
 #include <utility>
 
 namespace {
@@ -179,9 +180,11 @@ void ZtOdPdsDisplaySet::ParseStatement(ZtUWideStringBuffer& line) {
     }
     // One character behind the keyword is skipped unread, whatever it is.
     const std::size_t textStart = length < line.GetLength() ? length + 1 : length;
+    // Each piece is held until its owner takes it, so that running out of memory on the
+    // way frees what was made.
     const ZtOdPdsCriterionSpot spot{reporter, lead + textStart};
-    ZtOdPdsCriterion* criterion =
-        ZtOdPdsMakeCriterion(line.GetString() + textStart, reporter ? &spot : nullptr);
+    std::unique_ptr<ZtOdPdsCriterion> criterion(
+        ZtOdPdsMakeCriterion(line.GetString() + textStart, reporter ? &spot : nullptr));
     const bool usable = criterion && criterion->GetKind() != ZtOdPdsCriterion::kUnknown;
     // What a reporting read says of a statement it drops (why), or takes (its separator).
     auto dropped = [&](ZtOdPdsCheck why, std::int64_t figure) {
@@ -190,7 +193,6 @@ void ZtOdPdsDisplaySet::ParseStatement(ZtUWideStringBuffer& line) {
                              0,
                              why == ZtOdPdsCheck::kSecondFind ? reporter->FindAt(scope)
                                                               : ZtOdPdsSourcePosition{});
-        delete criterion;
     };
     auto taken = [&]() {
         if (reporter && length < line.GetLength() && line.CharAtPos(length) != L' ')
@@ -202,9 +204,9 @@ void ZtOdPdsDisplaySet::ParseStatement(ZtUWideStringBuffer& line) {
             return dropped(ZtOdPdsCheck::kSecondFind, 0);
         if (!usable)
             return dropped(ZtOdPdsCheck::kCriterion, criterion ? 1 : 0);
-        auto* find = new ZtOdPdsFindClause(keyword->number);
-        find->SetCriterion(criterion);
-        scope->SetFind(find);
+        std::unique_ptr<ZtOdPdsFindClause> find(new ZtOdPdsFindClause(keyword->number));
+        find->SetCriterion(criterion.release());
+        scope->SetFind(find.release());
         if (reporter)
             reporter->FindRead(scope);
         return taken();
@@ -220,9 +222,9 @@ void ZtOdPdsDisplaySet::ParseStatement(ZtUWideStringBuffer& line) {
     }
     if (!usable)
         return dropped(ZtOdPdsCheck::kCriterion, 1);
-    auto* modifier = new ZtOdPdsModifier(keyword->number);
-    modifier->SetCriterion(criterion);
-    scope->AddModifier(modifier);
+    std::unique_ptr<ZtOdPdsModifier> modifier(new ZtOdPdsModifier(keyword->number));
+    modifier->SetCriterion(criterion.release());
+    scope->AddModifier(modifier.release());
     taken();
 }
 

@@ -28,6 +28,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace {
 
@@ -374,10 +375,9 @@ ZtOpView* ZtOdPdsTagImportAction::MakeView() {
 }
 
 void ZtOdPdsTagImportAction::CloseView() {
-    if (currentView_) {
-        folder_.AddChild(currentView_);
-        currentView_ = nullptr;
-    }
+    // The folder owns the view from the call on, even when the call fails.
+    if (ZtOpView* view = std::exchange(currentView_, nullptr))
+        folder_.AddChild(view);
     viewChanged_ = 1;
 }
 

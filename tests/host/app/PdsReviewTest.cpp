@@ -39,14 +39,15 @@ std::vector<std::string> Examples(const std::string& text, const std::string& in
     return examples;
 }
 
-// An export that fails part-way leaves the old file byte for byte and fails the run; so
-// does standard output that can't be written.
+// An export that fails part-way, here at a limit on file sizes whose signal would end
+// the process, leaves the old file byte for byte and fails the run; so does standard
+// output that can't be written, to a full device or a pipe closed early.
 TEST(PdsReview, FailedWritesLoseNothingAndFailTheRun) {
     ZtTestTempDir dir;
     const std::string old(5000, 'o');
     ASSERT_TRUE(ZtTestWriteBytes(dir.File("old.tag"), old));
-    const ProgramRun cut = Shell(dir.Path(), "trap '' XFSZ; ulimit -f 1; pdsreview open '" +
-                                                 kPlant + "/plant.dri' export-tags old.tag");
+    const ProgramRun cut = Shell(dir.Path(), "ulimit -f 1; pdsreview open '" + kPlant +
+                                                 "/plant.dri' export-tags old.tag");
     EXPECT_EQ(cut.exitStatus, 4);
     EXPECT_NE(cut.err.find("export-tags old.tag: status 4: cannot write old.tag: File too large; "
                            "the old file is left as it was"),
@@ -60,6 +61,15 @@ TEST(PdsReview, FailedWritesLoseNothingAndFailTheRun) {
     EXPECT_NE(full.err.find("cannot write standard output: No space left on device"),
               std::string::npos)
         << full.err;
+    // Four times the sample's models with their elements: more than a pipe holds.
+    std::string opens;
+    for (int i = 0; i < 4; ++i)
+        opens += " open '" + kPlant + "/plant.dri'";
+    const ProgramRun closed =
+        RunProgram("/bin/bash", {"-c", "'" ZT_BIN_DIR "/pdsreview' --json --elements" + opens +
+                                           " | head -c 10 >/dev/null; exit ${PIPESTATUS[0]}"});
+    EXPECT_EQ(closed.exitStatus, 4);
+    EXPECT_EQ(closed.err, "pdsreview: cannot write standard output: Broken pipe\n");
 
     const ProgramRun fresh = Shell(dir.Path(), "umask 022; pdsreview open '" + kPlant +
                                                    "/plant.dri' export-tags new.tag");
