@@ -1,7 +1,11 @@
 #pragma once
+#include <cstdint>
 
-// What several benchmarks share: memory figures of this process from Linux's /proc, and
-// the bare decode of a text file that the readers are measured against.
+class ZtOpState;
+
+// What several benchmarks share: memory figures of this process from Linux's /proc, the
+// bare decode of a text file that the readers are measured against, and a document of
+// many tags.
 
 // Starts a new measure of the peak: VmHWM falls back to the present resident size.
 void ZtBenchResetPeakMemory();
@@ -12,3 +16,7 @@ double ZtBenchStatusMiB(const char* key);
 // Takes every character of the file at `path` through the host's text stream, and gives
 // their sum (so that the loop can't be optimised away); 0 if the file can't be opened.
 unsigned ZtBenchDecodeFile(const wchar_t* path);
+
+// Gives `document` a model of no elements in units of 1000 UORs a master unit and one
+// saved view of `tags` tags, each with its own comment, seen from above.
+void ZtBenchAddOneViewOfTags(ZtOpState& document, std::uint64_t tags);
