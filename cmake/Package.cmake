@@ -1,5 +1,6 @@
 # `cpack -G TGZ` and `cpack -G DEB` package the install tree. The .deb depends on the C++
-# runtime only: the host's libraries travel in it.
+# runtime and on the libraries of the attribute sources, SQLite and libpq: the host's own
+# libraries travel in it.
 set(CPACK_PACKAGE_NAME ztodpds)
 set(CPACK_PACKAGE_VENDOR "ztodpds developers")
 set(CPACK_PACKAGE_CONTACT "ztodpds developers <ztodpds@example.org>")
@@ -15,7 +16,7 @@ set(CPACK_STRIP_FILES OFF)
 
 set(CPACK_DEBIAN_PACKAGE_SECTION devel)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "libc6, libstdc++6, libgcc-s1")
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "libc6, libstdc++6, libgcc-s1, libsqlite3-0, libpq5")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 
 include(CPack)

@@ -71,7 +71,12 @@ StepResult RunStep(Session& session, const Step& step, StepHandler handler,
         files.AddWarnings();
         writes = files.GetFailures();
     }
-    StepResult result{step.name, step.argument, outcome.status, std::move(outcome.counts), {}};
+    StepResult result{step.name,
+                      step.argument,
+                      outcome.status,
+                      std::move(outcome.counts),
+                      {},
+                      std::move(outcome.attributeSource)};
     if (!outcome.hostError.empty()) {
         *hostError = outcome.hostError;
         return result;
@@ -134,6 +139,13 @@ int RunPdsReview(const std::vector<std::string>& args) {
     const std::string refused = RefusedOutputOfSteps(commandLine);
     if (!refused.empty())
         return Fail(refused);
+    // A source that can't be read ends the run before any step, so that no model is left
+    // half given its attributes.
+    if (!commandLine.attributes.empty()) {
+        run.attributes = AttributeSource::Open(commandLine.attributes, &error);
+        if (!run.attributes)
+            return Fail(error);
+    }
     if (commandLine.nextIds) {
         run.state.SetNextTagId(commandLine.nextIds->first);
         run.state.SetNextCommentId(commandLine.nextIds->second);

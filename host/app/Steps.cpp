@@ -79,7 +79,7 @@ StepOutcome Model(Session& session, const Step& step) {
 // The review page. The host's file layer records why a page could not be written.
 StepOutcome Report(Session& session, const Step& step) {
     if (!WriteReportPage(GatherReportScene(session.run), step.argument))
-        return {kExitWriteFailed, {}, {}};
+        return {kExitWriteFailed, {}, {}, {}};
     return {};
 }
 
@@ -95,9 +95,10 @@ constexpr StepKind kStepKinds[] = {
     {"open",
      "FILE.dri",
      FileUse::kReadsControlFile,
-     "open a design review: its models, placed, and the tag and\ndisplay-set files beside it",
+     "open a design review: its models, placed, and the tag and\ndisplay-set files and the "
+     "project database beside it",
      "ZtOdPdsDriLoaderPlugin",
-     {64, 128},
+     {2, 64, 128},
      Open,
      ExplainRead},
     {"import-tags",

@@ -134,6 +134,10 @@ void WriteJsonReport(ReportStream& out, const ReviewRun& run, bool elements,
             json.Key("message");
             json.String(step.message);
         }
+        if (!step.attributeSource.empty()) {
+            json.Key("attributeSource");
+            json.String(step.attributeSource);
+        }
         if (!step.counts.empty()) {
             json.Key("counts");
             json.BeginObject(true);
@@ -197,7 +201,7 @@ void WriteSummaryReport(ReportStream& out, const ReviewRun& run) {
     AppendSavedItemsSummary(out, state, SavedItemTree::kSavedViews);
     AppendSavedItemsSummary(out, state, SavedItemTree::kSelectionSets);
     if (run.selections)
-        AppendSelectionsTable(out, *run.selections);
+        AppendSelectionsTable(out, *run.selections, state);
     std::snprintf(line, sizeof line, "Document: next tag id %llu, next comment id %llu\n",
                   static_cast<unsigned long long>(state.GetNextTagId()),
                   static_cast<unsigned long long>(state.GetNextCommentId()));
@@ -216,6 +220,8 @@ void WriteSummaryReport(ReportStream& out, const ReviewRun& run) {
         out += "done";
         for (std::size_t i = 0; i < step.counts.size(); ++i)
             out += (i ? ", " : "; ") + CountText(step.counts[i]);
+        if (!step.attributeSource.empty())
+            out += "; attributes from " + step.attributeSource;
         out += "\n";
     }
     if (!run.warnings.empty()) {

@@ -13,6 +13,7 @@ struct StepOutcome {
     int status = 0;
     std::string hostError;
     std::vector<StepCount> counts;
+    std::string attributeSource; // see StepResult
 };
 
 // The host's actions on a run's document, one for each thing a user can ask of it. Each

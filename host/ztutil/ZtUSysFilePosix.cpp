@@ -9,6 +9,7 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <linux/magic.h>
+#include <memory>
 #include <sys/stat.h>
 #include <sys/statfs.h>
 #include <unistd.h>
@@ -85,17 +86,18 @@ bool ZtUSysFile::IdentifyW(const wchar_t* path, ZtUFileIdentity* identity) {
 }
 
 bool ZtUSysRegularFileNames(const wchar_t* folder, std::vector<std::string>& names) {
-    DIR* directory = ::opendir(*folder ? ToSystemPath(folder).c_str() : ".");
+    // Closed however the walk ends, memory running out for a name included.
+    const std::unique_ptr<DIR, int (*)(DIR*)> directory(
+        ::opendir(*folder ? ToSystemPath(folder).c_str() : "."), ::closedir);
     if (!directory)
         return false;
-    while (const dirent* entry = ::readdir(directory)) {
+    while (const dirent* entry = ::readdir(directory.get())) {
         // Links count as what they point to, as with fopenW.
         struct stat status;
-        if (::fstatat(::dirfd(directory), entry->d_name, &status, 0) == 0 &&
+        if (::fstatat(::dirfd(directory.get()), entry->d_name, &status, 0) == 0 &&
             S_ISREG(status.st_mode))
             names.emplace_back(entry->d_name);
     }
-    ::closedir(directory);
     return true;
 }
 

@@ -8,6 +8,7 @@
 
 #include <fcntl.h>
 #include <io.h>
+#include <memory>
 #include <string>
 #include <sys/stat.h>
 #include <windows.h>
@@ -77,11 +78,12 @@ bool ZtUSysRegularFileNames(const wchar_t* folder, std::vector<std::string>& nam
     const HANDLE find = ::FindFirstFileW(pattern.c_str(), &entry);
     if (find == INVALID_HANDLE_VALUE)
         return false;
+    // Closed however the walk ends, memory running out for a name included.
+    const std::unique_ptr<void, BOOL(WINAPI*)(HANDLE)> closer(find, ::FindClose);
     do {
         if (!(entry.dwFileAttributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_DEVICE)))
             names.push_back(ZtUSysString::WideToPath(entry.cFileName));
     } while (::FindNextFileW(find, &entry));
-    ::FindClose(find);
     return true;
 }
 

@@ -69,12 +69,14 @@ elseif(STEP STREQUAL "package")
     file(GLOB deb ${WORK_DIR}/ztodpds_${VERSION}_*.deb)
     run(dpkg-deb -c ${deb})
     expect_in("${out}" ./usr/bin/pdsreview ./usr/lib/ztodpds.so ./usr/lib/libztplugin.so
+              ./usr/lib/libztpdsdb.so ./usr/share/ztodpds/examples/plant/plant.db
               ./usr/include/ztodpds/ztplugin/ZtOpPlugin.h ./usr/share/ztodpds/README.md
               ./usr/share/ztodpds/examples/plant/plant.dri
               ./usr/lib/cmake/ztodpds/ztodpdsConfigVersion.cmake)
     run(dpkg-deb -I ${deb})
     expect_in("${out}" "Package: ztodpds\n" "Version: ${VERSION}\n" "Maintainer: ztodpds"
-              "Depends: libc6, libstdc++6, libgcc-s1\n" "Description: Plant design review")
+              "Depends: libc6, libstdc++6, libgcc-s1, libsqlite3-0, libpq5\n"
+              "Description: Plant design review")
 else()
     message(FATAL_ERROR "unknown step '${STEP}'")
 endif()

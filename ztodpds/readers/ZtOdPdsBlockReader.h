@@ -2,6 +2,7 @@
 #include "readers/ZtOdPdsBlock.h"
 #include "ztutil/ZtUWideString.h"
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <cwchar>
@@ -297,6 +298,7 @@ private:
         // closing brace, and the reader leaves the slice there.
         if constexpr (kSlices) {
             if (!buffer_) {
+                assert(text_ + length_ == next_ - 1);
                 ++length_;
                 return;
             }
@@ -316,6 +318,7 @@ private:
         capacity_ = gathering.capacity;
         end_ = gathering.end;
         holding_ = gathering.holding;
+        CheckRoom();
         if constexpr (kSlices)
             text_ = buffer_;
     }
@@ -328,7 +331,18 @@ private:
             return depth_ <= 0 ? Limits::kFileName : Limits::kFile;
     }
 
-    void UpdateRoom() { end_ = EndOf(holding_.held, capacity_, GetLimits()); }
+    // The fast path of Append stores below end_ with no other test: end_ stays within the
+    // buffer, within the longest name for a name, and at 0 while the text is held in part.
+    void UpdateRoom() {
+        end_ = EndOf(holding_.held, capacity_, GetLimits());
+        CheckRoom();
+    }
+    void CheckRoom() const {
+        assert(end_ <= capacity_);
+        assert(holding_.held == Held::kAll || end_ == 0);
+        assert(GetLimits() != Limits::kFileName || end_ <= kMaxNameLength);
+        assert(length_ <= capacity_ || (kSlices && !buffer_));
+    }
 
     // Behind a stray closing brace the gathered text is no longer one run of the input, so
     // it moves into a buffer of its own. When memory is short it is dropped instead.

@@ -117,11 +117,14 @@ int ZtOdPdsTagExportPlugin::IExport(unsigned int, ZtOpState* state, ZtOpProgress
         return kZtOdPdsNoFile;
     if (!state)
         return kZtOdPdsNoState;
-    uorsPerMaster_ = ZtOdPdsFindUORsPerMaster(state->GetRootNode());
-    if (uorsPerMaster_ == 0.0)
-        return kZtOdPdsNoUnits;
-    return ZtOdPdsGuard(static_cast<int>(kZtOdPdsNoState),
-                        [&] { return Export(state, fileName, progress); });
+    // Finding the units reads the scene's attributes, which may allocate: it runs under
+    // the guard too, so that no exception reaches the host.
+    return ZtOdPdsGuard(static_cast<int>(kZtOdPdsNoState), [&] {
+        uorsPerMaster_ = ZtOdPdsFindUORsPerMaster(state->GetRootNode());
+        if (uorsPerMaster_ == 0.0)
+            return static_cast<int>(kZtOdPdsNoUnits);
+        return Export(state, fileName, progress);
+    });
 }
 
 int ZtOdPdsTagExportPlugin::IHelp() {

@@ -94,7 +94,7 @@ TEST(ReportPage, StepWritesThePageOrSaysWhyNot) {
     ASSERT_EQ(run.exitStatus, 0) << run.err;
     const std::string page = ZtTestReadBytes(path);
     for (const char* part :
-         {"3 saved views, 6 tags, 5 selection sets",
+         {"3 saved views, 6 tags, 9 selection sets",
           "turned 90\u00b0 about Z, moved by (10, 5, 0) m",
           "scaled from ft to m, turned 90\u00b0 about Z", "DMRS 0 12 101 0", "18 elements"})
         EXPECT_NE(page.find(part), std::string::npos) << part;
