@@ -1,5 +1,11 @@
 #include "BenchSupport.h"
 
+#include "tags/ZtOdPdsCameraMaps.h"
+#include "ztlddgn/ZtDgnModel.h"
+#include "ztplugin/ZtOpRedlineTag.h"
+#include "ztplugin/ZtOpSavedItemsElement.h"
+#include "ztplugin/ZtOpState.h"
+#include "ztplugin/ZtOpView.h"
 #include "ztutil/ZtUSysFile.h"
 
 #include <fstream>
@@ -47,4 +53,25 @@ bool ZtBenchWriteTagFile(const std::string& path, int tags) {
             << body << "}}\n";
     }
     return static_cast<bool>(out);
+}
+
+void ZtBenchAddOneViewOfTags(ZtOpState& document, std::uint64_t tags) {
+    auto* units = new ZtDgnModel(L"", document.EditNameDict());
+    units->SetUorsPerMaster(1000);
+    document.GetRootNode()->AddChild(units);
+    auto* view = new ZtOpView;
+    ZtNvCamera camera;
+    camera.SetPosition({0, 0, 20});
+    camera.PointAt({0, 0, 0});
+    view->AnonView().EditViewPoint()->SetCamera(camera);
+    for (std::uint64_t id = 1; id <= tags; ++id) {
+        const ZtLPos3f at(static_cast<double>(id % 100) / 10, static_cast<double>(id / 100) / 10,
+                          0);
+        const ZtLPos2f a = ZtOdPdsModelToCameraSpace(at, camera);
+        view->EditRedlines().PushBack(new ZtOpRedlineTag(id, id, a, a, 1, at, 0, ZtLBox3f()));
+        auto* comment = new ZtOpComment(id);
+        comment->SetBody(L"Check the support here.");
+        view->EditComments().PushBack(comment);
+    }
+    ZtOpSavedViewsElement::Require(document.EditElementList())->Edit()->AddChild(view);
 }

@@ -1,10 +1,12 @@
 #pragma once
+#include <cstdint>
+#include <string>
+
+class ZtOpState;
 
 // What several benchmarks share: memory figures of this process from Linux's /proc, the
-// bare decode of a text file that the readers are measured against, and a tag file as the
-// export writes it.
-
-#include <string>
+// bare decode of a text file that the readers are measured against, a tag file as the
+// export writes it, and a document of many tags.
 
 // Starts a new measure of the peak: VmHWM falls back to the present resident size.
 void ZtBenchResetPeakMemory();
@@ -20,3 +22,7 @@ unsigned ZtBenchDecodeFile(const wchar_t* path);
 // ten tags, so that views hold several, each tag with a point, a DMRS value and a body of
 // two lines with braces. False if it can't be written.
 bool ZtBenchWriteTagFile(const std::string& path, int tags);
+
+// Gives `document` a model of no elements in units of 1000 UORs a master unit and one
+// saved view of `tags` tags, each with its own comment, seen from above.
+void ZtBenchAddOneViewOfTags(ZtOpState& document, std::uint64_t tags);

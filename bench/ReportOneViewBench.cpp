@@ -7,10 +7,8 @@
 #include "report/ReportStream.h"
 #include "report/RunReport.h"
 #include "review/ReviewRun.h"
-#include "ztlddgn/ZtDgnModel.h"
-#include "ztplugin/ZtOpRedlineTag.h"
-#include "ztplugin/ZtOpSavedItemsElement.h"
-#include "ztplugin/ZtOpView.h"
+
+#include "BenchSupport.h"
 
 #include <benchmark/benchmark.h>
 
@@ -18,30 +16,9 @@
 
 namespace {
 
-void AddOneViewOfTags(ReviewRun& run, std::uint64_t tags) {
-    auto* units = new ZtDgnModel(L"", run.state.EditNameDict());
-    units->SetUorsPerMaster(1000);
-    run.state.GetRootNode()->AddChild(units);
-    auto* view = new ZtOpView;
-    ZtNvCamera camera;
-    camera.SetPosition({0, 0, 20});
-    camera.PointAt({0, 0, 0});
-    view->AnonView().EditViewPoint()->SetCamera(camera);
-    for (std::uint64_t id = 1; id <= tags; ++id) {
-        const ZtLPos3f at(static_cast<double>(id % 100) / 10, static_cast<double>(id / 100) / 10,
-                          0);
-        view->EditRedlines().PushBack(
-            new ZtOpRedlineTag(id, id, {0, 0}, {0, 0}, 1, at, 0, ZtLBox3f()));
-        auto* comment = new ZtOpComment(id);
-        comment->SetBody(L"Check the support here.");
-        view->EditComments().PushBack(comment);
-    }
-    ZtOpSavedViewsElement::Require(run.state.EditElementList())->Edit()->AddChild(view);
-}
-
 void BM_SummaryOfOneView(benchmark::State& state) {
     ReviewRun run;
-    AddOneViewOfTags(run, static_cast<std::uint64_t>(state.range(0)));
+    ZtBenchAddOneViewOfTags(run.state, static_cast<std::uint64_t>(state.range(0)));
     for (auto _ : state) {
         std::string text;
         ReportStream out(text, ReportStream::Text::kReadable);
@@ -53,7 +30,7 @@ BENCHMARK(BM_SummaryOfOneView)->Unit(benchmark::kMillisecond)->Arg(20000)->Arg(8
 
 void BM_PageOfOneView(benchmark::State& state) {
     ReviewRun run;
-    AddOneViewOfTags(run, static_cast<std::uint64_t>(state.range(0)));
+    ZtBenchAddOneViewOfTags(run.state, static_cast<std::uint64_t>(state.range(0)));
     for (auto _ : state)
         benchmark::DoNotOptimize(ReportPageHtml(GatherReportScene(run)));
 }

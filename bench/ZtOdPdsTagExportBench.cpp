@@ -161,24 +161,7 @@ BENCHMARK(BM_TagExportPlacedIndexMade)->Unit(benchmark::kMillisecond)->Iteration
 void BM_TagExportOneView(benchmark::State& state) {
     const auto tags = static_cast<std::uint64_t>(state.range(0));
     ZtOpState document;
-    auto* units = new ZtDgnModel(L"", document.EditNameDict());
-    units->SetUorsPerMaster(kFactor);
-    document.GetRootNode()->AddChild(units);
-    auto* view = new ZtOpView;
-    ZtNvCamera camera;
-    camera.SetPosition({0, 0, 20});
-    camera.PointAt({0, 0, 0});
-    view->AnonView().EditViewPoint()->SetCamera(camera);
-    for (std::uint64_t id = 1; id <= tags; ++id) {
-        const ZtLPos3f at(static_cast<double>(id % 100) / 10, static_cast<double>(id / 100) / 10,
-                          0);
-        const ZtLPos2f a = ZtOdPdsModelToCameraSpace(at, camera);
-        view->EditRedlines().PushBack(new ZtOpRedlineTag(id, id, a, a, 1, at, 0, ZtLBox3f()));
-        auto* comment = new ZtOpComment(id);
-        comment->SetBody(L"Check the support here.");
-        view->EditComments().PushBack(comment);
-    }
-    const_cast<ZtOpFolderItem*>(ZtOpSavedViewsElement::Get(&document)->Get())->AddChild(view);
+    ZtBenchAddOneViewOfTags(document, tags);
     const std::filesystem::path path = std::filesystem::temp_directory_path() /
                                        ("ztodpds-one-view-" + std::to_string(::getpid()) + ".tag");
     const ZtUWideString output(path.wstring().c_str());

@@ -187,7 +187,9 @@ StepOutcome OpenReview(ReviewRun& run, const Step& step, const OpenParameters& p
         }
         const std::string name =
             i < refs.Size() ? ZtUSysString::WideToUtf8(refs[i]->GetSourceName().Str()) : "";
-        run.warnings.push_back("open " + step.argument + ": model " + name +
+        // A model without a name is told by its place in the control file.
+        const std::string shown = name.empty() ? "number " + std::to_string(i + 1) : name;
+        run.warnings.push_back("open " + step.argument + ": model " + shown +
                                " not loaded: " + ref.notLoaded);
     }
     outcome.counts = {{"modelsLoaded", loaded},

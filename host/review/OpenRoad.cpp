@@ -40,8 +40,10 @@ void SetParameters(ZtOpSceneSetPlugin& loader, const OpenParameters& parameters)
 // Why the host can't load the reference's file, or empty if it may try.
 std::string CannotLoad(const ZtOpSceneRef& ref, const ZtDgnLoaderPlugin* dgnLoader) {
     const ZtUWideString& loadFile = ref.GetLoadFile();
-    if (loadFile.IsEmpty() && ref.GetSourceName().IsEmpty())
-        return "no file to load: the control file names none (its name{} is empty)";
+    // An empty name (`name{}`, or one that a NUL cut to nothing) leaves no file to load
+    // whatever the input files asked for.
+    if (ref.GetSourceName().IsEmpty())
+        return "no file to load: the control file gives the model an empty name";
     if (loadFile.IsEmpty())
         return "no file to load: there is no cache file, and only cache files are asked for";
     if (ZtUSysFile::HasFileExtensionW(loadFile.GetString(), L"kvc"))

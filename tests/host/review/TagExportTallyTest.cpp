@@ -45,7 +45,7 @@ TEST(TagExportTally, SaysWhatTheFormatCantCarryBack) {
         // Printed with "%s", a text is cut at its NUL, while its count covers it all.
         {L"cut", 7, 45, Fate::kLosesTheRest, "tag 7's text holds a NUL"},
         {L"a\r\nb", 4, 45, Fate::kLosesTheRest, "tag 7's text holds a CR before a line end"},
-        {L"a\xFFFF" L"b", 3, 45, Fate::kLosesTheRest, "tag 7's text holds U+FFFF"},
+        {std::wstring{L'a', 0xFFFF, L'b'}, 3, 45, Fate::kLosesTheRest, "tag 7's text holds U+FFFF"},
         {std::wstring{L'a', 0xD800, L'b'}, 3, 45, Fate::kChanged,
          "tag 7's text holds a lone surrogate"},
         {L"fine", 4, 0, Fate::kLost, "tag 7 is seen with a field of view of 0 degrees"},

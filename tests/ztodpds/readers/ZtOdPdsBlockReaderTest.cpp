@@ -1,6 +1,6 @@
+#include "readers/ZtOdPdsBlockReader.h"
 #include "readers/ZtOdPdsBlock.h"
 #include "readers/ZtOdPdsBlockFileSource.h"
-#include "readers/ZtOdPdsBlockReader.h"
 #include "tools/ZtTestFiles.h"
 #include "ztutil/ZtUSysString.h"
 

@@ -8,6 +8,9 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <iterator>
+#include <new>
 #include <vector>
 
 namespace {
@@ -210,6 +213,24 @@ TEST(ZtOdPdsTagExportPlugin, ATagTakesTheFirstCommentWithItsIdentifier) {
     EXPECT_NE(text.find("text{5\nfirst}}\n"), std::string::npos) << text;
     EXPECT_NE(text.find("text{3\nown}}\n"), std::string::npos) << text;
     EXPECT_EQ(text.find("later"), std::string::npos);
+}
+
+// An exception between the open and the close, here from the bar in the middle of the
+// writing, as from an allocation that fails, ends the export with a status and gives the
+// stream up: the old file stays, and no temporary file is left beside it.
+TEST(ZtOdPdsTagExportPlugin, AnExceptionWhileWritingLeavesTheOldFile) {
+    TwoModels models;
+    ASSERT_TRUE(ZtTestWriteBytes(models.doc.dir.File("out.tag"), "old\n"));
+    ZtTestRecordingProgress progress;
+    progress.onReport = [&progress] {
+        if (progress.seen.size() > 5)
+            throw std::bad_alloc();
+    };
+    ZtOdPdsTagExportPlugin plugin;
+    EXPECT_EQ(models.doc.Export(plugin, nullptr, &progress), kZtOdPdsNoState);
+    EXPECT_EQ(progress.seen.size(), 6u);
+    EXPECT_EQ(ZtTestReadBytes(models.doc.dir.File("out.tag")), "old\n");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(models.doc.dir.Path()), {}), 1);
 }
 
 } // namespace
