@@ -13,7 +13,7 @@ foreach(library ${host_libraries})
 endforeach()
 
 install(DIRECTORY examples/plant DESTINATION ${ZTODPDS_INSTALL_DATADIR}/examples)
-install(FILES README.md CHANGELOG.md LICENSE
+install(FILES README.md CHANGELOG.md LICENSE docs/formats.md
         DESTINATION ${ZTODPDS_INSTALL_DOCDIR})
 if(NOT WIN32)
     # Debian's two documents of a package: the machine-readable copyright file and the

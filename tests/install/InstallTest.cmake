@@ -75,7 +75,8 @@ elseif(STEP STREQUAL "package")
     run(dpkg-deb -c ${deb})
     expect_in("${out}" ./usr/bin/pdsreview ./usr/lib/ztodpds/ztodpds.so
               ./usr/lib/ztodpds/libztplugin.so ./usr/include/ztodpds/ztplugin/ZtOpPlugin.h
-              ./usr/share/doc/ztodpds/README.md ./usr/share/doc/ztodpds/copyright
+              ./usr/share/doc/ztodpds/README.md ./usr/share/doc/ztodpds/formats.md
+              ./usr/share/doc/ztodpds/copyright
               ./usr/share/doc/ztodpds/changelog.gz ./usr/share/lintian/overrides/ztodpds
               ./usr/share/ztodpds/examples/plant/plant.dri
               ./usr/lib/cmake/ztodpds/ztodpdsConfigVersion.cmake)
