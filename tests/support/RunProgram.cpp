@@ -23,6 +23,10 @@ std::string ReadAll(const std::string& path) {
 
 } // namespace
 
+std::string PdsReviewProgram() {
+    return ZT_BIN_DIR "/pdsreview";
+}
+
 ProgramRun RunProgram(const std::string& program, const std::vector<std::string>& args) {
     // Files rather than pipes, so that a large output can't stall the child.
     char outPath[] = "/tmp/zt_run_out_XXXXXX";

@@ -11,6 +11,9 @@ struct ProgramRun {
     std::uint64_t peakBytes = 0; // the child's peak resident memory
 };
 
+// The pdsreview of this build.
+std::string PdsReviewProgram();
+
 // Runs `program` with `args` (no shell), with standard input closed, and collects both
 // output streams.
 ProgramRun RunProgram(const std::string& program, const std::vector<std::string>& args);

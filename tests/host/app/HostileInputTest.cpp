@@ -7,7 +7,6 @@
 
 namespace {
 
-const std::string kProgram = ZT_BIN_DIR "/pdsreview";
 const std::string kPipes = ZT_SOURCE_DIR "/examples/plant/pipes.dgn";
 
 #if defined(__has_feature)
@@ -62,7 +61,7 @@ TEST(HostileInput, ASparseDesignFileLoadsWithAWarning) {
                                 " bytes from there on are not read";
     for (const char* step : {"model", "open"}) {
         const std::string file = std::string(step) == "model" ? model : dir.File("sparse.dri");
-        const ProgramRun run = RunProgram(kProgram, {"--quiet", step, file});
+        const ProgramRun run = RunProgram(PdsReviewProgram(), {"--quiet", step, file});
         EXPECT_EQ(run.exitStatus, 0) << step << run.err;
         EXPECT_NE(run.out.find("0 elements"), std::string::npos) << step << run.out;
         EXPECT_NE(run.out.find(warning), std::string::npos) << step << run.out;
@@ -74,7 +73,8 @@ TEST(HostileInput, ASparseDesignFileLoadsWithAWarning) {
 // Runs pdsreview with its report thrown away: the report of these inputs is many times
 // their size, and only pdsreview's own memory is measured.
 ProgramRun RunDiscardingReport(std::vector<std::string> args) {
-    args.insert(args.begin(), {"-c", "exec \"$0\" \"$@\" >/dev/null", kProgram, "--quiet"});
+    args.insert(args.begin(),
+                {"-c", "exec \"$0\" \"$@\" >/dev/null", PdsReviewProgram(), "--quiet"});
     return RunProgram("/bin/sh", args);
 }
 
@@ -154,7 +154,8 @@ TEST(HostileInput, ManyReferencesToOneModelShareIt) {
         control += "dgn{name{pipes.dgn}}\n";
     control += "}\n";
     ASSERT_TRUE(ZtTestWriteBytes(dir.File("many.dri"), control));
-    const ProgramRun run = RunProgram(kProgram, {"--quiet", "open", dir.File("many.dri")});
+    const ProgramRun run =
+        RunProgram(PdsReviewProgram(), {"--quiet", "open", dir.File("many.dri")});
     EXPECT_EQ(run.exitStatus, 0) << run.err;
     EXPECT_NE(run.out.find("10000 models loaded, 0 models not loaded"), std::string::npos)
         << run.out.substr(run.out.size() > 2000 ? run.out.size() - 2000 : 0);
@@ -177,8 +178,8 @@ TEST(HostileInput, DisplaySetsThatRepeatAnotherShareItsConditions) {
                 "\n<Definition>\nFIND Display Set s17\n";
     ZtTestTempDir dir;
     ASSERT_TRUE(ZtTestWriteBytes(dir.File("repeats.dst"), text));
-    const ProgramRun run =
-        RunProgram(kProgram, {"--quiet", "model", kPipes, "import-dst", dir.File("repeats.dst")});
+    const ProgramRun run = RunProgram(
+        PdsReviewProgram(), {"--quiet", "model", kPipes, "import-dst", dir.File("repeats.dst")});
     EXPECT_EQ(run.exitStatus, 0) << run.err;
     EXPECT_EQ(run.err, "");
     EXPECT_NE(run.out.find("Selection sets: 26"), std::string::npos);
@@ -251,8 +252,8 @@ TEST(HostileInput, LineEndsThatWouldOutgrowTheirFileDropTheirTag) {
             text += "text{2}";
         text += "}\n";
         ASSERT_TRUE(ZtTestWriteBytes(dir.File(c.file), text));
-        const ProgramRun run =
-            RunProgram(kProgram, {"--quiet", "model", kPipes, "import-tags", dir.File(c.file)});
+        const ProgramRun run = RunProgram(
+            PdsReviewProgram(), {"--quiet", "model", kPipes, "import-tags", dir.File(c.file)});
         EXPECT_EQ(run.exitStatus, 0) << c.file << run.err;
         EXPECT_EQ(run.err, "pdsreview: warning: import-tags " + dir.File(c.file) +
                                ": 1 tags were dropped: their line ends would add more than "
@@ -274,7 +275,7 @@ TEST(HostileInput, MemoryThatRunsOutEndsTheRunWithAMessage) {
                                                            "}}\n}\n"));
     const ProgramRun run =
         RunProgram("/bin/sh", {"-c", "ulimit -v 200000 && exec \"$0\" --quiet open \"$1\"",
-                               kProgram, dir.File("long.dri")});
+                               PdsReviewProgram(), dir.File("long.dri")});
     EXPECT_TRUE(run.exitStatus == 2 || run.exitStatus == 64) << run.exitStatus << run.err;
     EXPECT_EQ(run.err.rfind("pdsreview: ", 0), 0u) << run.err;
 }
@@ -285,12 +286,12 @@ TEST(HostileInput, FileNamesThatAreNoUtf8) {
     const std::string tags = dir.File("caf\xe9.tag");
     ASSERT_TRUE(ZtTestWriteBytes(tags, ZtTestReadBytes(ZT_SOURCE_DIR "/examples/plant/plant.tag")));
     const ProgramRun found =
-        RunProgram(kProgram, {"--quiet", "model", kPipes, "import-tags", tags});
+        RunProgram(PdsReviewProgram(), {"--quiet", "model", kPipes, "import-tags", tags});
     EXPECT_EQ(found.exitStatus, 0) << found.err;
     EXPECT_NE(found.out.find("Saved views: 3"), std::string::npos) << found.out;
 
     const std::string missing = dir.File("x\xe9\xff.dgn");
-    const ProgramRun absent = RunProgram(kProgram, {"--quiet", "model", missing});
+    const ProgramRun absent = RunProgram(PdsReviewProgram(), {"--quiet", "model", missing});
     EXPECT_EQ(absent.exitStatus, 2);
     EXPECT_NE(absent.err.find("cannot load " + missing +
                               " as a model: cannot open the file: No "

@@ -12,7 +12,6 @@
 
 namespace {
 
-const std::string kProgram = ZT_BIN_DIR "/pdsreview";
 const std::string kPlant = ZT_SOURCE_DIR "/examples/plant";
 
 // Runs a shell command in `folder` with the built pdsreview first on the path.
@@ -77,7 +76,8 @@ TEST(PdsReview, ExamplesRunAsWritten) {
     text << readme.rdbuf();
     std::vector<std::string> examples = Examples(text.str(), "    ");
     EXPECT_GE(examples.size(), 5u);
-    const std::vector<std::string> help = Examples(RunProgram(kProgram, {"--help"}).out, "  ");
+    const std::vector<std::string> help =
+        Examples(RunProgram(PdsReviewProgram(), {"--help"}).out, "  ");
     EXPECT_GE(help.size(), 2u);
     examples.insert(examples.end(), help.begin(), help.end());
 
@@ -89,7 +89,7 @@ TEST(PdsReview, ExamplesRunAsWritten) {
         EXPECT_EQ(run.exitStatus, 0) << example << "\n" << run.err;
         EXPECT_EQ(run.err, "") << example;
     }
-    EXPECT_EQ(RunProgram(kProgram, {"--version"}).out, "pdsreview " ZTODPDS_VERSION "\n");
+    EXPECT_EQ(RunProgram(PdsReviewProgram(), {"--version"}).out, "pdsreview " ZTODPDS_VERSION "\n");
     EXPECT_EQ(Shell(ZT_BIN_DIR, "pdsreview --plugin ztodpds.so plugins").exitStatus, 0);
 }
 

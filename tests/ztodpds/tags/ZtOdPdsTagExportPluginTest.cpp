@@ -12,8 +12,6 @@
 
 namespace {
 
-constexpr double kFactor = 1000.0;
-
 // Straight down from `height` above (2, 1, 0): the view direction is exactly -Z, so that
 // every value below is exact in UORs.
 ZtOpView* DownView(TagDocument& doc, double height, ZtOpGroupItem* folder = nullptr) {
@@ -53,7 +51,7 @@ struct TwoModels {
         TagDocument::AddTag(view, id, at, body, &second);
     }
 
-    TagDocument doc{kFactor};
+    TagDocument doc{kTagTestFactor};
 };
 
 // Unfiled tags first, then the files by name; each viewpoint key only where it changes,
@@ -97,7 +95,7 @@ TEST(ZtOdPdsTagExportPlugin, WritesGroupsAndStickyKeysAsTheFormatSays) {
         EXPECT_EQ(text, kTwoModelsText);
         EXPECT_EQ(plugin.GetTagCount(), 4);
         EXPECT_EQ(plugin.GetWrittenCount(), 4);
-        EXPECT_DOUBLE_EQ(plugin.GetUorsPerMaster(), kFactor);
+        EXPECT_DOUBLE_EQ(plugin.GetUorsPerMaster(), kTagTestFactor);
         ASSERT_NE(plugin.GetUnfiledRecords(), nullptr);
         EXPECT_EQ(plugin.GetUnfiledRecords()->Size(), 1u);
     }
@@ -106,7 +104,7 @@ TEST(ZtOdPdsTagExportPlugin, WritesGroupsAndStickyKeysAsTheFormatSays) {
 // Statuses in the order of the tests: file name, state, factor, saved views, file.
 TEST(ZtOdPdsTagExportPlugin, StatusesOfIExport) {
     ZtOdPdsTagExportPlugin plugin;
-    TagDocument doc(kFactor);
+    TagDocument doc(kTagTestFactor);
     const ZtUWideString name(doc.dir.WideFile("s.tag").c_str());
     EXPECT_EQ(plugin.IExport(0, nullptr, nullptr, nullptr), kZtOdPdsNoFile);
     EXPECT_EQ(plugin.IExport(0, nullptr, nullptr, &name), kZtOdPdsNoState);
@@ -121,7 +119,7 @@ TEST(ZtOdPdsTagExportPlugin, StatusesOfIExport) {
         ZtOpElementList empty;
     } noViews;
     auto* units = new ZtDgnModel(L"", noViews.EditNameDict());
-    units->SetUorsPerMaster(kFactor);
+    units->SetUorsPerMaster(kTagTestFactor);
     noViews.GetRootNode()->AddChild(units);
     EXPECT_EQ(plugin.IExport(0, &noViews, nullptr, &name), kZtOdPdsNoUnits);
     EXPECT_EQ(ZtTestReadBytes(doc.dir.File("s.tag")), "");
@@ -142,7 +140,7 @@ TEST(ZtOdPdsTagExportPlugin, StatusesOfIExport) {
 // the end when tags were dropped.
 TEST(ZtOdPdsTagExportPlugin, GatheringWalksFoldersAndCountsDroppedTags) {
     ZtTestRecordingProgress progress;
-    TagDocument doc(kFactor);
+    TagDocument doc(kTagTestFactor);
     auto* folder = new ZtOpFolderItem;
     doc.Root()->AddChild(folder);
     auto* selection = new ZtOpSelectionSet;
