@@ -1,5 +1,7 @@
 // Exporting 10,000 tags picked over a model of 1,000,000 elements: with the model's
-// geometry index made in the run, and with it made already. Each benchmark reports the
+// geometry index made in the run, and with it made already; and over the model placed in
+// the scene (turned, scaled from feet to metres and moved), with the tags where the
+// placement puts their elements. Each benchmark reports the
 // process's resident memory at its start ("start_MiB") and its peak during the run
 // ("peak_MiB"; the kernel's high-water mark is reset first).
 #include "tags/ZtOdPdsCameraMaps.h"
@@ -30,9 +32,10 @@ constexpr std::int32_t kPitch = 8000; // UORs between elements
 constexpr double kFactor = 80000.0;   // 1000 mm a metre, 80 UORs a mm
 
 // A design file of 1,000,000 line strings on a grid, each with a DMRS linkage, and a
-// document with the model loaded and 10,000 tags over it in 100 views. Made once.
+// document with the model loaded and placed by `placement`, and 10,000 tags over it in
+// 100 views.
 struct Scene {
-    Scene() {
+    explicit Scene(const ZtLAffine3f& placement) {
         const std::string file = (std::filesystem::temp_directory_path() /
                                   ("ztodpds-tags-bench-" + std::to_string(::getpid()) + ".dgn"))
                                      .string();
@@ -53,6 +56,7 @@ struct Scene {
         std::filesystem::remove(file);
         if (!loaded)
             return;
+        loaded->SetTransform(placement);
         model = loaded.get();
         state.GetRootNode()->AddChild(loaded.release());
 
@@ -65,13 +69,14 @@ struct Scene {
             const double cx = (column0 + 5) * kPitch / kFactor, cy = (row0 + 5) * kPitch / kFactor;
             auto* view = new ZtOpView;
             ZtNvCamera camera;
-            camera.SetPosition({cx, cy, 20});
-            camera.PointAt({cx, cy, 0});
+            camera.SetPosition(placement.Transform({cx, cy, 20}));
+            camera.PointAt(placement.Transform({cx, cy, 0}));
             view->AnonView().EditViewPoint()->SetCamera(camera);
             for (int t = 0; t < kTagsPerView; ++t, ++id) {
                 const int row = row0 + t / 10, column = column0 + t % 10;
-                const ZtLPos3f at((column * kPitch + 3000) / kFactor,
-                                  (row * kPitch + 1000) / kFactor, 1600 / kFactor);
+                const ZtLPos3f at =
+                    placement.Transform({(column * kPitch + 3000) / kFactor,
+                                         (row * kPitch + 1000) / kFactor, 1600 / kFactor});
                 const ZtLPos2f a = ZtOdPdsModelToCameraSpace(at, camera);
                 view->EditRedlines().PushBack(
                     new ZtOpRedlineTag(id, id, a, a, 1, at, 0, ZtLBox3f()));
@@ -90,13 +95,22 @@ struct Scene {
     const ZtDgnModel* model = nullptr;
 };
 
-Scene& TheScene() {
-    static Scene scene;
-    return scene;
+// One scene at a time, made when first asked for: the benchmarks of each run in turn.
+Scene& TheScene(bool placed) {
+    static std::unique_ptr<Scene> scene;
+    static bool scenePlaced = false;
+    if (!scene || scenePlaced != placed) {
+        scene.reset();
+        ZtLMatrix3f turn;
+        turn.SetValue(0, -0.3048, 0, 0.3048, 0, 0, 0, 0, 0.3048);
+        scene = std::make_unique<Scene>(placed ? ZtLAffine3f(turn, {10, 5, 0}) : ZtLAffine3f());
+        scenePlaced = placed;
+    }
+    return *scene;
 }
 
-void Export(benchmark::State& state, bool buildIndex) {
-    Scene& scene = TheScene();
+void Export(benchmark::State& state, bool buildIndex, bool placed = false) {
+    Scene& scene = TheScene(placed);
     if (!scene.model) {
         state.SkipWithError("the model did not load");
         return;
@@ -134,5 +148,10 @@ void BM_TagExportIndexMade(benchmark::State& state) {
     Export(state, false);
 }
 BENCHMARK(BM_TagExportIndexMade)->Unit(benchmark::kMillisecond)->Iterations(5);
+
+void BM_TagExportPlacedIndexMade(benchmark::State& state) {
+    Export(state, false, true);
+}
+BENCHMARK(BM_TagExportPlacedIndexMade)->Unit(benchmark::kMillisecond)->Iterations(5);
 
 } // namespace

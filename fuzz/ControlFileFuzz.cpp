@@ -4,8 +4,8 @@
 
 #include "ZtFuzzSupport.h"
 
-#include "app/OpenStep.h"
 #include "loader/ZtOdPdsDriLoaderPlugin.h"
+#include "review/OpenRoad.h"
 #include "ztplugin/ZtOpState.h"
 
 #include <filesystem>
@@ -28,6 +28,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     ZtOpState state;
     ZtOdPdsDriLoaderPlugin loader;
     std::unique_ptr<OpenedSceneSet> sceneSet;
-    RunOpenStep(state, loader, path, OpenParameters(), &sceneSet);
+    OpenControlFile(state, loader, path, OpenParameters(), &sceneSet);
     return 0;
 }

@@ -4,8 +4,8 @@
 #include "ZtFuzzSampleModel.h"
 #include "ZtFuzzSupport.h"
 
-#include "app/SelectStep.h"
 #include "displaysets/ZtOdPdsDstImportPlugin.h"
+#include "review/SelectionEvaluation.h"
 #include "ztplugin/ZtOpState.h"
 #include "ztutil/ZtUWideString.h"
 

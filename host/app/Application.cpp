@@ -1,13 +1,13 @@
 #include "app/Application.h"
 
 #include "app/CommandLine.h"
-#include "app/FailureMessage.h"
+#include "app/ExitStatus.h"
 #include "app/ProcessEnvironment.h"
 #include "app/RedlineOptions.h"
-#include "app/Report.h"
-#include "app/ReportStream.h"
-#include "app/Session.h"
 #include "app/Steps.h"
+#include "app/Usage.h"
+#include "report/ReportStream.h"
+#include "report/RunReport.h"
 #include "ztlddgn/ZtDgnLoaderPlugin.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztplugin/ZtOpDB.h"
@@ -17,6 +17,7 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -56,7 +57,8 @@ std::string PluginPath(const std::string& given) {
 // of the host itself goes to `hostError`.
 StepResult RunStep(Session& session, const Step& step, StepHandler handler,
                    std::string* hostError) {
-    const std::size_t warnings = session.warnings.size();
+    ReviewRun& run = session.run;
+    const std::size_t warnings = run.warnings.size();
     session.progress.Start(step.name);
     StepOutcome outcome = handler(session, step);
     session.progress.Finish();
@@ -71,8 +73,8 @@ StepResult RunStep(Session& session, const Step& step, StepHandler handler,
     if (result.status != 0) {
         // What a failed step counted or warned of is not so: its message says what happened.
         result.counts.clear();
-        session.warnings.resize(warnings);
-        result.message = ExplainFailure(step, result.status, writes, session.state);
+        run.warnings.resize(warnings);
+        result.message = ExplainFailure(step, {result.status, writes, run.state});
         std::error_code error;
         if (!writes.empty() &&
             std::filesystem::is_regular_file(ZtUSysNativePath(writes.front().path), error))
@@ -93,8 +95,7 @@ bool FinishOutput(ReportStream& out, std::string* why) {
 
 } // namespace
 
-int RunPdsReview(int argc, char** argv) {
-    const std::vector<std::string> args(argv + 1, argv + argc);
+int RunPdsReview(const std::vector<std::string>& args) {
     CommandLine commandLine;
     std::string error;
     if (!ParseCommandLine(args, &commandLine, &error)) {
@@ -110,7 +111,8 @@ int RunPdsReview(int argc, char** argv) {
     // The host's own model loader is there before any plug-in library.
     ZtDgnRegisterLoaderPlugin();
     ZtOpDB::SetControlMode(static_cast<ZtOpDB::EMode>(commandLine.controlMode));
-    if (!session.LoadLibrary(PluginPath(commandLine.pluginPath), &error))
+    ReviewRun& run = session.run;
+    if (!run.LoadLibrary(PluginPath(commandLine.pluginPath), &error))
         return Fail(error);
     // Refuse a run that can't be done before any step changes anything.
     std::vector<StepHandler> handlers;
@@ -121,44 +123,47 @@ int RunPdsReview(int argc, char** argv) {
         handlers.push_back(handler);
     }
     if (commandLine.nextIds) {
-        session.state.SetNextTagId(commandLine.nextIds->first);
-        session.state.SetNextCommentId(commandLine.nextIds->second);
+        run.state.SetNextTagId(commandLine.nextIds->first);
+        run.state.SetNextCommentId(commandLine.nextIds->second);
     }
-    ApplyRedlineOptions(session.state, commandLine.redlineColor, commandLine.redlineThickness);
+    ApplyRedlineOptions(run.state, commandLine.redlineColor, commandLine.redlineThickness);
     if (commandLine.uorsPerMaster) {
-        auto* model = new ZtDgnModel(L"", session.state.EditNameDict());
+        auto* model = new ZtDgnModel(L"", run.state.EditNameDict());
         model->SetUorsPerMaster(*commandLine.uorsPerMaster);
-        session.state.GetRootNode()->AddChild(model);
+        run.state.GetRootNode()->AddChild(model);
     }
 
     int status = 0;
     std::size_t warned = 0;
     for (std::size_t i = 0; i < commandLine.steps.size() && status == 0; ++i) {
         const Step& step = commandLine.steps[i];
-        session.steps.push_back(RunStep(session, step, handlers[i], &error));
+        run.steps.push_back(RunStep(session, step, handlers[i], &error));
         if (!error.empty())
             return Fail(error);
-        const StepResult& result = session.steps.back();
-        for (; warned < session.warnings.size(); ++warned)
-            std::fprintf(stderr, "pdsreview: warning: %s\n", session.warnings[warned].c_str());
+        const StepResult& result = run.steps.back();
+        for (; warned < run.warnings.size(); ++warned)
+            std::fprintf(stderr, "pdsreview: warning: %s\n", run.warnings[warned].c_str());
         status = result.status;
         if (status != 0)
             std::fprintf(stderr, "pdsreview: %s %s: status %d: %s\n", step.name.c_str(),
                          step.argument.c_str(), status, result.message.c_str());
-        else if (commandLine.strict && !session.warnings.empty())
+        else if (commandLine.strict && !run.warnings.empty())
             status = kExitStrictWarning;
     }
     if (status == kExitStrictWarning)
         std::fprintf(stderr, "pdsreview: stopped after %s: a warning under --strict\n",
-                     session.steps.back().step.c_str());
+                     run.steps.back().step.c_str());
 
     // Written as it is made: the report may be many times the size of what came in.
     session.progress.Start("report");
-    ReportStream out(stdout, ProcessEnvironment::IsTerminal(1) ? &session.progress : nullptr);
+    std::function<void()> clearBar;
+    if (ProcessEnvironment::IsTerminal(1))
+        clearBar = [&session] { session.progress.Finish(); };
+    ReportStream out(stdout, std::move(clearBar));
     if (commandLine.json)
-        WriteJsonReport(out, session);
+        WriteJsonReport(out, run, commandLine.elements, &session.progress);
     else
-        WriteSummaryReport(out, session);
+        WriteSummaryReport(out, run);
     session.progress.Finish();
     if (!FinishOutput(out, &error))
         return Fail(error, kExitWriteFailed);

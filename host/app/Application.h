@@ -1,4 +1,8 @@
 #pragma once
 
-// Runs pdsreview with its command line; returns the exit status.
-int RunPdsReview(int argc, char** argv);
+#include <string>
+#include <vector>
+
+// Runs pdsreview with the arguments of its command line (without the program's name), as
+// UTF-8; returns the exit status.
+int RunPdsReview(const std::vector<std::string>& args);

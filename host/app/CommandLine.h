@@ -1,16 +1,11 @@
 #pragma once
-#include "app/OpenStep.h"
+#include "review/OpenRoad.h"
+#include "review/ReviewRun.h"
 #include "ztlinear/ZtLColor3f.h"
 
 #include <optional>
 #include <string>
 #include <vector>
-
-// One step of a run, in command-line order.
-struct Step {
-    std::string name;     // "plugins", "open", ...
-    std::string argument; // the step's file; empty for steps without one
-};
 
 // What pdsreview was asked to do.
 struct CommandLine {
@@ -34,6 +29,3 @@ struct CommandLine {
 // error: an unknown option or step, a missing or malformed argument, or no step at all.
 // Any word that begins with '-' is an option.
 bool ParseCommandLine(const std::vector<std::string>& args, CommandLine* out, std::string* error);
-
-// The usage text of `pdsreview --help`.
-const char* UsageText();

@@ -1,213 +1,149 @@
 #include "app/Steps.h"
 
-#include "app/CommandLine.h"
-#include "app/DisplaySetBudget.h"
-#include "app/ExportedTagFile.h"
-#include "app/ModelStep.h"
-#include "app/ReportPage.h"
-#include "app/ReportScene.h"
-#include "app/SavedItems.h"
-#include "app/TagLineEndBudget.h"
-#include "ztlddgn/ZtDgnModel.h"
-#include "ztobject/ZtOaPartition.h"
-#include "ztplugin/ZtOpExportPlugin.h"
-#include "ztplugin/ZtOpFilePlugin.h"
-#include "ztutil/ZtUSysNativePath.h"
-#include "ztutil/ZtUSysString.h"
-
-#include <filesystem>
+#include "app/ExitStatus.h"
+#include "app/ProcessEnvironment.h"
+#include "report/ReportPage.h"
+#include "report/ReportScene.h"
+#include "review/FileProblems.h"
+#include "ztplugin/ZtOpState.h"
 
 namespace {
 
-// A warning when an import of a file that is not empty brought nothing in.
-void WarnIfNothingCameIn(Session& session, const Step& step, const std::vector<StepCount>& counts) {
-    for (const StepCount& count : counts)
-        if (count.value != 0)
-            return;
-    std::error_code error;
-    const std::uintmax_t size = std::filesystem::file_size(ZtUSysNativePath(step.argument), error);
-    if (!error && size > 0)
-        session.warnings.push_back(step.name + " " + step.argument + ": nothing came in from " +
-                                   std::to_string(size) + " bytes");
+constexpr const char* kNoModel =
+    "no model is loaded to give the tags their units: load one first with 'open FILE.dri' "
+    "or 'model FILE.dgn', or give --uors-per-master F";
+
+std::string CannotWrite(const ZtUSysFile::WriteFailure& write) {
+    return "cannot write " + write.path + ": " + write.reason;
 }
 
-StepOutcome ListPlugins(Session& session, const Step&) {
-    session.listedPlugins = true;
+// A step that reads its file: what is wrong with the file, else what the status means
+// for that file.
+std::string ExplainRead(const Step& step, const StepFailure& failure) {
+    const std::string problem = ReadProblem(step.argument);
+    if (!problem.empty())
+        return problem;
+    if (failure.status == 6)
+        return kNoModel;
+    if (failure.status == 64)
+        return "no block begins in " + step.argument;
     return {};
 }
 
-// A menu entry of the plug-in library: the host hands the plug-in the document, the
-// progress bar and the chosen file.
-StepOutcome RunExport(Session& session, const Step& step, const char* registeredName) {
-    auto* plugin = dynamic_cast<ZtOpExportPlugin*>(session.FindPlugin(registeredName));
-    if (!plugin)
-        return {0, std::string("the plug-in ") + registeredName + " is no menu plug-in", {}};
-    const ZtUWideString path(ZtUSysString::PathToWide(step.argument));
-    return {plugin->IExport(0, &session.state, &session.progress, &path), {}, {}};
+std::string ExplainExport(const Step& step, const StepFailure& failure) {
+    const std::string problem = WriteProblem(step.argument);
+    if (!problem.empty())
+        return "cannot write " + step.argument + ": " + problem;
+    if (!failure.writes.empty())
+        return CannotWrite(failure.writes.front());
+    if (failure.status == 6)
+        return HasModel(failure.state) ? "the document has no saved views to export" : kNoModel;
+    return {};
 }
 
-// What came into the document between two counts of its saved items.
-std::vector<StepCount> Imported(const SavedItemCounts& before, const SavedItemCounts& after,
-                                bool views, bool sets) {
-    std::vector<StepCount> counts;
-    if (views) {
-        counts.push_back({"views", after.views - before.views});
-        counts.push_back({"tags", after.tags - before.tags});
-    }
-    counts.push_back({"comments", after.comments - before.comments});
-    if (sets)
-        counts.push_back({"selectionSets", after.selectionSets - before.selectionSets});
-    return counts;
+std::string ExplainNothing(const Step&, const StepFailure&) {
+    return {};
 }
 
-StepOutcome Import(Session& session, const Step& step, const char* registeredName, bool views) {
-    const SavedItemCounts before = CountSavedItems(session.state);
-    StepOutcome outcome = RunExport(session, step, registeredName);
-    if (outcome.status != 0 || !outcome.hostError.empty())
-        return outcome;
-    outcome.counts = Imported(before, CountSavedItems(session.state), views, !views);
-    WarnIfNothingCameIn(session, step, outcome.counts);
-    return outcome;
-}
-
-StepOutcome ImportTags(Session& session, const Step& step) {
-    const TagLineEndBudget budget(session.state);
-    StepOutcome outcome = Import(session, step, "ZtOdPdsTagImportPlugin", true);
-    if (outcome.status != 0 || !outcome.hostError.empty())
-        return outcome;
-    const std::wstring path = ZtUSysString::PathToWide(step.argument);
-    if (const std::size_t dropped = budget.CountDropped(session.state, path.c_str()))
-        session.warnings.push_back("import-tags " + step.argument + ": " + std::to_string(dropped) +
-                                   " tags were dropped: their line ends would add more than " +
-                                   std::to_string(TagLineEndBudget::kFileAddedLineEnds) +
-                                   " characters in all");
-    return outcome;
-}
-
-StepOutcome ImportDisplaySets(Session& session, const Step& step) {
-    const DisplaySetBudget budget(session.state);
-    StepOutcome outcome = Import(session, step, "ZtOdPdsDstImportPlugin", false);
-    if (outcome.status != 0 || !outcome.hostError.empty())
-        return outcome;
-    const std::wstring path = ZtUSysString::PathToWide(step.argument);
-    if (const std::size_t abandoned = budget.CountAbandoned(session.state, path.c_str()))
-        session.warnings.push_back(
-            "import-dst " + step.argument + ": " + std::to_string(abandoned) +
-            " display sets were abandoned: the file's sets would hold "
-            "more than " +
-            std::to_string(DisplaySetBudget::kFileConditions) + " conditions in all");
-    return outcome;
-}
-
-StepOutcome ExportTags(Session& session, const Step& step) {
-    StepOutcome outcome = RunExport(session, step, "ZtOdPdsTagExportPlugin");
-    if (outcome.status != 0 || !outcome.hostError.empty())
-        return outcome;
-    const std::optional<ExportedTagCounts> written =
-        CountExportedTags(ZtUSysString::PathToWide(step.argument));
-    if (!written)
-        return outcome;
-    const std::size_t tags = CountSavedItems(session.state).tags;
-    const std::size_t dropped = tags > written->records ? tags - written->records : 0;
-    outcome.counts = {{"records", written->records},
-                      {"unfiled", written->unfiled},
-                      {"fileGroups", written->fileGroups},
-                      {"tagsDropped", dropped}};
-    if (dropped > 0)
-        session.warnings.push_back("export-tags " + step.argument + ": " + std::to_string(dropped) +
-                                   " of " + std::to_string(tags) + " tags were not written");
-    return outcome;
+StepOutcome Plugins(Session& session, const Step&) {
+    return ListPlugins(session.run);
 }
 
 StepOutcome Open(Session& session, const Step& step) {
-    auto* loader = dynamic_cast<ZtOpSceneSetPlugin*>(session.FindPlugin("ZtOdPdsDriLoaderPlugin"));
-    if (!loader)
-        return {0, "the plug-in ZtOdPdsDriLoaderPlugin is no scene-set plug-in", {}};
-    const SavedItemCounts before = CountSavedItems(session.state);
-    StepOutcome outcome;
-    outcome.status = RunOpenStep(session.state, *loader, ZtUSysString::PathToWide(step.argument),
-                                 session.options.open, &session.sceneSet, &session.progress);
-    if (outcome.status != 0)
-        return outcome;
-    std::size_t loaded = 0;
-    const ZtUOwnPtrVector<ZtOpSceneRef>& refs = session.sceneSet->set.GetSceneRefs();
-    for (std::size_t i = 0; i < session.sceneSet->refs.size(); ++i) {
-        const OpenedRef& ref = session.sceneSet->refs[i];
-        if (ref.model) {
-            ++loaded;
-            continue;
-        }
-        const std::string name =
-            i < refs.Size() ? ZtUSysString::WideToUtf8(refs[i]->GetSourceName().Str()) : "";
-        session.warnings.push_back("open " + step.argument + ": model " + name +
-                                   " not loaded: " + ref.notLoaded);
-    }
-    outcome.counts = {{"modelsLoaded", loaded},
-                      {"modelsNotLoaded", session.sceneSet->refs.size() - loaded}};
-    for (const StepCount& count : Imported(before, CountSavedItems(session.state), true, true))
-        outcome.counts.push_back(count);
-    return outcome;
+    return OpenReview(session.run, step, session.options.open, &session.progress);
 }
 
-StepOutcome LoadModel(Session& session, const Step& step) {
-    std::string reason;
-    const int status = RunModelStep(session.state, ZtUSysString::PathToWide(step.argument), &reason,
-                                    &session.progress);
-    if (status != 0)
-        return {status, reason, {}};
-    const ZtOaPartition* root = session.state.GetRootNode();
-    const auto* model = dynamic_cast<const ZtDgnModel*>(root->GetChild(root->GetNumChildren() - 1));
-    return {0, {}, {{"elements", model ? model->GetNumElements() : std::size_t{0}}}};
+StepOutcome ImportTagFile(Session& session, const Step& step) {
+    return ImportTags(session.run, step, &session.progress);
+}
+
+StepOutcome ImportDstFile(Session& session, const Step& step) {
+    return ImportDisplaySets(session.run, step, &session.progress);
+}
+
+StepOutcome ExportTagFile(Session& session, const Step& step) {
+    return ExportTags(session.run, step, &session.progress);
 }
 
 StepOutcome Select(Session& session, const Step&) {
-    session.selections = ComputeSelections(session.state, &session.progress);
-    std::size_t selected = 0;
-    for (const SelectionResult& result : *session.selections)
-        selected += result.elements.size();
-    return {0, {}, {{"sets", session.selections->size()}, {"elementsSelected", selected}}};
+    return SelectAll(session.run, &session.progress);
 }
 
-// The review report page. The host's file layer records why a page could not be written.
-StepOutcome WriteReport(Session& session, const Step& step) {
-    if (!WriteReportPage(GatherReportScene(session), step.argument))
+StepOutcome Model(Session& session, const Step& step) {
+    return LoadModel(session.run, step, &session.progress);
+}
+
+// The review page. The host's file layer records why a page could not be written.
+StepOutcome Report(Session& session, const Step& step) {
+    if (!WriteReportPage(GatherReportScene(session.run), step.argument))
         return {kExitWriteFailed, {}, {}};
     return {};
 }
 
 constexpr StepKind kStepKinds[] = {
-    {"plugins", nullptr, "list the plug-ins of the plug-in library", nullptr, ListPlugins},
-    {"open", "FILE.dri", "open a design review with its models and side files",
-     "ZtOdPdsDriLoaderPlugin", Open},
-    {"import-tags", "FILE.tag", "import review tags", "ZtOdPdsTagImportPlugin", ImportTags},
-    {"import-dst", "FILE.dst", "import display sets", "ZtOdPdsDstImportPlugin", ImportDisplaySets},
-    {"export-tags", "FILE.tag", "export the document's review tags", "ZtOdPdsTagExportPlugin",
-     ExportTags},
-    {"select", nullptr, "evaluate every selection set over the loaded models", nullptr, Select},
-    {"model", "FILE.dgn", "load one model into the document's scene", nullptr, LoadModel},
-    {"report", "FILE.html", "write a page that shows the review", nullptr, WriteReport},
+    {"plugins",
+     nullptr,
+     "list the plug-ins that the library's entry function gives",
+     nullptr,
+     {},
+     Plugins,
+     ExplainNothing},
+    {"open",
+     "FILE.dri",
+     "open a design review: its models, placed, and the tag and\ndisplay-set files beside it",
+     "ZtOdPdsDriLoaderPlugin",
+     {64, 128},
+     Open,
+     ExplainRead},
+    {"import-tags",
+     "FILE.tag",
+     "import review tags",
+     "ZtOdPdsTagImportPlugin",
+     {1, 3, 6},
+     ImportTagFile,
+     ExplainRead},
+    {"import-dst",
+     "FILE.dst",
+     "import display sets as saved selection sets",
+     "ZtOdPdsDstImportPlugin",
+     {1, 3},
+     ImportDstFile,
+     ExplainRead},
+    {"export-tags",
+     "FILE.tag",
+     "write the document's review tags",
+     "ZtOdPdsTagExportPlugin",
+     {1, 3, 4, 6},
+     ExportTagFile,
+     ExplainExport},
+    {"select",
+     nullptr,
+     "evaluate every selection set over the loaded models",
+     nullptr,
+     {},
+     Select,
+     ExplainNothing},
+    {"model",
+     "FILE.dgn",
+     "load one model into the document's scene, unplaced",
+     nullptr,
+     {2},
+     Model,
+     ExplainNothing},
+    {"report",
+     "FILE.html",
+     "write a page that shows the review as the document stands",
+     nullptr,
+     {4},
+     Report,
+     ExplainNothing},
 };
 
 } // namespace
 
-const char* StatusMeaning(int status) {
-    switch (status) {
-    case 0:
-        return "done";
-    case 1:
-        return "no file name, or the file can't be opened or created";
-    case 3:
-        return "no document, or a pass over the file failed";
-    case 6:
-        return "the models give no units-of-resolution factor, or the document has no saved views";
-    case 64:
-        return "the control file can't be opened, or no block begins in it";
-    case 128:
-        return "the control file's first block is not DesignReview_Control";
-    default:
-        return "failed";
-    }
-}
+Session::Session(const CommandLine& commandLine)
+    : options(commandLine),
+      progress(stderr, !commandLine.quiet && ProcessEnvironment::IsTerminal(2)) {}
 
 std::span<const StepKind> StepKinds() {
     return kStepKinds;
@@ -226,10 +162,21 @@ StepHandler FindStepHandler(const Session& session, const std::string& name, std
         *why = "unknown step '" + name + "'";
         return nullptr;
     }
-    if (kind->plugin && !session.FindPlugin(kind->plugin)) {
+    if (kind->plugin && !session.run.FindPlugin(kind->plugin)) {
         *why = "step " + name + " needs the plug-in " + kind->plugin +
                ", which the plug-in library does not offer";
         return nullptr;
     }
     return kind->handler;
+}
+
+std::string ExplainFailure(const Step& step, const StepFailure& failure) {
+    if (const StepKind* kind = FindStepKind(step.name)) {
+        std::string message = kind->explain(step, failure);
+        if (!message.empty())
+            return message;
+    }
+    if (!failure.writes.empty())
+        return CannotWrite(failure.writes.front());
+    return StatusMeaning(failure.status);
 }

@@ -1,39 +1,51 @@
 #pragma once
-#include "app/Session.h"
+#include "app/CommandLine.h"
+#include "app/ProgressBar.h"
+#include "review/Actions.h"
+#include "review/ReviewRun.h"
+#include "ztutil/ZtUSysFile.h"
 
+#include <array>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
-struct Step;
+// One run of pdsreview: what it was asked, the review it runs and the bar that shows how
+// far each step got.
+struct Session {
+    explicit Session(const CommandLine& commandLine);
 
-// The exit statuses of pdsreview's own: beside the plug-in's status codes (0, 1, 3, 6, 64,
-// 128), none of which they share.
-constexpr int kExitHostFailure = 2;   // a usage error, or the host can't do what was asked
-constexpr int kExitWriteFailed = 4;   // a file or standard output could not be written
-constexpr int kExitStrictWarning = 5; // --strict, and a step gave a warning
-
-// What a step came to: the plug-in's status code, or a failure of the host itself
-// (`hostError` set), which ends the run with exit status 2; and what the step did.
-struct StepOutcome {
-    int status = 0;
-    std::string hostError;
-    std::vector<StepCount> counts;
+    const CommandLine& options;
+    ReviewRun run;
+    ProgressBar progress;
 };
 
 using StepHandler = StepOutcome (*)(Session& session, const Step& step);
 
-// What a plug-in's status code says went wrong, for the user.
-const char* StatusMeaning(int status);
+// What a failed step's message can draw on beside its status: the failures of the host's
+// write streams during the step, and the document as the step left it.
+struct StepFailure {
+    int status;
+    const std::vector<ZtUSysFile::WriteFailure>& writes;
+    const ZtOpState& state;
+};
 
-// A step of the command line, as parsing, the usage text and the run all know it.
+// A step of the command line: everything parsing, the usage, the run and the README know
+// of it.
 struct StepKind {
     const char* name;
     const char* file;    // the usage's name for the step's file; null: the step takes none
     const char* summary; // the step's line of the usage
     const char* plugin;  // the plug-in the step needs, if any
+    // The statuses other than 0 that the step itself can end with, ascending, 0 after the
+    // last (any step can also end with 2 for a missing plug-in, and 5 under --strict).
+    std::array<int, 4> statuses;
     StepHandler handler;
+    // What went wrong, for the user: a status code covers several causes, so the step
+    // looks at its file and the document to say which one applies. Empty when the step
+    // knows no more than the status says.
+    std::string (*explain)(const Step& step, const StepFailure& failure);
 };
 
 // Every step, in the order of the usage.
@@ -44,3 +56,7 @@ const StepKind* FindStepKind(std::string_view name);
 // The handler of a step, or null with the reason in `why` for a step that can't run with
 // the loaded plug-in library (its plug-in is missing, as outside control mode 0).
 StepHandler FindStepHandler(const Session& session, const std::string& name, std::string* why);
+
+// The message of a failed step: what its kind can say, else what the writes or the status
+// say.
+std::string ExplainFailure(const Step& step, const StepFailure& failure);

@@ -12,11 +12,9 @@ int main(int argc, char** argv) {
     try {
         ProcessEnvironment::UseBinaryStandardStreams();
         std::vector<std::string> arguments = ProcessEnvironment::Utf8Arguments(argc, argv);
-        std::vector<char*> pointers;
-        for (std::string& argument : arguments)
-            pointers.push_back(argument.data());
-        pointers.push_back(nullptr);
-        return RunPdsReview(static_cast<int>(arguments.size()), pointers.data());
+        if (!arguments.empty())
+            arguments.erase(arguments.begin());
+        return RunPdsReview(arguments);
     } catch (const std::bad_alloc&) {
         std::fputs("pdsreview: out of memory\n", stderr);
         return 2;

@@ -79,7 +79,7 @@ ZtOcGeometryIndex::ZtOcGeometryIndex(const ZtOaPartition& partition)
         bounds_ = hierarchy_.front().box;
     }
     for (const Nested& nested : nested_)
-        bounds_.Extend(nested.index->GetBounds());
+        bounds_.Extend(nested.bounds);
 }
 
 void ZtOcGeometryIndex::Collect(const ZtOaPartition& partition) {
@@ -96,8 +96,13 @@ void ZtOcGeometryIndex::Collect(const ZtOaPartition& partition) {
         ZtLBox3f box;
         if (node->GetBoundingBox(&box) && !box.IsEmpty())
             items_.push_back({box, ordinal, node->GetPropertyBits()});
-        if (node->IsPartition())
-            nested_.push_back({ordinal, &Of(*static_cast<const ZtOaPartition*>(node))});
+        if (node->IsPartition()) {
+            const auto& partition = *static_cast<const ZtOaPartition*>(node);
+            const ZtLAffine3f& transform = partition.GetTransform();
+            const ZtOcGeometryIndex& index = Of(partition);
+            nested_.push_back({ordinal, &index, transform.IsIdentity() ? nullptr : &transform,
+                               transform.TransformBox(index.GetBounds())});
+        }
     }
 }
 
@@ -136,10 +141,14 @@ std::uint32_t ZtOcGeometryIndex::Build(std::uint32_t first, std::uint32_t count)
 }
 
 std::uint32_t ZtOcGeometryIndex::FindBest(const ZtOcPickFrustumTraversal& pick,
-                                          ZtOcContext* context, double* depth) const {
+                                          const ZtOaPathLink& link, ZtOcContext* context,
+                                          double* depth) const {
     if (hierarchy_.empty())
         return kNone;
     const ZtLPickFrustum3f& frustum = pick.GetFrustum();
+    // Boxes are tested where the transforms above the partition place them: a placed box
+    // holds the placed boxes of what it holds, so the hierarchy prunes as it does unplaced.
+    auto placed = [&link](const ZtLBox3f& box) { return link.MapBox(box); };
     // A candidate must come below the pick's present best; of own items, below the best
     // so far or as near and earlier.
     double bestDepth = pick.GetBound();
@@ -158,7 +167,7 @@ std::uint32_t ZtOcGeometryIndex::FindBest(const ZtOcPickFrustumTraversal& pick,
     constexpr int kStackSize = 72;
     Pending stack[kStackSize];
     int top = 0;
-    stack[top++] = {0, frustum.Depth(hierarchy_[0].box)};
+    stack[top++] = {0, frustum.Depth(placed(hierarchy_[0].box))};
     while (top > 0) {
         const Pending pending = stack[--top];
         const Node& node = hierarchy_[pending.node];
@@ -166,13 +175,13 @@ std::uint32_t ZtOcGeometryIndex::FindBest(const ZtOcPickFrustumTraversal& pick,
               (pending.depth == bestDepth && node.minOrdinal < tieLimit)))
             continue;
         ++tests;
-        if (!frustum.Intersects(node.box))
+        if (!frustum.Intersects(placed(node.box)))
             continue;
         if (node.count == 0) {
             assert(top + 2 <= kStackSize);
             const std::uint32_t a = pending.node + 1, b = node.second;
-            const double da = frustum.Depth(hierarchy_[a].box);
-            const double db = frustum.Depth(hierarchy_[b].box);
+            const double da = frustum.Depth(placed(hierarchy_[a].box));
+            const double db = frustum.Depth(placed(hierarchy_[b].box));
             // The nearer child goes on top, so that it is searched first.
             if (da <= db) {
                 stack[top++] = {b, db};
@@ -186,9 +195,10 @@ std::uint32_t ZtOcGeometryIndex::FindBest(const ZtOcPickFrustumTraversal& pick,
         for (std::uint32_t i = node.first; i < node.first + node.count; ++i) {
             const Item& item = items_[i];
             ++tests;
-            if (!pick.IsCandidate(item.propertyBits, item.box))
+            const ZtLBox3f box = placed(item.box);
+            if (!pick.IsCandidate(item.propertyBits, box))
                 continue;
-            const double d = frustum.Depth(item.box);
+            const double d = frustum.Depth(box);
             if (d < bestDepth || (d == bestDepth && item.ordinal < tieLimit)) {
                 bestDepth = d;
                 best = tieLimit = item.ordinal;
@@ -202,6 +212,7 @@ std::uint32_t ZtOcGeometryIndex::FindBest(const ZtOcPickFrustumTraversal& pick,
 }
 
 const ZtOaPathLink& ZtOcGeometryIndex::LinkPath(std::uint32_t ordinal, const ZtOaPathLink& top,
+                                                const ZtLAffine3f* own,
                                                 std::vector<ZtOaPathLink>& links) const {
     std::vector<std::uint32_t> chain;
     for (std::uint32_t at = ordinal; at != kNone; at = parents_[at])
@@ -210,7 +221,7 @@ const ZtOaPathLink& ZtOcGeometryIndex::LinkPath(std::uint32_t ordinal, const ZtO
     links.reserve(chain.size());
     const ZtOaPathLink* parent = &top;
     for (auto at = chain.rbegin(); at != chain.rend(); ++at) {
-        links.emplace_back(nodes_[*at], parent);
+        links.emplace_back(nodes_[*at], parent, at + 1 == chain.rend() ? own : top.GetTransform());
         parent = &links.back();
     }
     return links.back();
@@ -219,24 +230,32 @@ const ZtOaPathLink& ZtOcGeometryIndex::LinkPath(std::uint32_t ordinal, const ZtO
 void ZtOcGeometryIndex::Search(ZtOcPickFrustumTraversal& pick, const ZtOaPathLink& link,
                                ZtOcContext* context) const {
     double depth = 0;
-    const std::uint32_t best = FindBest(pick, context, &depth);
+    const std::uint32_t best = FindBest(pick, link, context, &depth);
     std::vector<ZtOaPathLink> links;
     // Own best and nested partitions in walk order; a nested partition's own node comes
     // before what lies below it.
     bool offered = best == kNone;
     for (const Nested& nested : nested_) {
         if (!offered && best <= nested.ordinal) {
-            pick.Offer(depth, LinkPath(best, link, links));
+            pick.Offer(depth, LinkPath(best, link, link.GetTransform(), links));
             offered = true;
         }
         if (context)
             context->AddBoxTests(1);
-        const ZtLBox3f& bounds = nested.index->GetBounds();
+        const ZtLBox3f bounds = link.MapBox(nested.bounds);
         if (!(pick.GetFrustum().Depth(bounds) < pick.GetBound()) ||
             !pick.GetFrustum().Intersects(bounds))
             continue;
-        nested.index->Search(pick, LinkPath(nested.ordinal, link, links), context);
+        // The nested partition's link places what lies below it as a walk would.
+        const ZtLAffine3f* above = link.GetTransform();
+        ZtLAffine3f composed;
+        if (above && nested.transform) {
+            composed = *above;
+            composed.MultRight(*nested.transform);
+        }
+        const ZtLAffine3f* own = !nested.transform ? above : !above ? nested.transform : &composed;
+        nested.index->Search(pick, LinkPath(nested.ordinal, link, own, links), context);
     }
     if (!offered)
-        pick.Offer(depth, LinkPath(best, link, links));
+        pick.Offer(depth, LinkPath(best, link, link.GetTransform(), links));
 }

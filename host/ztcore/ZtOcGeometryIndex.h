@@ -1,4 +1,5 @@
 #pragma once
+#include "ztlinear/ZtLAffine3f.h"
 #include "ztlinear/ZtLBox3f.h"
 #include "ztobject/ZtOaNodeCache.h"
 
@@ -18,9 +19,11 @@ class ZtOcPickFrustumTraversal;
 // indexed once, whatever is added beside it.
 //
 // Every node below the partition is listed in depth-first order, its position in that
-// order being its ordinal; the nodes with a box are the hierarchy's items. A search
-// reports to the pick exactly what a walk of the subtree would: the nearest candidate,
-// of equally near ones the one first in depth-first order.
+// order being its ordinal; the nodes with a box are the hierarchy's items. Boxes are kept
+// in the coordinates of the partition's children; a nested partition's bounds are placed
+// by its transform. A search reports to the pick exactly what a walk of the subtree
+// would, boxes placed by the transforms above included: the nearest candidate, of
+// equally near ones the one first in depth-first order.
 class ZtOcGeometryIndex : public ZtOaNodeCache {
 public:
     // The partition's index, made now if it has none or a stale one.
@@ -28,13 +31,15 @@ public:
 
     explicit ZtOcGeometryIndex(const ZtOaPartition& partition);
 
-    // The union of every box below the partition, nested partitions' included.
+    // The union of every box below the partition, nested partitions' included, in the
+    // coordinates of the partition's children.
     const ZtLBox3f& GetBounds() const { return bounds_; }
     // Nodes with a box, nested partitions' not counted.
     std::size_t GetNumItems() const { return items_.size(); }
 
     // Offers the candidates of the subtree to `pick`, as a walk from `link` (the
-    // partition's own link) would, skipping what cannot beat the pick's present best.
+    // partition's own link, with the transform that places the partition's children in
+    // the pick's coordinates) would, skipping what cannot beat the pick's present best.
     void Search(ZtOcPickFrustumTraversal& pick, const ZtOaPathLink& link,
                 ZtOcContext* context) const;
 
@@ -59,19 +64,22 @@ private:
     struct Nested {
         std::uint32_t ordinal;
         const ZtOcGeometryIndex* index;
+        const ZtLAffine3f* transform; // the partition's own; null for the identity
+        ZtLBox3f bounds;              // the index's bounds, placed by the transform
     };
 
     void Collect(const ZtOaPartition& partition);
     std::uint32_t Build(std::uint32_t first, std::uint32_t count);
     // The ordinal of the own item nearest to the eye, of equally near ones the first, of
     // those that the pick's present best leaves possible; kNone if there is none.
-    std::uint32_t FindBest(const ZtOcPickFrustumTraversal& pick, ZtOcContext* context,
-                           double* depth) const;
+    // `link` is the partition's, as in Search.
+    std::uint32_t FindBest(const ZtOcPickFrustumTraversal& pick, const ZtOaPathLink& link,
+                           ZtOcContext* context, double* depth) const;
     // Builds the links from the node of `ordinal` up to `top` into `links` (reserved here
     // for the whole chain first, since each link points at the one before it) and returns
-    // the node's own link.
+    // the node's own link, which gets the transform `own`; the links between share top's.
     const ZtOaPathLink& LinkPath(std::uint32_t ordinal, const ZtOaPathLink& top,
-                                 std::vector<ZtOaPathLink>& links) const;
+                                 const ZtLAffine3f* own, std::vector<ZtOaPathLink>& links) const;
 
     std::vector<const ZtOaNode*> nodes_;
     std::vector<std::uint32_t> parents_; // by ordinal; kNone below the partition itself

@@ -19,6 +19,7 @@ ZtOaTraversal::Result ZtOcPickFrustumTraversal::VisitNode(const ZtOaPathLink& li
     if (node->GetBoundingBox(&box)) {
         if (GetContext())
             GetContext()->AddBoxTests(1);
+        box = link.MapBox(box);
         if (IsCandidate(node->GetPropertyBits(), box))
             Offer(frustum_->Depth(box), link);
     }

@@ -13,7 +13,10 @@ class ZtOcRenderTraversal;
 // property bit and none of the pick bits, and a bounding box that meets the frustum (near
 // and far planes included) or, with contained-only, lies wholly inside it. The picked
 // shape is the candidate whose box comes nearest the eye along the view direction; of
-// candidates equally near, the one met first in depth-first order.
+// candidates equally near, the one met first in depth-first order. The frustum is in the
+// coordinates of the tree's root, and a node's box is taken there: the axis-aligned box
+// about its own box placed by the transforms of the partitions above it
+// (ZtOaPathLink::MapBox).
 //
 // Below a partition the pick answers from the partition's geometry index
 // (ZtOcGeometryIndex) where the context allows it, with the same result as the walk.
@@ -34,7 +37,8 @@ public:
 
     Result VisitNode(const ZtOaPathLink& link) override;
 
-    // For the index: whether a node with these property bits and this box is a candidate.
+    // For the index: whether a node with these property bits and this box (in the root's
+    // coordinates) is a candidate.
     bool IsCandidate(std::uint32_t propertyBits, const ZtLBox3f& box) const;
     const ZtLPickFrustum3f& GetFrustum() const { return *frustum_; }
     // For the index: the depth that a later candidate must come below to be picked, or

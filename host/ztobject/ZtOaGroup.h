@@ -39,11 +39,11 @@ protected:
     enum class Ownership { kOwnsChildren, kBorrowsChildren };
     // `flags` are further flags beside the group flag.
     ZtOaGroup(std::uint32_t flags, Ownership ownership);
-
-private:
-    // Out of line, so that every tree in the process shares the one count.
+    // Moves the edit count on. Out of line, so that every tree in the process shares the
+    // one count.
     static void NoteEdit();
 
+private:
     std::vector<ZtOaNode*> children_;
     ZtOaAttributeList attributes_;
     bool ownsChildren_;

@@ -1,4 +1,5 @@
 #pragma once
+#include "ztlinear/ZtLAffine3f.h"
 #include "ztobject/ZtOaGroup.h"
 #include "ztobject/ZtOaNodeCache.h"
 #include "ztutil/ZtUWideString.h"
@@ -6,7 +7,9 @@
 #include <memory>
 
 // A group that stands for a whole file or document: the root of a loaded model, or the
-// root of the scene. It has a name and the path of the file it came from.
+// root of the scene. It has a name, the path of the file it came from, and a transform
+// that places what lies below it in its parent's coordinates (the identity for a new
+// partition): the host sets a model's when it places the model in the scene.
 class ZtOaPartition : public ZtOaGroup {
 public:
     explicit ZtOaPartition(const wchar_t* name, const wchar_t* sourceFilename = nullptr)
@@ -17,6 +20,20 @@ public:
     // The path of the file the partition was loaded from; empty for one made in memory.
     const ZtUWideString& GetSourceFilename() const { return sourceFilename_; }
     void SetSourceFilename(const wchar_t* path) { sourceFilename_.SetString(path); }
+
+    // Maps the coordinates of the nodes below the partition to those of its parent. A
+    // walk composes the transforms on a node's path (ZtOaPathLink::GetTransform).
+    const ZtLAffine3f& GetTransform() const { return transform_; }
+    // Like adding a child, this counts as an edit of the tree: caches of the partition
+    // and of those above it are stale.
+    void SetTransform(const ZtLAffine3f& transform) {
+        transform_ = transform;
+        NoteEdit();
+    }
+
+    // A partition has no box of its own, only its children have: what lies below it is
+    // in coordinates of its own, and it has none to be placed in.
+    int GetBoundingBox(ZtLBox3f*) const final { return 0; }
 
     // What host code keeps for the tree below the partition (one cache per partition),
     // or null. Reading code may set it: a cache changes nothing the tree says.
@@ -30,5 +47,6 @@ protected:
 private:
     ZtUWideString name_;
     ZtUWideString sourceFilename_;
+    ZtLAffine3f transform_;
     mutable std::unique_ptr<ZtOaNodeCache> cache_;
 };

@@ -11,13 +11,14 @@
 
 namespace {
 
-// The union of the bounding boxes of every node below the partition that has one.
+// The union of the bounding boxes of every node below the partition that has one, each
+// where the partitions above it place it.
 class BoxGathering : public ZtOaTraversal {
 public:
     Result VisitNode(const ZtOaPathLink& link) override {
         ZtLBox3f nodeBox;
         if (link.GetNode()->GetBoundingBox(&nodeBox))
-            box.Extend(nodeBox);
+            box.Extend(link.MapBox(nodeBox));
         return kContinue;
     }
 

@@ -19,6 +19,19 @@ void ZtOpSceneRef::SetLoadFile(const wchar_t* path) {
     loadFile_.SetString(path);
 }
 
+ZtLAffine3f ZtOpSceneRef::GetPlacement(ZtOaUnit::Linear sceneUnits) const {
+    const double scale = ZtOaUnit::ScaleFactor(linearUnits_, sceneUnits);
+    if (scale == 1.0)
+        return transform_;
+    // Column by column, rather than as a product with a diagonal matrix, whose zeros
+    // would turn an infinite entry of a hostile transform into NaN across its row.
+    ZtLMatrix3f matrix = transform_.GetMatrix();
+    for (int row = 0; row < 3; ++row)
+        for (int column = 0; column < 3; ++column)
+            matrix.Set(row, column, matrix.Get(row, column) * scale);
+    return ZtLAffine3f(matrix, transform_.GetTranslation());
+}
+
 void* ZtOpSceneRef::operator new(std::size_t size) {
     if (void* block = ZtUMemory::Alloc(size))
         return block;

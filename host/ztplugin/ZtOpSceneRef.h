@@ -28,8 +28,14 @@ public:
     const ZtUWideString& GetLoadFile() const { return loadFile_; }
     void SetLoadFile(const wchar_t* path);
 
+    // Where the reference puts its model, in the scene's units.
     const ZtLAffine3f& GetTransform() const { return transform_; }
     ZtLAffine3f& EditTransform() { return transform_; }
+    // The map from the model's coordinates (master units, which the reference says are
+    // its linear units) to those of a scene in `sceneUnits`: scaled from the one unit to
+    // the other, then the transform. The host gives it to the model's partition when it
+    // places the model.
+    ZtLAffine3f GetPlacement(ZtOaUnit::Linear sceneUnits) const;
 
     ZtOaUnit::Linear GetLinearUnits() const { return linearUnits_; }
     void SetLinearUnits(ZtOaUnit::Linear units) { linearUnits_ = units; }

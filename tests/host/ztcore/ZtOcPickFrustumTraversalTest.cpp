@@ -8,6 +8,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <numbers>
 #include <random>
 #include <vector>
 
@@ -80,6 +82,24 @@ TEST(ZtOcPickFrustumTraversal, PicksTheBoxNearestTheEyeWithItsPathAndFollowsEdit
     EXPECT_EQ(ZtOcGeometryIndex::Of(*model).GetNumItems(), 3u);
 }
 
+// A model's boxes are picked where its partition's transform puts them, in the root's
+// coordinates, and nowhere else.
+TEST(ZtOcPickFrustumTraversal, PicksAPlacedModelWhereItIsPlaced) {
+    ZtOaPartition root(L"doc");
+    auto* model = new ZtOaPartition(L"m", L"/models/m.dgn");
+    ZtOaShape* east = Box(3, -0.5, 0, 4, 0.5, 1); // a box 3 m east of the model's origin
+    model->AddChild(east);
+    root.AddChild(model);
+    EXPECT_EQ(Pick(root, LookDown(1, 1000, 0.5 + 3.5 / 200)).front(), east);
+    ZtLMatrix3f turn;
+    turn.SetValue(0, -1, 0, 1, 0, 0, 0, 0, 1);
+    model->SetTransform(ZtLAffine3f(turn, ZtLVec3f(-10, -5, 0)));
+    // Turned a quarter turn, the box lies north of the model's origin, moved to (-10, -5).
+    EXPECT_TRUE(Pick(root, LookDown(1, 1000, 0.5 + 3.5 / 200)).empty());
+    EXPECT_EQ(Pick(root, LookDown(1, 1000, 0.5 - 10.0 / 200, 0.5 - 1.5 / 200)),
+              (std::vector<const ZtOaNode*>{east, model, &root}));
+}
+
 TEST(ZtOcPickFrustumTraversal, EquallyNearBoxesGoToTheFirstInWalkOrder) {
     for (bool firstInModel : {true, false}) {
         ZtOaPartition root(L"doc");
@@ -142,9 +162,23 @@ TEST(ZtOcPickFrustumTraversal, NothingWithoutAFrustumOrWithLastRenderedPicking) 
     EXPECT_EQ(pick.GetPickedShape(), nullptr);
 }
 
-// Random trees of groups, nested partitions and boxes, many of them alike so that ties
-// are common, picked through random frusta, narrow and wide: the index must give what
-// the walk gives, path and all.
+// A placement as a model may get: turned about Z (mostly by quarter turns, which keep
+// equal faces equal), scaled as between units, and moved.
+ZtLAffine3f RandomPlacement(std::mt19937& random) {
+    const double angle = random() % 4 ? (random() % 4) * std::numbers::pi / 2 : random() % 360;
+    const double c = std::round(std::cos(angle) * 1e6) / 1e6,
+                 s = std::round(std::sin(angle) * 1e6) / 1e6;
+    const double scales[] = {1, 2, 0.3048, 0.001};
+    const double k = scales[random() % 4];
+    ZtLMatrix3f m;
+    m.SetValue(c * k, -s * k, 0, s * k, c * k, 0, 0, 0, k);
+    const auto shift = [&random] { return static_cast<double>(random() % 9) - 4; };
+    return ZtLAffine3f(m, ZtLVec3f(shift(), shift(), shift()));
+}
+
+// Random trees of groups, nested partitions, placed or not, and boxes, many of them alike
+// so that ties are common, picked through random frusta, narrow and wide: the index must
+// give what the walk gives, path and all.
 TEST(ZtOcPickFrustumTraversal, IndexAgreesWithTheWalkOnRandomModels) {
     std::mt19937 random(20240607);
     auto uniform = [&](double lo, double hi) {
@@ -160,8 +194,17 @@ TEST(ZtOcPickFrustumTraversal, IndexAgreesWithTheWalkOnRandomModels) {
         for (int i = 0; i < 20 + model * 40; ++i) {
             ZtOaGroup* parent = groups[random() % groups.size()];
             if (chance(0.1)) {
-                groups.push_back(chance(0.3) ? new ZtOaPartition(L"p") : new ZtOaGroup);
-                parent->AddChild(groups.back());
+                ZtOaGroup* group = nullptr;
+                if (chance(0.3)) {
+                    auto* partition = new ZtOaPartition(L"p");
+                    if (chance(0.6))
+                        partition->SetTransform(RandomPlacement(random));
+                    group = partition;
+                } else {
+                    group = new ZtOaGroup;
+                }
+                groups.push_back(group);
+                parent->AddChild(group);
                 continue;
             }
             const double x = coarse(-10, 10), y = coarse(-10, 10), z = coarse(-10, 10);

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -58,6 +59,20 @@ TEST(ZtLAffine3f, MultRightAppliesTheArgumentFirst) {
     ZtLAffine3f y = turn;
     y.MultRight(ZtLAffine3f(ZtLMatrix3f(), ZtLVec3f(5, 0, 0)));
     EXPECT_EQ(y.Transform(ZtLPos3f(1, 0, 0)), ZtLPos3f(0, 6, 1));
+}
+
+// The placed box is the box about the placed corners; an empty box stays empty; an axis
+// without bounds keeps its infinities where the map does not mix it into another.
+TEST(ZtLAffine3f, TransformBoxBoundsThePlacedCorners) {
+    const ZtLAffine3f turn(QuarterTurnZ(), ZtLVec3f(10, 5, 0));
+    EXPECT_EQ(turn.TransformBox(ZtLBox3f(ZtLPos3f(1, 2, 3), ZtLPos3f(4, 8, 5))),
+              ZtLBox3f(ZtLPos3f(2, 6, 3), ZtLPos3f(8, 9, 5)));
+    EXPECT_TRUE(turn.TransformBox(ZtLBox3f()).IsEmpty());
+    const double inf = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(turn.TransformBox(ZtLBox3f(ZtLPos3f(0, 0, -inf), ZtLPos3f(1, 1, inf))),
+              ZtLBox3f(ZtLPos3f(9, 5, -inf), ZtLPos3f(10, 6, inf)));
+    EXPECT_TRUE(ZtLAffine3f().IsIdentity());
+    EXPECT_FALSE(turn.IsIdentity());
 }
 
 TEST(ZtLMatrix4f, PointsAreRowVectorsAndTheProductAppliesTheLeftFactorFirst) {

@@ -104,4 +104,43 @@ TEST(ZtOaTraversal, WalksDepthFirstAndObeysTheVisitor) {
     root->ApplyTraversal(nullptr);
 }
 
+// root (moved 100 along x) > [1, a (scaled by 2) > [group > [b (moved 10) > [2]]]]: the walk
+// composes the partitions' transforms from the top, the first node's own included, and a
+// kept path places each of its nodes as the walk did. Setting a transform is an edit.
+TEST(ZtOaTraversal, ComposesThePartitionsTransformsFromTheTop) {
+    ZtLMatrix3f twice;
+    twice.SetValue(2, 0, 0, 0, 2, 0, 0, 0, 2);
+    ZtOaPartition root(L"scene");
+    root.SetTransform(ZtLAffine3f(ZtLMatrix3f(), {100, 0, 0}));
+    root.AddChild(Shape(1));
+    auto* a = new ZtOaPartition(L"a");
+    const std::uint64_t before = ZtOaGroup::GetEditCount();
+    a->SetTransform(ZtLAffine3f(twice, {}));
+    EXPECT_NE(ZtOaGroup::GetEditCount(), before);
+    auto* group = new ZtOaGroup;
+    auto* b = new ZtOaPartition(L"b");
+    b->SetTransform(ZtLAffine3f(ZtLMatrix3f(), {10, 0, 0}));
+    b->AddChild(Shape(2));
+    group->AddChild(b);
+    a->AddChild(group);
+    root.AddChild(a);
+    struct Leaves : ZtOaTraversal {
+        std::vector<ZtOaFragment> kept;
+        Result VisitNode(const ZtOaPathLink& link) override {
+            if (!link.GetNode()->IsGroup())
+                kept.emplace_back(link);
+            return kContinue;
+        }
+    } leaves;
+    root.ApplyTraversal(&leaves);
+    const ZtLBox3f unit(ZtLPos3f(0, 0, 0), ZtLPos3f(1, 1, 1));
+    ZtOaFragment path = leaves.kept.at(0);
+    EXPECT_EQ(path.GetFragPath()->MapBox(unit).GetMax().x, 101);
+    path = leaves.kept.at(1);
+    std::vector<double> highs; // of the unit box, from leaf 2 up to the root
+    for (const ZtOaPathLink* link = path.GetFragPath(); link; link = link->GetParent())
+        highs.push_back(link->MapBox(unit).GetMax().x);
+    EXPECT_EQ(highs, (std::vector<double>{122, 122, 102, 102, 101}));
+}
+
 } // namespace

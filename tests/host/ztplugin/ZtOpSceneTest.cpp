@@ -33,11 +33,13 @@ bool SeesWholeBox(const ZtNvCamera& camera, const ZtLBox3f& box) {
 
 constexpr double kQuarter = std::numbers::pi / 4;
 
-// A scene of one model for each box.
-std::unique_ptr<ZtOaPartition> Scene(const std::vector<ZtLBox3f>& boxes) {
+// A scene of one model for each box, each placed by `placement`.
+std::unique_ptr<ZtOaPartition> Scene(const std::vector<ZtLBox3f>& boxes,
+                                     const ZtLAffine3f& placement = {}) {
     auto scene = std::make_unique<ZtOaPartition>(L"scene");
     for (const ZtLBox3f& box : boxes) {
         auto* model = new ZtOaPartition(L"model.dgn");
+        model->SetTransform(placement);
         model->AddChild(new ZtOaShape(box));
         scene->AddChild(model);
     }
@@ -53,7 +55,10 @@ TEST(ZtOpScene, DefaultViewPointSeesTheWholeSceneFromAboveAndAside) {
         std::optional<ZtLVec3f> worldUp = std::nullopt;
         double field = kQuarter; // the camera's before, and after
         double keptField = kQuarter;
+        ZtLAffine3f placement = {};
     };
+    ZtLMatrix3f halfTurn;
+    halfTurn.SetValue(-1, 0, 0, 0, -1, 0, 0, 0, 2);
     const Case cases[] = {
         {"box", {{{0, 0, 0}, {10, 20, 4}}}, {{0, 0, 0}, {10, 20, 4}}},
         {"box off the origin",
@@ -75,9 +80,16 @@ TEST(ZtOpScene, DefaultViewPointSeesTheWholeSceneFromAboveAndAside) {
         {"field of 180 degrees", {four}, four, {}, std::numbers::pi},
         {"field not a number", {four}, four, {}, std::nan("")},
         {"usable field", {four}, four, {}, 0.1, 0.1},
+        {"placed model: turned, stretched up and moved",
+         {four},
+         {{96, -4, 10}, {100, 0, 18}},
+         {},
+         kQuarter,
+         kQuarter,
+         ZtLAffine3f(halfTurn, ZtLVec3f(100, 0, 10))},
     };
     for (const Case& c : cases) {
-        const auto scene = Scene(c.models);
+        const auto scene = Scene(c.models, c.placement);
         ZtNvViewPoint viewPoint;
         viewPoint.SetWorldUp(c.worldUp);
         viewPoint.EditCamera().SetHeightField(c.field);
@@ -103,6 +115,23 @@ TEST(ZtOpScene, DefaultViewPointSeesTheWholeSceneFromAboveAndAside) {
     EXPECT_EQ(none.GetCamera().GetPosition(), noModel.GetCamera().GetPosition());
     EXPECT_EQ(empty.GetCamera().GetPosition(), noModel.GetCamera().GetPosition());
     ZtOpScene::DefaultInitializeViewPoint(nullptr, emptyModel.get());
+}
+
+// A reference's placement scales the model from the reference's units to the scene's
+// before its transform turns and moves it; equal units scale nothing.
+TEST(ZtOpSceneRef, PlacementScalesToTheSceneUnitsThenTransforms) {
+    ZtLMatrix3f quarterTurn;
+    quarterTurn.SetValue(0, -1, 0, 1, 0, 0, 0, 0, 1);
+    ZtOpSceneRef ref;
+    ref.EditTransform() = ZtLAffine3f(quarterTurn, ZtLVec3f(2.54, 1.27, 0));
+    ref.SetLinearUnits(ZtOaUnit::kFeet);
+    const ZtLAffine3f inMetres = ref.GetPlacement(ZtOaUnit::kMetres);
+    const ZtLPos3f p = inMetres.Transform(ZtLPos3f(10, 0, 1));
+    EXPECT_NEAR((p - ZtLPos3f(2.54, 1.27 + 3.048, 0.3048)).Length(), 0, 1e-12);
+    EXPECT_EQ(ref.GetPlacement(ZtOaUnit::kFeet), ref.GetTransform());
+    ref.SetLinearUnits(ZtOaUnit::kMillimetres);
+    EXPECT_EQ(ref.GetPlacement(ZtOaUnit::kMetres).Transform(ZtLPos3f(0, 1000, 0)),
+              ZtLPos3f(1.54, 1.27, 0));
 }
 
 } // namespace

@@ -1,0 +1,60 @@
+#include "report/ReadableText.h"
+
+#include <cmath>
+#include <cstdio>
+#include <numbers>
+
+std::string ReadableNumber(double value, int digits) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.*g", digits, value);
+    return text;
+}
+
+std::string UnitName(ZtOaUnit::Linear unit) {
+    const char* name = ZtOaUnit::Abbreviation(unit);
+    return *name ? name : "unit " + std::to_string(static_cast<int>(unit));
+}
+
+namespace {
+
+// The rotation of a matrix that only turns about Z, in degrees; none for any other, nor
+// for one with an entry that is no number (which every comparison below would pass).
+bool TurnAboutZ(const ZtLMatrix3f& m, double* degrees) {
+    for (int row = 0; row < 3; ++row)
+        for (int column = 0; column < 3; ++column)
+            if (!std::isfinite(m.Get(row, column)))
+                return false;
+    const double eps = 1e-9;
+    if (std::abs(m.Get(2, 2) - 1) > eps || std::abs(m.Get(0, 2)) > eps ||
+        std::abs(m.Get(1, 2)) > eps || std::abs(m.Get(2, 0)) > eps || std::abs(m.Get(2, 1)) > eps ||
+        std::abs(m.Get(0, 0) - m.Get(1, 1)) > eps || std::abs(m.Get(0, 1) + m.Get(1, 0)) > eps ||
+        std::abs(m.Get(0, 0) * m.Get(0, 0) + m.Get(1, 0) * m.Get(1, 0) - 1) > eps)
+        return false;
+    *degrees = std::atan2(m.Get(1, 0), m.Get(0, 0)) * 180 / std::numbers::pi;
+    return true;
+}
+
+} // namespace
+
+std::string PlacementWords(const ZtLAffine3f& transform, ZtOaUnit::Linear from,
+                           ZtOaUnit::Linear to) {
+    std::string words;
+    if (ZtOaUnit::ScaleFactor(from, to) != 1.0)
+        words += "scaled from " + UnitName(from) + " to " + UnitName(to) + ", ";
+    const ZtLMatrix3f& m = transform.GetMatrix();
+    double degrees = 0;
+    if (!TurnAboutZ(m, &degrees)) {
+        words += "transformed by rows";
+        for (int row = 0; row < 3; ++row)
+            words += " (" + ReadableNumber(m.Get(row, 0)) + " " + ReadableNumber(m.Get(row, 1)) +
+                     " " + ReadableNumber(m.Get(row, 2)) + ")";
+        words += ", ";
+    } else if (std::abs(degrees) > 1e-9) {
+        words += "turned " + ReadableNumber(degrees) + "\u00b0 about Z, ";
+    } else {
+        words += "not turned, ";
+    }
+    const ZtLVec3f& t = transform.GetTranslation();
+    return words + "moved by (" + ReadableNumber(t.x) + ", " + ReadableNumber(t.y) + ", " +
+           ReadableNumber(t.z) + ") " + UnitName(to);
+}

@@ -1,0 +1,23 @@
+#pragma once
+#include <array>
+#include <cstdint>
+#include <string>
+
+// The small writers of the review page's text: escaped markup, numbers and colours.
+
+// Appends `text` with the characters that mean markup escaped, and each line end (LF, CR
+// or a pair of them) as one LF.
+void AppendEscaped(std::string& out, const std::string& text);
+std::string Escaped(const std::string& text);
+
+// A number in its shortest exact form, for what a reader of the page computes with.
+std::string Exact(double value);
+// A pixel position to two decimals: a hundredth of a pixel is more than a browser shows.
+std::string Px(double value);
+
+// An RGBA colour.
+using Rgba = std::array<std::uint8_t, 4>;
+// A colour for each key (a level or a colour number), spread round the hue circle.
+Rgba KeyColour(int key);
+// "#rrggbb".
+std::string Hex(const Rgba& colour);

@@ -1,0 +1,192 @@
+#include "report/ReportScene.h"
+
+#include "report/ReadableText.h"
+#include "report/SavedItemReport.h"
+#include "review/ModelLoad.h"
+#include "review/OpenRoad.h"
+#include "review/ReviewRun.h"
+#include "review/SavedItems.h"
+#include "review/SelectionEvaluation.h"
+#include "ztcore/ZtOcContext.h"
+#include "ztcore/ZtOcPickFrustumTraversal.h"
+#include "ztlddgn/ZtDgnModel.h"
+#include "ztlinear/ZtLFrustum3f.h"
+#include "ztlinear/ZtLMatrix4f.h"
+#include "ztobject/ZtOaTraversal.h"
+#include "ztobject/ZtOaUnit.h"
+#include "ztplugin/ZtOpRedlineTag.h"
+#include "ztplugin/ZtOpSelectionSet.h"
+#include "ztplugin/ZtOpView.h"
+#include "ztutil/ZtUSysString.h"
+
+#include <algorithm>
+
+namespace {
+
+// The slot of the element of that file index; slots run in file order.
+std::size_t SlotOfIndex(const ZtDgnModel& model, std::int64_t index) {
+    std::size_t lo = 0, hi = model.GetNumElements();
+    while (lo < hi) {
+        const std::size_t mid = lo + (hi - lo) / 2;
+        if (model.GetElement(mid).index < index)
+            lo = mid + 1;
+        else
+            hi = mid;
+    }
+    return lo;
+}
+
+std::string DmrsWords(std::uint64_t dmrs) {
+    return std::to_string(dmrs >> 48) + " " + std::to_string((dmrs >> 32) & 0xFFFF) + " " +
+           std::to_string((dmrs >> 16) & 0xFFFF) + " " + std::to_string(dmrs & 0xFFFF);
+}
+
+// Picks as the tag export does, so that the page names the element the export writes:
+// along the view's direction, through a tiny window about the tag's point, from the tag's
+// depth to a fifth beyond it. Notes the model and DMRS value of the nearest element hit:
+// the lowest element with a value on the picked shape's path, below the lowest model.
+void PickTag(const ZtOpState& state, const ZtOpView& view, ReportTag* tag) {
+    const ZtOaPartition* root = state.GetRootNode();
+    if (!root || !tag->placed)
+        return;
+    ZtNvCamera camera = view.AnonView().GetViewPoint().GetRenderCamera();
+    const ZtLVec3f& u = camera.ViewDir();
+    const double depth = u.Dot(tag->position) - u.Dot(camera.GetPosition());
+    camera.SetNear(depth - ZtLVec::GetResabs());
+    camera.SetFar(depth + depth * 0.2);
+    ZtLFrustum3f frustum;
+    if (!(depth > 0) || !camera.Frustum(&frustum, 0.0))
+        return;
+    const ZtLPos3f at = tag->position * frustum.GetMatrix();
+    const double x = (at.x + 1.0) * 0.5, y = (at.y + 1.0) * 0.5, half = 0.0001;
+    frustum.Narrow(x - half, x + half, y - half, y + half);
+    ZtOcContext context;
+    ZtOcPickFrustumTraversal pick(&context);
+    pick.SetFrustum(ZtLPickFrustum3f(frustum));
+    pick.SetRequiredPropertyBits(ZtOaNode::kGeometryBit);
+    root->ApplyTraversal(&pick);
+    const ZtOaFragment* shape = pick.GetPickedShape();
+    for (const ZtOaPathLink* link = shape ? shape->GetFragPath() : nullptr; link;
+         link = link->GetParent()) {
+        const auto* model = dynamic_cast<const ZtDgnModel*>(link->GetNode());
+        if (!model)
+            continue;
+        tag->modelFile = ZtUSysString::WideToUtf8(model->GetName().Str());
+        for (const ZtOaPathLink* up = shape->GetFragPath(); up != link; up = up->GetParent()) {
+            const std::int64_t index = up->GetNode() ? up->GetNode()->GetElementIndex() : -1;
+            const std::size_t slot = SlotOfIndex(*model, index);
+            if (index >= 0 && slot < model->GetNumElements() && model->GetDmrs(slot)) {
+                tag->dmrs = DmrsWords(model->GetDmrs(slot));
+                break;
+            }
+        }
+        return;
+    }
+}
+
+void GatherView(const ZtOpState& state, const ZtOpSavedItem& item, std::vector<ReportView>* views) {
+    if (item.GetType() != ZtOpSavedItem::kTypeView)
+        return;
+    const auto& view = static_cast<const ZtOpView&>(item);
+    const ZtNvCamera& camera = view.AnonView().GetViewPoint().GetCamera();
+    ReportView out{
+        ZtUSysString::WideToUtf8(item.GetName().Str()), camera.GetPosition(), camera.ViewDir(), {}};
+    const auto& redlines = view.GetRedlines();
+    const auto& comments = view.GetComments();
+    for (std::size_t i = 0; i < redlines.Size(); ++i) {
+        if (redlines[i]->GetRedlineType() != ZtOpRedline::kTypeTag)
+            continue;
+        const auto& redline = static_cast<const ZtOpRedlineTag&>(*redlines[i]);
+        ReportTag tag;
+        tag.id = redline.GetTagId();
+        tag.placed = redline.GetPos3dValid() != 0;
+        tag.position = redline.GetPos3d();
+        for (std::size_t c = 0; c < comments.Size(); ++c)
+            if (comments[c]->GetId() == redline.GetCommentId()) {
+                tag.text = ZtUSysString::WideToUtf8(comments[c]->GetBody().Str());
+                break;
+            }
+        PickTag(state, view, &tag);
+        out.tags.push_back(std::move(tag));
+    }
+    views->push_back(std::move(out));
+}
+
+} // namespace
+
+ReportScene GatherReportScene(const ReviewRun& run) {
+    ReportScene scene;
+    for (const StepResult& step : run.steps)
+        if (step.step == "open" && step.status == 0)
+            scene.controlFile = step.file;
+    const OpenedSceneSet* set = run.sceneSet.get();
+    const ZtOaUnit::Linear sceneUnits = set ? set->set.GetLinearUnits() : ZtOaUnit::Linear(-1);
+    scene.sceneUnits = set ? UnitName(sceneUnits) : "master units";
+
+    // Where each model's elements begin in the scene's list, for the selections.
+    std::vector<std::pair<const ZtOaPartition*, std::size_t>> firstElement;
+    for (const ZtDgnModel* model : SceneModels(run.state)) {
+        const ZtDgnModelHeader& header = model->GetHeader();
+        ReportModel out;
+        out.file = ZtUSysString::WideToUtf8(model->GetName().Str());
+        out.units = header.masterUnitName + " / " + header.subUnitName + ", " +
+                    ReadableNumber(model->GetUorsPerMaster()) + " UORs per master unit";
+        // A model of a `model` step stands where its file puts it.
+        out.placement = "not placed";
+        for (std::size_t i = 0; set && i < set->refs.size(); ++i)
+            if (set->refs[i].model == model) {
+                const ZtOpSceneRef& ref = *set->set.GetSceneRefs()[i];
+                out.placement =
+                    PlacementWords(ref.GetTransform(), ref.GetLinearUnits(), sceneUnits);
+                break;
+            }
+        out.elements = model->GetNumElements();
+        scene.models.push_back(std::move(out));
+        firstElement.emplace_back(model, scene.elements.size());
+        // The model's partition places its elements in the scene.
+        const ZtLAffine3f& placement = model->GetTransform();
+        for (std::size_t slot = 0; slot < model->GetNumElements(); ++slot) {
+            const ZtDgnElement& e = model->GetElement(slot);
+            scene.elements.push_back({placement.TransformBox(model->GetElementBox(slot)),
+                                      static_cast<std::uint8_t>(e.GetLevel()), e.colour});
+            scene.models.back().extent.Extend(scene.elements.back().box);
+        }
+    }
+    for (std::size_t i = 0; set && i < set->refs.size(); ++i)
+        if (!set->refs[i].model)
+            scene.failed.push_back(
+                {ZtUSysString::WideToUtf8(set->set.GetSceneRefs()[i]->GetSourceName().Str()),
+                 set->refs[i].notLoaded});
+
+    WalkSavedItems(run.state, SavedItemTree::kSavedViews, [&](const ZtOpSavedItem& item, int) {
+        GatherView(run.state, item, &scene.views);
+    });
+
+    const std::vector<SelectionResult> selections =
+        run.selections ? *run.selections : ComputeSelections(run.state);
+    const std::vector<const ZtOpSelectionSet*> sets = DocumentSelectionSets(run.state);
+    const std::vector<const ZtDgnModel*> models = SceneModels(run.state);
+    for (std::size_t i = 0; i < sets.size(); ++i) {
+        ReportSet out;
+        out.name = ZtUSysString::WideToUtf8(sets[i]->GetName().Str());
+        const auto& comments = sets[i]->GetComments();
+        for (std::size_t c = 0; c < comments.Size(); ++c)
+            out.comment += (c ? "\n" : "") + ZtUSysString::WideToUtf8(comments[c]->GetBody().Str());
+        out.rule = FindSpecRuleLines(sets[i]->GetImplicitSelection().GetImplicitFindSpec());
+        for (std::size_t k = 0; i < selections.size() && k < selections[i].elements.size(); ++k) {
+            const SelectedElement& selected = selections[i].elements[k];
+            for (std::size_t m = 0; m < models.size(); ++m) {
+                if (firstElement[m].first != selected.partition)
+                    continue;
+                const std::size_t slot = SlotOfIndex(*models[m], selected.index);
+                if (slot < models[m]->GetNumElements())
+                    out.elements.push_back(
+                        static_cast<std::uint32_t>(firstElement[m].second + slot));
+                break;
+            }
+        }
+        std::sort(out.elements.begin(), out.elements.end());
+        scene.sets.push_back(std::move(out));
+    }
+    return scene;
+}

@@ -1,0 +1,171 @@
+#include "review/Actions.h"
+
+#include "review/DisplaySetBudget.h"
+#include "review/ExportedTagFile.h"
+#include "review/ModelLoad.h"
+#include "review/SavedItems.h"
+#include "review/TagLineEndBudget.h"
+#include "ztlddgn/ZtDgnModel.h"
+#include "ztobject/ZtOaPartition.h"
+#include "ztplugin/ZtOpExportPlugin.h"
+#include "ztplugin/ZtOpFilePlugin.h"
+#include "ztutil/ZtUSysNativePath.h"
+#include "ztutil/ZtUSysString.h"
+
+#include <filesystem>
+
+namespace {
+
+// A warning when an import of a file that is not empty brought nothing in.
+void WarnIfNothingCameIn(ReviewRun& run, const Step& step, const std::vector<StepCount>& counts) {
+    for (const StepCount& count : counts)
+        if (count.value != 0)
+            return;
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(ZtUSysNativePath(step.argument), error);
+    if (!error && size > 0)
+        run.warnings.push_back(step.name + " " + step.argument + ": nothing came in from " +
+                               std::to_string(size) + " bytes");
+}
+
+// A menu entry of the plug-in library: the host hands the plug-in the document, the
+// progress and the chosen file.
+StepOutcome RunExport(ReviewRun& run, const Step& step, const char* registeredName,
+                      ZtOpProgress* progress) {
+    auto* plugin = dynamic_cast<ZtOpExportPlugin*>(run.FindPlugin(registeredName));
+    if (!plugin)
+        return {0, std::string("the plug-in ") + registeredName + " is no menu plug-in", {}};
+    const ZtUWideString path(ZtUSysString::PathToWide(step.argument));
+    return {plugin->IExport(0, &run.state, progress, &path), {}, {}};
+}
+
+// What came into the document between two counts of its saved items.
+std::vector<StepCount> Imported(const SavedItemCounts& before, const SavedItemCounts& after,
+                                bool views, bool sets) {
+    std::vector<StepCount> counts;
+    if (views) {
+        counts.push_back({"views", after.views - before.views});
+        counts.push_back({"tags", after.tags - before.tags});
+    }
+    counts.push_back({"comments", after.comments - before.comments});
+    if (sets)
+        counts.push_back({"selectionSets", after.selectionSets - before.selectionSets});
+    return counts;
+}
+
+StepOutcome Import(ReviewRun& run, const Step& step, const char* registeredName, bool views,
+                   ZtOpProgress* progress) {
+    const SavedItemCounts before = CountSavedItems(run.state);
+    StepOutcome outcome = RunExport(run, step, registeredName, progress);
+    if (outcome.status != 0 || !outcome.hostError.empty())
+        return outcome;
+    outcome.counts = Imported(before, CountSavedItems(run.state), views, !views);
+    WarnIfNothingCameIn(run, step, outcome.counts);
+    return outcome;
+}
+
+} // namespace
+
+StepOutcome ListPlugins(ReviewRun& run) {
+    run.listedPlugins = true;
+    return {};
+}
+
+StepOutcome ImportTags(ReviewRun& run, const Step& step, ZtOpProgress* progress) {
+    const TagLineEndBudget budget(run.state);
+    StepOutcome outcome = Import(run, step, "ZtOdPdsTagImportPlugin", true, progress);
+    if (outcome.status != 0 || !outcome.hostError.empty())
+        return outcome;
+    const std::wstring path = ZtUSysString::PathToWide(step.argument);
+    if (const std::size_t dropped = budget.CountDropped(run.state, path.c_str()))
+        run.warnings.push_back("import-tags " + step.argument + ": " + std::to_string(dropped) +
+                               " tags were dropped: their line ends would add more than " +
+                               std::to_string(TagLineEndBudget::kFileAddedLineEnds) +
+                               " characters in all");
+    return outcome;
+}
+
+StepOutcome ImportDisplaySets(ReviewRun& run, const Step& step, ZtOpProgress* progress) {
+    const DisplaySetBudget budget(run.state);
+    StepOutcome outcome = Import(run, step, "ZtOdPdsDstImportPlugin", false, progress);
+    if (outcome.status != 0 || !outcome.hostError.empty())
+        return outcome;
+    const std::wstring path = ZtUSysString::PathToWide(step.argument);
+    if (const std::size_t abandoned = budget.CountAbandoned(run.state, path.c_str()))
+        run.warnings.push_back("import-dst " + step.argument + ": " + std::to_string(abandoned) +
+                               " display sets were abandoned: the file's sets would hold "
+                               "more than " +
+                               std::to_string(DisplaySetBudget::kFileConditions) +
+                               " conditions in all");
+    return outcome;
+}
+
+StepOutcome ExportTags(ReviewRun& run, const Step& step, ZtOpProgress* progress) {
+    StepOutcome outcome = RunExport(run, step, "ZtOdPdsTagExportPlugin", progress);
+    if (outcome.status != 0 || !outcome.hostError.empty())
+        return outcome;
+    const std::optional<ExportedTagCounts> written =
+        CountExportedTags(ZtUSysString::PathToWide(step.argument));
+    if (!written)
+        return outcome;
+    const std::size_t tags = CountSavedItems(run.state).tags;
+    const std::size_t dropped = tags > written->records ? tags - written->records : 0;
+    outcome.counts = {{"records", written->records},
+                      {"unfiled", written->unfiled},
+                      {"fileGroups", written->fileGroups},
+                      {"tagsDropped", dropped}};
+    if (dropped > 0)
+        run.warnings.push_back("export-tags " + step.argument + ": " + std::to_string(dropped) +
+                               " of " + std::to_string(tags) + " tags were not written");
+    return outcome;
+}
+
+StepOutcome OpenReview(ReviewRun& run, const Step& step, const OpenParameters& parameters,
+                       ZtOpProgress* progress) {
+    auto* loader = dynamic_cast<ZtOpSceneSetPlugin*>(run.FindPlugin("ZtOdPdsDriLoaderPlugin"));
+    if (!loader)
+        return {0, "the plug-in ZtOdPdsDriLoaderPlugin is no scene-set plug-in", {}};
+    const SavedItemCounts before = CountSavedItems(run.state);
+    StepOutcome outcome;
+    outcome.status = OpenControlFile(run.state, *loader, ZtUSysString::PathToWide(step.argument),
+                                     parameters, &run.sceneSet, progress);
+    if (outcome.status != 0)
+        return outcome;
+    std::size_t loaded = 0;
+    const ZtUOwnPtrVector<ZtOpSceneRef>& refs = run.sceneSet->set.GetSceneRefs();
+    for (std::size_t i = 0; i < run.sceneSet->refs.size(); ++i) {
+        const OpenedRef& ref = run.sceneSet->refs[i];
+        if (ref.model) {
+            ++loaded;
+            continue;
+        }
+        const std::string name =
+            i < refs.Size() ? ZtUSysString::WideToUtf8(refs[i]->GetSourceName().Str()) : "";
+        run.warnings.push_back("open " + step.argument + ": model " + name +
+                               " not loaded: " + ref.notLoaded);
+    }
+    outcome.counts = {{"modelsLoaded", loaded},
+                      {"modelsNotLoaded", run.sceneSet->refs.size() - loaded}};
+    for (const StepCount& count : Imported(before, CountSavedItems(run.state), true, true))
+        outcome.counts.push_back(count);
+    return outcome;
+}
+
+StepOutcome LoadModel(ReviewRun& run, const Step& step, ZtOpProgress* progress) {
+    std::string reason;
+    const int status =
+        LoadModelIntoScene(run.state, ZtUSysString::PathToWide(step.argument), &reason, progress);
+    if (status != 0)
+        return {status, reason, {}};
+    const ZtOaPartition* root = run.state.GetRootNode();
+    const auto* model = dynamic_cast<const ZtDgnModel*>(root->GetChild(root->GetNumChildren() - 1));
+    return {0, {}, {{"elements", model ? model->GetNumElements() : std::size_t{0}}}};
+}
+
+StepOutcome SelectAll(ReviewRun& run, ZtOpProgress* progress) {
+    run.selections = ComputeSelections(run.state, progress);
+    std::size_t selected = 0;
+    for (const SelectionResult& result : *run.selections)
+        selected += result.elements.size();
+    return {0, {}, {{"sets", run.selections->size()}, {"elementsSelected", selected}}};
+}

@@ -1,0 +1,37 @@
+#pragma once
+#include "review/OpenRoad.h"
+#include "review/ReviewRun.h"
+
+#include <string>
+#include <vector>
+
+class ZtOpProgress;
+
+// What an action came to: the plug-in's status code, or a failure of the host itself
+// (`hostError` set: the host can't do what was asked); and what the action did.
+struct StepOutcome {
+    int status = 0;
+    std::string hostError;
+    std::vector<StepCount> counts;
+};
+
+// The host's actions on a run's document, one for each thing a user can ask of it. Each
+// finds the plug-in it needs among the run's, counts what it did, and adds to the run's
+// warnings what the user should hear of though the action succeeded, each beginning with
+// the step's name and file.
+
+// Lists the plug-ins of the loaded library.
+StepOutcome ListPlugins(ReviewRun& run);
+// Opens a design review: the control file's road, its models placed, its side files
+// imported.
+StepOutcome OpenReview(ReviewRun& run, const Step& step, const OpenParameters& parameters,
+                       ZtOpProgress* progress);
+// The menu imports of review tags and display sets.
+StepOutcome ImportTags(ReviewRun& run, const Step& step, ZtOpProgress* progress);
+StepOutcome ImportDisplaySets(ReviewRun& run, const Step& step, ZtOpProgress* progress);
+// The menu export of the document's review tags.
+StepOutcome ExportTags(ReviewRun& run, const Step& step, ZtOpProgress* progress);
+// Loads one model into the document's scene, unplaced.
+StepOutcome LoadModel(ReviewRun& run, const Step& step, ZtOpProgress* progress);
+// Evaluates every selection set of the document over the loaded models.
+StepOutcome SelectAll(ReviewRun& run, ZtOpProgress* progress);

@@ -1,0 +1,53 @@
+#pragma once
+#include "ztplugin/ZtOpSceneSet.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+class ZtDgnModel;
+class ZtOpProgress;
+class ZtOpSceneSetPlugin;
+class ZtOpState;
+
+// The loader's parameters as the command line gives them.
+struct OpenParameters {
+    int inputFiles = 0;            // --input-files: model 0, cache 1, either 2
+    bool importTags = true;        // false with --no-tags
+    bool importDisplaySets = true; // false with --no-display-sets
+};
+
+// The value of --input-files for its name ("model", "cache", "either"), or none.
+std::optional<int> InputFilesValue(const std::string& name);
+
+// What the host made of one reference of a scene set.
+struct OpenedRef {
+    // The model loaded for the reference and placed where it says, which the document's
+    // scene owns; null if none.
+    const ZtDgnModel* model = nullptr;
+    // Why there is no model.
+    std::string notLoaded;
+};
+
+// The scene set of an `open` step, with the fate of each reference, in the set's order.
+struct OpenedSceneSet {
+    ZtOpSceneSet set;
+    std::vector<OpenedRef> refs;
+};
+
+// The `open` step, the host's road for a control file. The loader learns of the document
+// and gets its parameters; IReadSet reads the file; each reference's load file, resolved
+// against the control file's folder, is loaded by the DGN loader into the document's
+// scene and placed with IPlaceSceneRef, and the model's partition takes the reference's
+// placement (ZtOpSceneRef::GetPlacement), so that the scene is the placed review;
+// references to one file share its model where they place it alike. IFinishSet gets the
+// scene's root, and the view it sets up becomes the document's current view. A reference
+// without a load file, with a cache file (which this host does not read), or whose file
+// is missing or no readable model is not loaded, with the reason, and is not placed.
+//
+// Returns the status of IReadSet. With 0, `sceneSet` receives the scene set; otherwise it
+// is left alone and the document is untouched.
+int OpenControlFile(ZtOpState& state, ZtOpSceneSetPlugin& loader, const std::wstring& path,
+                    const OpenParameters& parameters, std::unique_ptr<OpenedSceneSet>* sceneSet,
+                    ZtOpProgress* progress = nullptr);

@@ -1,0 +1,24 @@
+file{0n{equipment.dgn}}
+target{75400 936000 198840}
+persp_ang{45}
+eye{144000 936000 240000}
+tag{3 1 0 0.000000 -256000 936000 0
+p{-256000 936000 0}
+l{0 21 3 0}
+text{32
+Pump base plate, equipment in ft}}
+file{1n{pipes.dgn}}
+target{1682388 1440000 460597}
+eye{1760000 1440000 480000}
+tag{1 1 0 0.000000 320000 1040000 120000
+p{320000 1040000 120000}
+l{0 13 301 0}
+text{30
+Valve V-301 of the piping in m}}
+target{419745 316992 113906}
+eye{497536 316992 132576}
+tag{2 1 0 0.000000 97536 316992 36576
+p{97535 316992 36576}
+l{0 13 301 0}
+text{47
+The same valve, of the piping taken to be in ft}}

@@ -1,0 +1,15 @@
+target{320000 1440000 120000}
+eye{1760000 1440000 480000}
+tag{1 1 0 0.000000 320000 1040000 120000
+text{30
+Valve V-301 of the piping in m}}
+target{97536 316992 36576}
+eye{497536 316992 132576}
+tag{2 1 0 0.000000 97536 316992 36576
+text{47
+The same valve, of the piping taken to be in ft}}
+target{-256000 936000 0}
+eye{144000 936000 240000}
+tag{3 1 0 0.000000 -256000 936000 0
+text{32
+Pump base plate, equipment in ft}}
