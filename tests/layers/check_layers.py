@@ -32,7 +32,9 @@ LAYERS = [
     "host/ztlddgn",
     "host/review",
     "host/report",
+    "host/manual",
     "host/app",
+    "host/manuals",
 ]
 UNCHECKED = ("tests", "fuzz", "bench", "tools")
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)
