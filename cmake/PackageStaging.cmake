@@ -13,6 +13,16 @@ if(NOT licence)
 endif()
 file(REMOVE ${licence})
 
+# Debian's manual pages are compressed as gzip -9n compresses them: with no name and no
+# time in the header, the same page gives the same bytes.
+file(GLOB pages ${root}/share/man/man*/*)
+foreach(page ${pages})
+    execute_process(COMMAND gzip -9nf ${page} RESULT_VARIABLE status)
+    if(NOT status EQUAL 0)
+        message(FATAL_ERROR "gzip ${page} failed (${status})")
+    endif()
+endforeach()
+
 file(MAKE_DIRECTORY ${root}/share/lintian/overrides)
 file(COPY_FILE ${CPACK_ZTODPDS_LINTIAN_OVERRIDES}
      ${root}/share/lintian/overrides/${CPACK_PACKAGE_NAME})

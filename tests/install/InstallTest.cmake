@@ -32,6 +32,11 @@ if(STEP STREQUAL "tree")
     if(NOT binaries MATCHES "/lib/ztodpds/ztodpds.so")
         message(FATAL_ERROR "no plug-in in the private folder: ${binaries}")
     endif()
+    foreach(manual share/man/man1/pdsreview.1 share/bash-completion/completions/pdsreview)
+        if(NOT EXISTS ${PREFIX}/${manual})
+            message(FATAL_ERROR "${manual} is not installed")
+        endif()
+    endforeach()
     foreach(binary ${binaries})
         file(STRINGS ${binary} leaks REGEX "${BUILD_DIR}/bin")
         if(leaks)
@@ -79,6 +84,8 @@ elseif(STEP STREQUAL "package")
               ./usr/share/doc/ztodpds/copyright
               ./usr/share/doc/ztodpds/changelog.gz ./usr/share/lintian/overrides/ztodpds
               ./usr/share/ztodpds/examples/plant/plant.dri
+              ./usr/share/man/man1/pdsreview.1.gz
+              ./usr/share/bash-completion/completions/pdsreview
               ./usr/lib/cmake/ztodpds/ztodpdsConfigVersion.cmake)
     # Debian's packages point to the system's copy of the licence.
     if(out MATCHES "LICENSE")
@@ -94,6 +101,17 @@ elseif(STEP STREQUAL "package")
     endif()
     if(out MATCHES "postinst|postrm")
         message(FATAL_ERROR "the .deb has maintainer scripts:\n${out}")
+    endif()
+elseif(STEP STREQUAL "lintian")
+    # What Debian's checker says of the package the package step made: no error and no
+    # warning; what it is told to pass over, it passes over for a reason written beside.
+    file(GLOB deb ${WORK_DIR}/../package/ztodpds_${VERSION}_*.deb)
+    if(NOT deb)
+        message(FATAL_ERROR "no .deb in ${WORK_DIR}/../package")
+    endif()
+    run(lintian --fail-on error,warning ${deb})
+    if(out MATCHES "(^|\n)[EW]: ")
+        message(FATAL_ERROR "lintian:\n${out}")
     endif()
 else()
     message(FATAL_ERROR "unknown step '${STEP}'")
