@@ -84,9 +84,8 @@ ProgramManual PdsReviewManual() {
     manual.files = {
         "The plug-in library, ztodpds.so, is looked for beside pdsreview and then in "
         "../lib/ztodpds from pdsreview's folder, where the installed host libraries lie too.",
-        "The sample review of the examples is installed in share/ztodpds/examples under the "
-        "installation prefix (/usr for the package); the examples run in that folder's "
-        "parent as they do in the source folder. The file formats are described in "
-        "share/doc/ztodpds/formats.md."};
+        "The sample review is installed in share/ztodpds/examples under the installation "
+        "prefix (/usr for the package): the examples run from share/ztodpds as they do from "
+        "the source folder. The file formats are described in share/doc/ztodpds/formats.md."};
     return manual;
 }
