@@ -10,18 +10,19 @@
 # program starts them all again. A program that starts while the server of the one
 # before is shutting down is cut off by it ("wine client error", exit status 1, its
 # output lost), which made runs of the suite fail now and then. With one server for the
-# whole run, nothing starts or stops between two programs.
+# whole run, nothing starts or stops between two programs. Wine's programs, wineboot's
+# too, run with the address space unrandomised (setarch -R), as the toolchain file says.
 set -e
 case "$1" in
 start)
     # The prefix made or brought up to date, and the server that did it gone.
-    wineboot --init >/dev/null 2>&1
+    setarch -R wineboot --init >/dev/null 2>&1
     wineserver --wait
     # A server that outlives each program (a minute after its last one, should the run
     # never stop it), and the system processes, started here with nowhere to write: they
     # outlive this step, and a test is not over while anything holds its output open.
     wineserver --persistent=60 </dev/null >/dev/null 2>&1
-    wineboot </dev/null >/dev/null 2>&1
+    setarch -R wineboot </dev/null >/dev/null 2>&1
     ;;
 stop)
     wineserver --kill
