@@ -7,6 +7,7 @@
 #include "tags/ZtOdPdsCameraMaps.h"
 #include "tags/ZtOdPdsTagExportPlugin.h"
 #include "tools/ZtTestDgnWriter.h"
+#include "ztlddgn/ZtDgnModel.h"
 #include "ztlddgn/ZtDgnReader.h"
 #include "ztplugin/ZtOpRedlineTag.h"
 #include "ztplugin/ZtOpSavedItemsElement.h"
@@ -153,5 +154,41 @@ void BM_TagExportPlacedIndexMade(benchmark::State& state) {
     Export(state, false, true);
 }
 BENCHMARK(BM_TagExportPlacedIndexMade)->Unit(benchmark::kMillisecond)->Iterations(5);
+
+// All tags in one view, over a model with no elements: the time goes into finding each
+// tag's comment and writing its record, which must grow in proportion to the tags (from
+// 20,000 to 80,000 about four times), not with their square.
+void BM_TagExportOneView(benchmark::State& state) {
+    const auto tags = static_cast<std::uint64_t>(state.range(0));
+    ZtOpState document;
+    auto* units = new ZtDgnModel(L"", document.EditNameDict());
+    units->SetUorsPerMaster(kFactor);
+    document.GetRootNode()->AddChild(units);
+    auto* view = new ZtOpView;
+    ZtNvCamera camera;
+    camera.SetPosition({0, 0, 20});
+    camera.PointAt({0, 0, 0});
+    view->AnonView().EditViewPoint()->SetCamera(camera);
+    for (std::uint64_t id = 1; id <= tags; ++id) {
+        const ZtLPos3f at(static_cast<double>(id % 100) / 10, static_cast<double>(id / 100) / 10,
+                          0);
+        const ZtLPos2f a = ZtOdPdsModelToCameraSpace(at, camera);
+        view->EditRedlines().PushBack(new ZtOpRedlineTag(id, id, a, a, 1, at, 0, ZtLBox3f()));
+        auto* comment = new ZtOpComment(id);
+        comment->SetBody(L"Check the support here.");
+        view->EditComments().PushBack(comment);
+    }
+    const_cast<ZtOpFolderItem*>(ZtOpSavedViewsElement::Get(&document)->Get())->AddChild(view);
+    const std::filesystem::path path = std::filesystem::temp_directory_path() /
+                                       ("ztodpds-one-view-" + std::to_string(::getpid()) + ".tag");
+    const ZtUWideString output(path.wstring().c_str());
+    ZtOdPdsTagExportPlugin plugin;
+    for (auto _ : state)
+        if (plugin.IExport(0, &document, nullptr, &output) != 0)
+            return state.SkipWithError("the export failed");
+    std::filesystem::remove(path);
+    state.counters["tags"] = plugin.GetWrittenCount();
+}
+BENCHMARK(BM_TagExportOneView)->Unit(benchmark::kMillisecond)->Arg(20000)->Arg(80000);
 
 } // namespace

@@ -3,7 +3,8 @@
 # libraries are no public shared libraries (no soname, no stable interface), so they
 # live in /usr/lib/ztodpds where nothing else finds them, and need no package of their
 # own. PackageStaging.cmake finishes the staged tree of the .deb: its dependencies, with
-# versions, from dpkg-shlibdeps; its lintian overrides.
+# versions, from dpkg-shlibdeps (the C and C++ runtimes, and the attribute sources'
+# SQLite and libpq); its lintian overrides.
 set(CPACK_PACKAGE_NAME ${PROJECT_NAME})
 set(CPACK_PACKAGE_VENDOR "ztodpds developers")
 set(CPACK_PACKAGE_CONTACT "${ZTODPDS_MAINTAINER}")

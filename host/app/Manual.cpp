@@ -25,7 +25,8 @@ ManualEntry StepEntry(const StepKind& step) {
 }
 
 // An option's value is known by its name in the usage: alternatives ("model|cache|either")
-// are choices, a PATH is a file, anything else (a number, a list) is the user's own.
+// are choices, a PATH or SOURCE is a file (a SOURCE may also be a URI), anything else (a
+// number, a list) is the user's own.
 ManualEntry OptionEntry(const OptionKind& option) {
     ManualEntry entry;
     entry.name = option.name;
@@ -36,7 +37,7 @@ ManualEntry OptionEntry(const OptionKind& option) {
         return entry;
     const std::string_view value = option.value;
     entry.argument = value;
-    if (value == "PATH") {
+    if (value == "PATH" || value == "SOURCE") {
         entry.kind = ArgumentKind::File;
     } else if (value.find('|') != std::string_view::npos) {
         entry.kind = ArgumentKind::Choice;

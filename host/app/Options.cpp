@@ -50,6 +50,21 @@ constexpr OptionKind kOptions[] = {
          line.open.importDisplaySets = false;
          return true;
      }},
+    {"--attributes", nullptr, "SOURCE",
+     "element attributes from a project database: a SQLite file or a\npostgresql:// URI",
+     [](CommandLine& line, const std::string& value, std::string* error) {
+         if (value.empty()) {
+             *error = "--attributes takes a database file or a postgresql:// URI";
+             return false;
+         }
+         line.attributes = value;
+         return true;
+     }},
+    {"--no-attributes", nullptr, nullptr, "open leaves the database beside the control file alone",
+     [](CommandLine& line, const std::string&, std::string*) {
+         line.open.readAttributeDatabase = false;
+         return true;
+     }},
     {"--next-ids", nullptr, "T,C", "the document's next tag and comment ids before the steps",
      [](CommandLine& line, const std::string& value, std::string* error) {
          const std::size_t comma = value.find(',');

@@ -11,6 +11,7 @@ int main(int argc, char** argv) {
     // word, not an abort.
     try {
         ProcessEnvironment::UseBinaryStandardStreams();
+        ProcessEnvironment::FailWritesInsteadOfSignals();
         std::vector<std::string> arguments = ProcessEnvironment::Utf8Arguments(argc, argv);
         if (!arguments.empty())
             arguments.erase(arguments.begin());

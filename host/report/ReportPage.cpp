@@ -91,14 +91,14 @@ private:
         for (const ReportView& view : scene_.views)
             tags += view.tags.size();
         out_ += "<header>\n<h1>";
-        AppendEscaped(out_, Title());
+        AppendIsolated(out_, Title());
         out_ += "</h1>\n<p id=\"counts\">" + Count(scene_.views.size(), "saved view") + ", " +
                 Count(tags, "tag") + ", " + Count(scene_.sets.size(), "selection set") +
                 "; scene in " + Escaped(scene_.sceneUnits) + "</p>\n";
         out_ += "<table id=\"models\"><tr><th>Model</th><th>Units</th><th>Elements</th>"
                 "<th>Placement</th></tr>\n";
         for (const ReportModel& model : scene_.models)
-            out_ += "<tr><td>" + Escaped(model.file) + "</td><td>" + Escaped(model.units) +
+            out_ += "<tr><td>" + Isolated(model.file) + "</td><td>" + Isolated(model.units) +
                     "</td><td>" + std::to_string(model.elements) + "</td><td>" +
                     Escaped(model.placement) + "</td></tr>\n";
         out_ += "</table>\n";
@@ -249,7 +249,7 @@ private:
         out_ += "<h2>Saved views and tags</h2>\n";
         for (const ReportView& view : scene_.views) {
             out_ += "<h3>";
-            AppendEscaped(out_, view.name);
+            AppendIsolated(out_, view.name);
             out_ += "</h3>\n<ul class=\"tags\" data-eye=\"" + Exact(view.eye.x) + " " +
                     Exact(view.eye.y) + " " + Exact(view.eye.z) + "\">\n";
             for (const ReportTag& tag : view.tags) {
@@ -258,9 +258,10 @@ private:
                     out_ += " data-pos=\"" + Exact(tag.position.x) + " " + Exact(tag.position.y) +
                             " " + Exact(tag.position.z) + "\"";
                 out_ += "><b>" + std::to_string(tag.id) + "</b> <span class=\"text\">";
-                AppendEscaped(out_, tag.text);
+                AppendIsolated(out_, tag.text);
                 out_ += "</span><br><span class=\"meta\">";
-                out_ += tag.modelFile.empty() ? "no element under the tag" : Escaped(tag.modelFile);
+                out_ +=
+                    tag.modelFile.empty() ? "no element under the tag" : Isolated(tag.modelFile);
                 if (!tag.dmrs.empty())
                     out_ += ", DMRS " + tag.dmrs;
                 if (!tag.placed)
@@ -277,14 +278,14 @@ private:
             const ReportSet& set = scene_.sets[s];
             out_ += "<li><label><input type=\"checkbox\" class=\"set\" data-set=\"" +
                     std::to_string(s) + "\"> <b>";
-            AppendEscaped(out_, set.name);
+            AppendIsolated(out_, set.name);
             out_ += "</b></label> <span class=\"count\">" + Count(set.elements.size(), "element") +
                     "</span>";
             if (!set.comment.empty())
-                out_ += "<br><span class=\"text meta\">" + Escaped(set.comment) + "</span>";
+                out_ += "<br><span class=\"text meta\">" + Isolated(set.comment) + "</span>";
             for (std::size_t i = 0; i < set.rule.size(); ++i)
                 out_ += std::string("<br><span class=\"rule\">") + (i ? "or " : "") +
-                        Escaped(set.rule[i]) + "</span>";
+                        Isolated(set.rule[i]) + "</span>";
             out_ += "</li>\n";
         }
         out_ += "</ul>\n";

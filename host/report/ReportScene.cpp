@@ -92,7 +92,7 @@ void GatherView(const ZtOpState& state, const ZtOpSavedItem& item, std::vector<R
     ReportView out{
         ZtUSysString::WideToUtf8(item.GetName().Str()), camera.GetPosition(), camera.ViewDir(), {}};
     const auto& redlines = view.GetRedlines();
-    const auto& comments = view.GetComments();
+    const auto comments = CommentsById(view);
     for (std::size_t i = 0; i < redlines.Size(); ++i) {
         if (redlines[i]->GetRedlineType() != ZtOpRedline::kTypeTag)
             continue;
@@ -101,11 +101,8 @@ void GatherView(const ZtOpState& state, const ZtOpSavedItem& item, std::vector<R
         tag.id = redline.GetTagId();
         tag.placed = redline.GetPos3dValid() != 0;
         tag.position = redline.GetPos3d();
-        for (std::size_t c = 0; c < comments.Size(); ++c)
-            if (comments[c]->GetId() == redline.GetCommentId()) {
-                tag.text = ZtUSysString::WideToUtf8(comments[c]->GetBody().Str());
-                break;
-            }
+        if (const auto found = comments.find(redline.GetCommentId()); found != comments.end())
+            tag.text = ZtUSysString::WideToUtf8(found->second->GetBody().Str());
         PickTag(state, view, &tag);
         out.tags.push_back(std::move(tag));
     }

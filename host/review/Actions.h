@@ -13,6 +13,7 @@ struct StepOutcome {
     int status = 0;
     std::string hostError;
     std::vector<StepCount> counts;
+    std::string attributeSource; // see StepResult
 };
 
 // The host's actions on a run's document, one for each thing a user can ask of it. Each
@@ -29,8 +30,11 @@ StepOutcome OpenReview(ReviewRun& run, const Step& step, const OpenParameters& p
 // The menu imports of review tags and display sets.
 StepOutcome ImportTags(ReviewRun& run, const Step& step, ZtOpProgress* progress);
 StepOutcome ImportDisplaySets(ReviewRun& run, const Step& step, ZtOpProgress* progress);
-// The menu export of the document's review tags.
-StepOutcome ExportTags(ReviewRun& run, const Step& step, ZtOpProgress* progress);
+// The menu export of the document's review tags. The counts come from what the export
+// wrote (see TagExportTally), and so do the warnings of what the tag format can't carry
+// back; with `keepOldFileOnWarning` such a warning keeps the old file as it was.
+StepOutcome ExportTags(ReviewRun& run, const Step& step, bool keepOldFileOnWarning,
+                       ZtOpProgress* progress);
 // Loads one model into the document's scene, unplaced.
 StepOutcome LoadModel(ReviewRun& run, const Step& step, ZtOpProgress* progress);
 // Evaluates every selection set of the document over the loaded models.

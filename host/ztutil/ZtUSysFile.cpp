@@ -1,7 +1,10 @@
 #include "ztutil/ZtUSysFile.h"
 
+#include "ztutil/ZtUFileScope.h"
+#include "ztutil/ZtUFileWriter.h"
 #include "ztutil/ZtUFormat.h"
 #include "ztutil/ZtUSysFilePlatform.h"
+#include "ztutil/ZtUSysReplacement.h"
 #include "ztutil/ZtUSysString.h"
 
 #include <algorithm>
@@ -20,11 +23,6 @@ bool IsSeparator(wchar_t c) {
 // Index of the last separator in `path`, or npos.
 std::size_t LastSeparator(const std::wstring& path) {
     return path.find_last_of(L"/\\");
-}
-
-std::vector<ZtUSysFile::WriteFailure>& WriteFailures() {
-    static std::vector<ZtUSysFile::WriteFailure> failures;
-    return failures;
 }
 
 // Appends the elements of `path` to `out`, a normalised path, resolving "." and ".."
@@ -62,14 +60,6 @@ ZtUSysFileInfoHandle* ZtUSysDirHandle::OpenFileInfo() const {
     return IsValid() ? new ZtUSysFileInfoHandle(entries_[at_]) : nullptr;
 }
 
-std::vector<ZtUSysFile::WriteFailure> ZtUSysFile::TakeWriteFailures() {
-    return std::exchange(WriteFailures(), {});
-}
-
-void ZtUSysFile::RecordWriteFailure(const std::string& path, const std::string& reason) {
-    WriteFailures().push_back({path, reason});
-}
-
 ZtUFile* ZtUSysFile::fopenW(const wchar_t* path, AccessMode access, CreationMode creation,
                             TranslationMode translation, ShareMode, unsigned,
                             unsigned permissions) {
@@ -77,9 +67,18 @@ ZtUFile* ZtUSysFile::fopenW(const wchar_t* path, AccessMode access, CreationMode
         return nullptr;
     if (access == kAccessRead && creation == kOpenExisting)
         return ZtUSysOpenExistingFile(path);
-    if (access == kAccessWrite && creation == kCreateAlways)
-        return ZtUSysOpenReplacement(path, permissions);
-    return nullptr;
+    if (access != kAccessWrite || creation != kCreateAlways)
+        return nullptr;
+    const std::string target = ZtUSysString::WideToPath(path);
+    int descriptor = -1;
+    std::string why;
+    std::unique_ptr<ZtUSysReplacement> replacement =
+        ZtUSysReplacement::Begin(target, permissions, &descriptor, &why);
+    if (!replacement) {
+        ZtUFileScope::RecordFailure(target, why);
+        return nullptr;
+    }
+    return new ZtUFileWriter(descriptor, std::move(replacement), target);
 }
 
 ZtUSysDirHandle ZtUSysFile::OpenDirW(const wchar_t* path) {
@@ -105,6 +104,10 @@ int ZtUSysFile::fclose(ZtUFile* file) {
     const int result = file->Close();
     delete file;
     return result;
+}
+
+void ZtUSysFile::fdiscard(ZtUFile* file) {
+    delete file;
 }
 
 int ZtUSysFile::fwprintf(ZtUFile* file, const wchar_t* format, ...) {

@@ -79,7 +79,9 @@ elseif(STEP STREQUAL "package")
     file(GLOB deb ${WORK_DIR}/ztodpds_${VERSION}_*.deb)
     run(dpkg-deb -c ${deb})
     expect_in("${out}" ./usr/bin/pdsreview ./usr/lib/ztodpds/ztodpds.so
-              ./usr/lib/ztodpds/libztplugin.so ./usr/include/ztodpds/ztplugin/ZtOpPlugin.h
+              ./usr/lib/ztodpds/libztplugin.so
+              ./usr/lib/ztodpds/libztpdsdb.so ./usr/share/ztodpds/examples/plant/plant.db
+              ./usr/include/ztodpds/ztplugin/ZtOpPlugin.h
               ./usr/share/doc/ztodpds/README.md ./usr/share/doc/ztodpds/formats.md
               ./usr/share/doc/ztodpds/copyright
               ./usr/share/doc/ztodpds/changelog.gz ./usr/share/lintian/overrides/ztodpds
@@ -99,6 +101,11 @@ elseif(STEP STREQUAL "package")
     if(NOT out MATCHES "Depends: libc6 \\(>= [0-9.]+\\), [^\n]*libstdc\\+\\+6 \\(>= [0-9.]+\\)")
         message(FATAL_ERROR "unversioned dependencies:\n${out}")
     endif()
+    foreach(library libsqlite3-0 libpq5)
+        if(NOT out MATCHES "Depends: [^\n]*${library} \\(>= [0-9][^)]*\\)")
+            message(FATAL_ERROR "no versioned dependency on ${library}:\n${out}")
+        endif()
+    endforeach()
     if(out MATCHES "postinst|postrm")
         message(FATAL_ERROR "the .deb has maintainer scripts:\n${out}")
     endif()

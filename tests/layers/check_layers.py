@@ -30,6 +30,7 @@ LAYERS = [
     "ztodpds/loader",
     "ztodpds/module",
     "host/ztlddgn",
+    "host/ztpdsdb",
     "host/review",
     "host/report",
     "host/manual",

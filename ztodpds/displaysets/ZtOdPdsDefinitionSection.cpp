@@ -9,6 +9,9 @@
 ZtOdPdsDefinitionSection::~ZtOdPdsDefinitionSection() {
     if (current_)
         current_->Release();
+    // A section cut short (memory ran out on the way) never reached End: its sets must not
+    // stay in the dictionary for the next import to find. After End there is none.
+    ZtOdPdsDisplaySetDict::Destroy();
 }
 
 int ZtOdPdsDefinitionSection::Line(ZtUWideStringBuffer& line) {

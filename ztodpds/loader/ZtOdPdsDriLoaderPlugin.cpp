@@ -203,7 +203,8 @@ void ZtOdPdsDriLoaderPlugin::AddSceneRef(const ZtUWideStringBuffer& value,
         hasCache = ZtUSysFile::ExistsW(cache.GetString());
     }
 
-    auto* ref = new ZtOpSceneRef;
+    // Held until the set takes it, so that running out of memory on the way frees it.
+    std::unique_ptr<ZtOpSceneRef> ref(new ZtOpSceneRef);
     if (hasCache)
         ref->SetLoadFile(cache.GetString());
     else if (inputFiles_ != ztodpds_dri_input_files_cache)
@@ -211,30 +212,34 @@ void ZtOdPdsDriLoaderPlugin::AddSceneRef(const ZtUWideStringBuffer& value,
     ref->SetSourceName(name.GetString());
     ref->SetLinearUnits(masterUnit_);
     ref->SetLoadKind(kLoadKindModel);
-    set->EditSceneRefs().PushBack(ref);
+    set->EditSceneRefs().PushBack(ref.release());
 }
 
 int ZtOdPdsDriLoaderPlugin::IFinishSet(void* record, ZtOpSceneProps* props,
                                        ZtOaPartition* partition, ZtOpProgress* progress) {
-    auto* loadRecord = static_cast<ZtOdPdsDriLoadRecord*>(record);
-    if (props && partition) {
-        SetDgnLoaderOption(savedDgnOption_);
+    // The record goes whatever happens on the way, memory running out in the host included.
+    const std::unique_ptr<ZtOdPdsDriLoadRecord> loadRecord(
+        static_cast<ZtOdPdsDriLoadRecord*>(record));
+    if (!props || !partition)
+        return kZtOdPdsOk;
+    SetDgnLoaderOption(savedDgnOption_);
+    const bool viewReady = ZtOdPdsGuard(false, [&] {
         ZtNvViewPoint* viewPoint = props->EditCurrentView()->EditViewPoint();
         viewPoint->SetWorldUp(ZtLUnitVec3f::Z());
         viewPoint->SetParts(viewPoint->GetParts() | kWorldUpPart);
         ZtOpScene::DefaultInitializeViewPoint(viewPoint, partition);
-        if (loadRecord && state_) {
-            // The side files are extras: when they fail, the scene stands all the same.
-            ZtOdPdsGuard(false, [&] {
-                if (importTags_)
-                    ImportTags(*loadRecord, *props, partition, progress);
-                if (importDisplaySets_)
-                    ImportDisplaySets(*loadRecord, *props, progress);
-                return true;
-            });
-        }
+        return true;
+    });
+    if (viewReady && loadRecord && state_) {
+        // The side files are extras: when they fail, the scene stands all the same.
+        ZtOdPdsGuard(false, [&] {
+            if (importTags_)
+                ImportTags(*loadRecord, *props, partition, progress);
+            if (importDisplaySets_)
+                ImportDisplaySets(*loadRecord, *props, progress);
+            return true;
+        });
     }
-    delete loadRecord;
     return kZtOdPdsOk;
 }
 

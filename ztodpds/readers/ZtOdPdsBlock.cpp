@@ -5,6 +5,12 @@
 #include <algorithm>
 #include <limits>
 
+// Out of line, so that the readers' character loops stay small enough to be inlined whole.
+void ZtOdPdsBlock::SetName(const wchar_t* text, std::size_t length) {
+    name_.SetString(text, length);
+    name_.Trim();
+}
+
 int ZtOdPdsBlock::NextChild(ZtOdPdsBlock* child) {
     if (!child || child == this)
         return 0;

@@ -14,10 +14,7 @@ class ZtOdPdsBlock {
 public:
     const ZtUWideStringBuffer& GetName() const { return name_; }
     // Takes the name trimmed at both ends.
-    void SetName(const wchar_t* text, std::size_t length) {
-        name_.SetString(text, length);
-        name_.Trim();
-    }
+    void SetName(const wchar_t* text, std::size_t length);
     const ZtUWideStringBuffer& GetValue() const { return value_; }
     void SetValue(const wchar_t* text, std::size_t length) { value_.SetString(text, length); }
 

@@ -40,10 +40,12 @@ const wchar_t* Resource(const char* key) {
 template <class MakeEntry> ZtOdPdsNode* MakeChain(std::size_t count, MakeEntry makeEntry) {
     if (count == 0)
         return nullptr;
-    ZtOdPdsNode* chain = makeEntry(0);
-    for (std::size_t i = 1; i < count; ++i)
-        chain = new ZtOdPdsOperation(chain, ZtOdPdsOperation::kOr, makeEntry(i));
-    return chain;
+    ZtOdPdsUnheldNode chain(makeEntry(0));
+    for (std::size_t i = 1; i < count; ++i) {
+        ZtOdPdsNode* entry = makeEntry(i);
+        chain.Reset(ZtOdPdsOperation::Make(chain.Take(), ZtOdPdsOperation::kOr, entry));
+    }
+    return chain.Take();
 }
 
 ZtOdPdsStatement* MakeListStatement(ZtOdPdsDstContext* context, int standardName,

@@ -10,6 +10,7 @@
 #include "rules/ZtOdPdsTreeSize.h"
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 namespace {
@@ -114,16 +115,16 @@ void ZtOdPdsDisplaySet::ParseStatement(ZtUWideStringBuffer& line) {
     }
     // One character behind the keyword is skipped unread, whatever it is.
     const std::size_t textStart = length < line.GetLength() ? length + 1 : length;
-    ZtOdPdsCriterion* criterion = ZtOdPdsMakeCriterion(line.GetString() + textStart);
+    // Each piece is held until its owner takes it, so that running out of memory on the
+    // way frees what was made.
+    std::unique_ptr<ZtOdPdsCriterion> criterion(ZtOdPdsMakeCriterion(line.GetString() + textStart));
     const bool usable = criterion && criterion->GetKind() != ZtOdPdsCriterion::kUnknown;
     if (keyword->statement == kFind) {
-        if (scope->GetFind() || !usable) {
-            delete criterion;
+        if (scope->GetFind() || !usable)
             return;
-        }
-        auto* find = new ZtOdPdsFindClause(keyword->number);
-        find->SetCriterion(criterion);
-        scope->SetFind(find);
+        std::unique_ptr<ZtOdPdsFindClause> find(new ZtOdPdsFindClause(keyword->number));
+        find->SetCriterion(criterion.release());
+        scope->SetFind(find.release());
         return;
     }
     if (!criterion) {
@@ -135,13 +136,11 @@ void ZtOdPdsDisplaySet::ParseStatement(ZtUWideStringBuffer& line) {
             deepestScopes_ = scopes_.Size();
         return;
     }
-    if (!usable) {
-        delete criterion;
+    if (!usable)
         return;
-    }
-    auto* modifier = new ZtOdPdsModifier(keyword->number);
-    modifier->SetCriterion(criterion);
-    scope->AddModifier(modifier);
+    std::unique_ptr<ZtOdPdsModifier> modifier(new ZtOdPdsModifier(keyword->number));
+    modifier->SetCriterion(criterion.release());
+    scope->AddModifier(modifier.release());
 }
 
 int ZtOdPdsDisplaySet::End() {

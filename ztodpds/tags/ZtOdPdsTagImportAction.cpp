@@ -24,6 +24,7 @@
 #include <algorithm>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -298,10 +299,9 @@ ZtOpView* ZtOdPdsTagImportAction::MakeView() {
 }
 
 void ZtOdPdsTagImportAction::CloseView() {
-    if (currentView_) {
-        folder_.AddChild(currentView_);
-        currentView_ = nullptr;
-    }
+    // The folder owns the view from the call on, even when the call fails.
+    if (ZtOpView* view = std::exchange(currentView_, nullptr))
+        folder_.AddChild(view);
     viewChanged_ = 1;
 }
 

@@ -30,12 +30,15 @@ ReportScene OneTagScene(const std::string& text) {
     return scene;
 }
 
-TEST(ReportPage, TextIsEscapedWithOneBreakPerLineEnd) {
-    const std::string page = ReportPageHtml(OneTagScene("a < b & c\r\nd\n\re\rf\ng"));
-    EXPECT_NE(page.find("a &lt; b &amp; c\nd\ne\nf\ng</span>"), std::string::npos) << page;
+// Each text of the review's files is escaped and stands in a bidirectional isolate, so
+// that an override in it (U+202E here) turns round nothing beyond its own text.
+TEST(ReportPage, TextIsEscapedAndIsolatedWithOneBreakPerLineEnd) {
+    const std::string page = ReportPageHtml(OneTagScene("a < b & c\r\nd\n\re\rf\ng\u202e"));
+    EXPECT_NE(page.find("<bdi>a &lt; b &amp; c\nd\ne\nf\ng\u202e</bdi></span>"), std::string::npos)
+        << page;
     EXPECT_NE(page.find("<title>Design review: a&amp;b.dri</title>"), std::string::npos);
-    EXPECT_NE(page.find("<h3>View &lt;1&gt;</h3>"), std::string::npos);
-    EXPECT_NE(page.find("Level = &quot;Level 3&quot;"), std::string::npos);
+    EXPECT_NE(page.find("<h3><bdi>View &lt;1&gt;</bdi></h3>"), std::string::npos);
+    EXPECT_NE(page.find("<bdi>Level = &quot;Level 3&quot;</bdi>"), std::string::npos);
 }
 
 // Nothing is fetched: no external script, style sheet, image or font, and the one
@@ -91,7 +94,7 @@ TEST(ReportPage, StepWritesThePageOrSaysWhyNot) {
     ASSERT_EQ(run.exitStatus, 0) << run.err;
     const std::string page = ZtTestReadBytes(path);
     for (const char* part :
-         {"3 saved views, 6 tags, 5 selection sets",
+         {"3 saved views, 6 tags, 9 selection sets",
           "turned 90\u00b0 about Z, moved by (10, 5, 0) m",
           "scaled from ft to m, turned 90\u00b0 about Z", "DMRS 0 12 101 0", "18 elements"})
         EXPECT_NE(page.find(part), std::string::npos) << part;

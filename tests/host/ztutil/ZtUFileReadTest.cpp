@@ -1,12 +1,17 @@
 #include "FileStreams.h"
 
 #include "tools/ZtTestFiles.h"
+#include "ztutil/ZtUFileReader.h"
+#include "ztutil/ZtUFileScope.h"
 #include "ztutil/ZtUSysString.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
+#ifndef _WIN32
+#include <unistd.h>
+#endif
 
 namespace {
 
@@ -183,5 +188,38 @@ TEST(ZtUFileRead, ReadErrorEndsTheInputAndSetsTheFlag) {
     EXPECT_EQ(ZtUSysFile::fgetwc(file), kEnd);
     ZtUSysFile::fclose(file);
 }
+
+// A file that grows while it is read is read to the size it had at the start and a
+// margin, as one that claims no size and never ends would be.
+TEST(ZtUFileRead, AFileIsReadNoFurtherThanItsSizeAtTheStartAndAMargin) {
+    ZtTestTempDir dir;
+    for (const std::size_t start : {std::size_t{0}, std::size_t{10}, 3 * kChunk}) {
+        ASSERT_TRUE(ZtTestWriteBytes(dir.File("growing.txt"), std::string(start, 'g')));
+        ZtUFile* file = OpenForReading(dir.WideFile("growing.txt"));
+        ASSERT_NE(file, nullptr);
+        ASSERT_TRUE(
+            ZtTestWriteBytes(dir.File("growing.txt"), std::string(start + 4 * kChunk, 'g')));
+        std::size_t count = 0;
+        while (ZtUSysFile::fgetwc(file) != kEnd)
+            ++count;
+        EXPECT_EQ(count, start + ZtUFileReader::kGrowthMargin) << start;
+        EXPECT_EQ(ZtUSysFile::fclose(file), 0);
+    }
+}
+
+#ifndef _WIN32
+// A link into /proc or /sys, such as a side file planted beside a control file, is not
+// read: such files are no one's text, and some never end.
+TEST(ZtUFileRead, FilesOfTheKernelAreNotRead) {
+    ZtTestTempDir dir;
+    ASSERT_EQ(::symlink("/proc/self/pagemap", dir.File("evil.tag").c_str()), 0);
+    const ZtUFileScope scope;
+    EXPECT_EQ(OpenForReading(dir.WideFile("evil.tag")), nullptr);
+    ASSERT_EQ(scope.GetWarnings().size(), 1u);
+    EXPECT_EQ(scope.GetWarnings()[0],
+              dir.File("evil.tag") + " is a file of the kernel's (in /proc or /sys), not read");
+    EXPECT_TRUE(scope.GetReads().empty());
+}
+#endif
 
 } // namespace

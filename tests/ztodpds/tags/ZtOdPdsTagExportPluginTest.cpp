@@ -172,4 +172,42 @@ TEST(ZtOdPdsTagExportPlugin, GatheringWalksFoldersAndCountsDroppedTags) {
         EXPECT_NEAR(progress.seen[i], expected[i], 1e-12) << i;
 }
 
+// A model's file name is a group's name in the file: one with braces and line ends would
+// end its block early and forge records of its own, so they are written as '_'.
+TEST(ZtOdPdsTagExportPlugin, GroupNamesCannotForgeBlocks) {
+    TagDocument doc(kTagTestFactor);
+    ZtOaPartition* model =
+        doc.AddModel(L"/data/p}}\ntag{666 1 0 0.0 1 2 3\r\ntext{10\nINJECTED}.dgn");
+    TagDocument::AddElement(model, TwoModels::Element(1), 0);
+    TagDocument::AddTag(DownView(doc, 10), 1, {1, 1, 0.125}, L"One");
+    ZtOdPdsTagExportPlugin plugin;
+    std::string text;
+    ASSERT_EQ(doc.Export(plugin, &text), kZtOdPdsOk);
+    EXPECT_EQ(text.substr(0, text.find('\n') + 1),
+              "file{0n{p___tag_666 1 0 0.0 1 2 3__text_10_INJECTED_.dgn}}\n");
+    EXPECT_EQ(text.find("INJECTED}"), std::string::npos);
+}
+
+// Several comments may share an identifier: a tag takes the first of them in its view,
+// and each view's comments are its own.
+TEST(ZtOdPdsTagExportPlugin, ATagTakesTheFirstCommentWithItsIdentifier) {
+    TagDocument doc(kTagTestFactor);
+    ZtOpView* first = DownView(doc, 10);
+    TagDocument::AddTag(first, 7, {2, 1, 0}, L"first");
+    auto* later = new ZtOpComment(7);
+    later->SetBody(L"later");
+    first->EditComments().PushBack(later);
+    ZtOpView* second = DownView(doc, 10);
+    TagDocument::AddTag(second, 7, {2, 1, 0}, L"own", nullptr, false);
+    auto* own = new ZtOpComment(7);
+    own->SetBody(L"own");
+    second->EditComments().PushBack(own);
+    ZtOdPdsTagExportPlugin plugin;
+    std::string text;
+    ASSERT_EQ(doc.Export(plugin, &text), kZtOdPdsOk);
+    EXPECT_NE(text.find("text{5\nfirst}}\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("text{3\nown}}\n"), std::string::npos) << text;
+    EXPECT_EQ(text.find("later"), std::string::npos);
+}
+
 } // namespace

@@ -1,20 +1,15 @@
-#include "ztutil/ZtUFile.h"
+#include "ztutil/ZtUFileReader.h"
 
 #include "ztutil/ZtUSysDescriptor.h"
-#include "ztutil/ZtUSysFile.h"
 #include "ztutil/ZtUSysString.h"
 #include "ztutil/ZtUUtf16.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdint>
-#include <cstdio>
 #include <cstring>
 #include <cwchar>
 
 namespace {
-
-constexpr unsigned kReplacementCharacter = 0xFFFD;
 
 // True if the eight bytes at `bytes` are ASCII and none is a CR: they decode one to one.
 bool IsPlainAscii(const unsigned char* bytes) {
@@ -29,34 +24,26 @@ bool IsPlainAscii(const unsigned char* bytes) {
 
 } // namespace
 
-ZtUFile::ZtUFile(int descriptor, Mode mode)
-    : descriptor_(descriptor), mode_(mode), ended_(mode != Mode::kRead) {
-    if (mode_ != Mode::kRead)
-        return;
-    // A small file takes buffers in proportion to it; one that grows while it is read is
-    // still read whole, in smaller pieces.
+ZtUFileReader::ZtUFileReader(int descriptor) : descriptor_(descriptor) {
+    // A small file takes buffers in proportion to it. Reading stops a margin past the size
+    // the file has now, so that one that grows while it is read, or a kernel file that
+    // claims no size and never ends, is read once and no further.
     const long long size = ZtUSysDescriptor::RegularFileSize(descriptor_);
     if (size >= 0)
         readSize_ = std::clamp(static_cast<std::size_t>(size), kSmallChunk, kChunk);
+    bytesLeft_ = static_cast<std::uint64_t>(size > 0 ? size : 0) + kGrowthMargin;
     // Left uninitialised: every byte and unit is written before it is read, and clearing
     // them would cost as much as reading a small file.
     bytes_ = std::make_unique_for_overwrite<unsigned char[]>(readSize_ + kLookahead);
     units_ = std::make_unique_for_overwrite<wchar_t[]>(readSize_ + kLookahead);
 }
 
-ZtUFile::ZtUFile(int descriptor, std::string temporary, std::string target, std::string shownPath)
-    : ZtUFile(descriptor, Mode::kWrite) {
-    temporary_ = std::move(temporary);
-    target_ = std::move(target);
-    shownPath_ = std::move(shownPath);
-}
-
-ZtUFile::~ZtUFile() {
+ZtUFileReader::~ZtUFileReader() {
     if (descriptor_ >= 0)
-        Close();
+        ZtUSysDescriptor::Close(descriptor_);
 }
 
-unsigned ZtUFile::Refill() {
+unsigned ZtUFileReader::Refill() {
     while (!ended_) {
         DecodeChunk();
         if (next_ < end_)
@@ -65,14 +52,19 @@ unsigned ZtUFile::Refill() {
     return kEnd;
 }
 
-void ZtUFile::DecodeChunk() {
+void ZtUFileReader::DecodeChunk() {
     next_ = end_ = units_.get();
     std::size_t available = carried_;
-    const long long got = ZtUSysDescriptor::Read(descriptor_, bytes_.get() + available, readSize_);
-    if (got < 0)
+    const std::size_t wanted =
+        static_cast<std::size_t>(std::min<std::uint64_t>(readSize_, bytesLeft_));
+    const long long got =
+        wanted == 0 ? 0 : ZtUSysDescriptor::Read(descriptor_, bytes_.get() + available, wanted);
+    if (got < 0) {
         error_ = true;
-    else
+    } else {
         available += static_cast<std::size_t>(got);
+        bytesLeft_ -= static_cast<std::uint64_t>(got);
+    }
     // Only at the end may a sequence be decoded without the bytes that could follow it.
     const bool last = got <= 0;
 
@@ -95,7 +87,7 @@ void ZtUFile::DecodeChunk() {
     std::memmove(bytes_.get(), bytes_.get() + used, carried_);
 }
 
-std::size_t ZtUFile::SkipByteOrderMark(std::size_t available) {
+std::size_t ZtUFileReader::SkipByteOrderMark(std::size_t available) {
     const unsigned char* b = bytes_.get();
     if (available >= 3 && b[0] == 0xEF && b[1] == 0xBB && b[2] == 0xBF) {
         encoding_ = Encoding::kUtf8;
@@ -117,7 +109,7 @@ std::size_t ZtUFile::SkipByteOrderMark(std::size_t available) {
 // index of the first byte not used. Before the last chunk, a unit is decoded only while
 // kLookahead bytes remain, so that neither a sequence nor a CR LF is split by the chunk's
 // end.
-std::size_t ZtUFile::DecodeUtf8(std::size_t first, std::size_t available, bool last) {
+std::size_t ZtUFileReader::DecodeUtf8(std::size_t first, std::size_t available, bool last) {
     const unsigned char* const bytes = bytes_.get();
     const unsigned char* const stop = bytes + available;
     const std::size_t safe =
@@ -164,7 +156,7 @@ std::size_t ZtUFile::DecodeUtf8(std::size_t first, std::size_t available, bool l
     return static_cast<std::size_t>(p - bytes);
 }
 
-std::size_t ZtUFile::DecodeUtf16(std::size_t first, std::size_t available, bool last) {
+std::size_t ZtUFileReader::DecodeUtf16(std::size_t first, std::size_t available, bool last) {
     const unsigned char* const bytes = bytes_.get();
     const bool littleEndian = encoding_ == Encoding::kUtf16LE;
     auto unitAt = [&](std::size_t at) -> unsigned {
@@ -190,7 +182,7 @@ std::size_t ZtUFile::DecodeUtf16(std::size_t first, std::size_t available, bool 
     return at;
 }
 
-wchar_t* ZtUFile::GetLine(wchar_t* out, int count) {
+wchar_t* ZtUFileReader::GetLine(wchar_t* out, int count) {
     if (!out || count <= 0)
         return nullptr;
     const std::size_t room = static_cast<std::size_t>(count) - 1;
@@ -219,89 +211,17 @@ wchar_t* ZtUFile::GetLine(wchar_t* out, int count) {
     return length == 0 && room > 0 ? nullptr : out;
 }
 
-bool ZtUFile::Write(const wchar_t* text, std::size_t length) {
-    if (mode_ != Mode::kWrite || descriptor_ < 0) {
-        Fail(EBADF);
-        return false;
-    }
-    for (std::size_t i = 0; i < length; ++i)
-        EncodeUnit(static_cast<unsigned>(text[i]));
-    if (pending_.size() >= kChunk)
-        Flush();
-    return true;
-}
-
-// Units are UTF-16, but a wchar_t here is wide enough for a whole code point, which is
-// written as it stands.
-void ZtUFile::EncodeUnit(unsigned unit) {
-    if (highSurrogate_) {
-        const unsigned high = highSurrogate_;
-        highSurrogate_ = 0;
-        if (ZtUUtf16::IsLowSurrogate(unit)) {
-            ZtUSysString::AppendUtf8(pending_, ZtUUtf16::Combine(high, unit));
-            return;
-        }
-        ZtUSysString::AppendUtf8(pending_, kReplacementCharacter);
-    }
-    if (ZtUUtf16::IsHighSurrogate(unit)) {
-        highSurrogate_ = unit;
-        return;
-    }
-    if (ZtUUtf16::IsLowSurrogate(unit) || unit > 0x10FFFF)
-        unit = kReplacementCharacter;
-    ZtUSysString::AppendUtf8(pending_, unit);
-}
-
-bool ZtUFile::Flush() {
-    std::size_t done = 0;
-    while (done < pending_.size() && !error_) {
-        const long long written =
-            ZtUSysDescriptor::Write(descriptor_, pending_.data() + done, pending_.size() - done);
-        if (written <= 0) {
-            Fail(written < 0 ? errno : EIO);
-            break;
-        }
-        done += static_cast<std::size_t>(written);
-    }
-    pending_.clear();
-    return !error_;
-}
-
-void ZtUFile::Fail(int errorNumber) {
-    if (!error_)
-        errorNumber_ = errorNumber;
+bool ZtUFileReader::Write(const wchar_t*, std::size_t) {
     error_ = true;
+    return false;
 }
 
-int ZtUFile::Close() {
+int ZtUFileReader::Close() {
     if (descriptor_ < 0)
         return -1;
-    if (mode_ == Mode::kWrite) {
-        if (highSurrogate_) {
-            highSurrogate_ = 0;
-            ZtUSysString::AppendUtf8(pending_, kReplacementCharacter);
-        }
-        // A replacement must be on the device before it takes the old file's place.
-        if (Flush() && !target_.empty())
-            if (const int error = ZtUSysDescriptor::Commit(descriptor_))
-                Fail(error);
-    }
-    if (const int error = ZtUSysDescriptor::Close(descriptor_))
-        Fail(error);
+    const int closed = ZtUSysDescriptor::Close(descriptor_);
     descriptor_ = -1;
-    const bool ok = Replace(!error_);
-    return ok ? 0 : -1;
-}
-
-bool ZtUFile::Replace(bool ok) {
-    if (target_.empty())
-        return ok;
-    if (ok)
-        if (const int error = ZtUSysDescriptor::Replace(temporary_, target_))
-            Fail(error);
-    if (error_) {
-        ZtUSysDescriptor::Remove(temporary_);
-        ZtUSysFile::RecordWriteFailure(shownPath_, std::strerror(errorNumber_));
-    }
-    return !error_;
+    ended_ = true;
+    next_ = end_ = nullptr;
+    return closed == 0 && !error_ ? 0 : -1;
 }
