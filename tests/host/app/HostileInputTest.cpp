@@ -180,9 +180,9 @@ void InsertRow(sqlite3_stmt* insert, const std::string& name, const std::string&
 // and listed whole in the JSON, within the memory bound of the database's size.
 TEST(HostileInput, HostileAttributeSourcesStayWithinTheMemoryBound) {
 #ifdef ZT_PEAK_MEMORY_UNCHECKED
-    const int scale = 1; // the sanitizer reads slowly, and its peak is no measure
+    constexpr int scale = 1; // the sanitizer reads slowly, and its peak is no measure
 #else
-    const int scale = 10;
+    constexpr int scale = 10;
 #endif
     struct Case {
         const char* name;
@@ -190,11 +190,11 @@ TEST(HostileInput, HostileAttributeSourcesStayWithinTheMemoryBound) {
     };
     const Case cases[] = {
         {"huge value",
-         [scale](sqlite3_stmt* insert) {
+         [](sqlite3_stmt* insert) {
              InsertRow(insert, "nps", std::string(std::size_t(scale) << 22, '7'));
          }},
         {"NUL bytes",
-         [scale](sqlite3_stmt* insert) {
+         [](sqlite3_stmt* insert) {
              std::string value(std::size_t(scale) << 20, '\0');
              InsertRow(insert, std::string("nps\0x", 5), value);
              for (std::size_t i = 0; i < value.size(); i += 2)
@@ -202,7 +202,7 @@ TEST(HostileInput, HostileAttributeSourcesStayWithinTheMemoryBound) {
              InsertRow(insert, "spec", value);
          }},
         {"a million rows",
-         [scale](sqlite3_stmt* insert) {
+         [](sqlite3_stmt* insert) {
              for (int i = 0; i < scale * 100000; ++i)
                  InsertRow(insert, "n" + std::to_string(i % 7), std::to_string(i));
          }},
