@@ -31,13 +31,13 @@ int Fail(const std::string& message, int status = kExitHostFailure) {
 }
 
 // The plug-in library beside this program, as the build tree has it, or else in the
-// installed tree's lib folder beside bin.
+// installed tree's private library folder.
 std::string DefaultPluginPath() {
     std::error_code error;
     const std::filesystem::path folder = ProcessEnvironment::ProgramFolder();
     const char* name = ProcessEnvironment::PluginFileName();
     const std::filesystem::path beside = folder / name;
-    const std::filesystem::path installed = folder / ".." / "lib" / name;
+    const std::filesystem::path installed = folder / ZTODPDS_INSTALLED_PLUGIN_DIR / name;
     if (!std::filesystem::exists(beside, error) && std::filesystem::exists(installed, error))
         return ZtUSysHostPath(installed.lexically_normal());
     return ZtUSysHostPath(beside);

@@ -86,7 +86,7 @@ void JsonWriter::Doubles(std::initializer_list<double> values) {
 
 namespace {
 
-void AppendEscapedCodeUnit(ReportStream& out, unsigned unit) {
+void AppendJsonEscapedCodeUnit(ReportStream& out, unsigned unit) {
     static const char hex[] = "0123456789abcdef";
     const char escaped[] = {'\\',
                             'u',
@@ -100,7 +100,7 @@ void AppendEscapedCodeUnit(ReportStream& out, unsigned unit) {
 // Escapes what JSON requires of a UTF-8 text, and writes each byte that begins no valid
 // sequence (a file name's, on POSIX) as the text "\xNN", so that the document is UTF-8
 // throughout; runs that need nothing go out whole.
-void AppendEscaped(ReportStream& out, std::string_view utf8) {
+void AppendJsonEscaped(ReportStream& out, std::string_view utf8) {
     std::size_t runStart = 0;
     for (std::size_t i = 0; i < utf8.size(); ++i) {
         const char c = utf8[i];
@@ -145,7 +145,7 @@ void AppendEscaped(ReportStream& out, std::string_view utf8) {
         if (escape)
             out += escape;
         else
-            AppendEscapedCodeUnit(out, static_cast<unsigned char>(c));
+            AppendJsonEscapedCodeUnit(out, static_cast<unsigned char>(c));
         runStart = i + 1;
     }
     out += utf8.substr(runStart);
@@ -156,7 +156,7 @@ void AppendEscaped(ReportStream& out, std::string_view utf8) {
 void JsonWriter::String(std::string_view utf8) {
     BeforeValue();
     out_ += '"';
-    AppendEscaped(out_, utf8);
+    AppendJsonEscaped(out_, utf8);
     out_ += '"';
 }
 
@@ -168,7 +168,7 @@ void JsonWriter::WideString(std::wstring_view text) {
 void JsonWriter::Key(std::string_view key) {
     BeforeValue();
     out_ += '"';
-    AppendEscaped(out_, key);
+    AppendJsonEscaped(out_, key);
     out_ += "\": ";
     afterKey_ = true;
 }

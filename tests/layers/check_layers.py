@@ -36,8 +36,10 @@ LAYERS = [
     "host/check",
     "host/review",
     "host/report",
+    "host/manual",
     "host/app",
     "host/checkapp",
+    "host/manuals",
 ]
 UNCHECKED = ("tests", "fuzz", "bench", "tools")
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)

@@ -33,13 +33,12 @@
 
 namespace {
 
-constexpr unsigned int kTypeNumber = 131;
-constexpr int kHelpId = 61464;
+constexpr unsigned int kExportTypeNumber = 131;
+constexpr int kExportHelpId = 61464;
 // Half the side of the window-space square that a tag is picked through.
 constexpr double kPickHalfWidth = 0.0001;
 // The property bit of geometry leaves, which alone can be picked.
 constexpr std::uint32_t kGeometryBits = 16;
-constexpr const char* kDmrsAttribute = "ZtDgnDMRSAttribute";
 
 // Record lists live in the host's memory, as the host's containers do.
 ZtUVoidPtrVector* NewRecordList() {
@@ -87,8 +86,8 @@ private:
 } // namespace
 
 ZtOdPdsTagExportPlugin::ZtOdPdsTagExportPlugin()
-    : ZtOpExportPlugin(kTypeNumber, "ZtOdPdsTagExportPlugin", 1), unfiledRecords_(NewRecordList()) {
-}
+    : ZtOpExportPlugin(kExportTypeNumber, "ZtOdPdsTagExportPlugin", 1),
+      unfiledRecords_(NewRecordList()) {}
 
 ZtOdPdsTagExportPlugin::~ZtOdPdsTagExportPlugin() {
     if (unfiledRecords_)
@@ -128,7 +127,7 @@ int ZtOdPdsTagExportPlugin::IExport(unsigned int, ZtOpState* state, ZtOpProgress
 }
 
 int ZtOdPdsTagExportPlugin::IHelp() {
-    InvokeHelp(nullptr, kHelpId);
+    InvokeHelp(nullptr, kExportHelpId);
     return 1;
 }
 
@@ -279,7 +278,7 @@ const ZtOaNode* ZtOdPdsTagExportPlugin::PickTagNode(ZtOpState* state, const ZtLP
         const ZtOaNode* node = link->GetNode();
         if (!node)
             continue;
-        if (!found && node->FindAttribute(kDmrsAttribute))
+        if (!found && node->FindAttribute(kZtOdPdsDmrsAttribute))
             found = node;
         if (node->IsPartition()) {
             if (fileName)

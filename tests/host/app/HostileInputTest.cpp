@@ -12,7 +12,6 @@
 
 namespace {
 
-const std::string kProgram = ZT_BIN_DIR "/pdsreview";
 const std::string kPipes = ZT_SOURCE_DIR "/examples/plant/pipes.dgn";
 
 #if defined(__has_feature)
@@ -67,7 +66,7 @@ TEST(HostileInput, ASparseDesignFileLoadsWithAWarning) {
                                 " bytes from there on are not read";
     for (const char* step : {"model", "open"}) {
         const std::string file = std::string(step) == "model" ? model : dir.File("sparse.dri");
-        const ProgramRun run = RunProgram(kProgram, {"--quiet", step, file});
+        const ProgramRun run = RunProgram(PdsReviewProgram(), {"--quiet", step, file});
         EXPECT_EQ(run.exitStatus, 0) << step << run.err;
         EXPECT_NE(run.out.find("0 elements"), std::string::npos) << step << run.out;
         EXPECT_NE(run.out.find(warning), std::string::npos) << step << run.out;
@@ -79,7 +78,8 @@ TEST(HostileInput, ASparseDesignFileLoadsWithAWarning) {
 // Runs pdsreview with its report thrown away: the report of these inputs is many times
 // their size, and only pdsreview's own memory is measured.
 ProgramRun RunDiscardingReport(std::vector<std::string> args) {
-    args.insert(args.begin(), {"-c", "exec \"$0\" \"$@\" >/dev/null", kProgram, "--quiet"});
+    args.insert(args.begin(),
+                {"-c", "exec \"$0\" \"$@\" >/dev/null", PdsReviewProgram(), "--quiet"});
     return RunProgram("/bin/sh", args);
 }
 
@@ -180,9 +180,9 @@ void InsertRow(sqlite3_stmt* insert, const std::string& name, const std::string&
 // and listed whole in the JSON, within the memory bound of the database's size.
 TEST(HostileInput, HostileAttributeSourcesStayWithinTheMemoryBound) {
 #ifdef ZT_PEAK_MEMORY_UNCHECKED
-    const int scale = 1; // the sanitizer reads slowly, and its peak is no measure
+    constexpr int scale = 1; // the sanitizer reads slowly, and its peak is no measure
 #else
-    const int scale = 10;
+    constexpr int scale = 10;
 #endif
     struct Case {
         const char* name;
@@ -190,11 +190,11 @@ TEST(HostileInput, HostileAttributeSourcesStayWithinTheMemoryBound) {
     };
     const Case cases[] = {
         {"huge value",
-         [scale](sqlite3_stmt* insert) {
+         [](sqlite3_stmt* insert) {
              InsertRow(insert, "nps", std::string(std::size_t(scale) << 22, '7'));
          }},
         {"NUL bytes",
-         [scale](sqlite3_stmt* insert) {
+         [](sqlite3_stmt* insert) {
              std::string value(std::size_t(scale) << 20, '\0');
              InsertRow(insert, std::string("nps\0x", 5), value);
              for (std::size_t i = 0; i < value.size(); i += 2)
@@ -202,7 +202,7 @@ TEST(HostileInput, HostileAttributeSourcesStayWithinTheMemoryBound) {
              InsertRow(insert, "spec", value);
          }},
         {"a million rows",
-         [scale](sqlite3_stmt* insert) {
+         [](sqlite3_stmt* insert) {
              for (int i = 0; i < scale * 100000; ++i)
                  InsertRow(insert, "n" + std::to_string(i % 7), std::to_string(i));
          }},
@@ -234,7 +234,8 @@ TEST(HostileInput, ManyReferencesToOneModelShareIt) {
         control += "dgn{name{pipes.dgn}}\n";
     control += "}\n";
     ASSERT_TRUE(ZtTestWriteBytes(dir.File("many.dri"), control));
-    const ProgramRun run = RunProgram(kProgram, {"--quiet", "open", dir.File("many.dri")});
+    const ProgramRun run =
+        RunProgram(PdsReviewProgram(), {"--quiet", "open", dir.File("many.dri")});
     EXPECT_EQ(run.exitStatus, 0) << run.err;
     EXPECT_NE(run.out.find("10000 models loaded, 0 models not loaded"), std::string::npos)
         << run.out.substr(run.out.size() > 2000 ? run.out.size() - 2000 : 0);
@@ -257,8 +258,8 @@ TEST(HostileInput, DisplaySetsThatRepeatAnotherShareItsConditions) {
                 "\n<Definition>\nFIND Display Set s17\n";
     ZtTestTempDir dir;
     ASSERT_TRUE(ZtTestWriteBytes(dir.File("repeats.dst"), text));
-    const ProgramRun run =
-        RunProgram(kProgram, {"--quiet", "model", kPipes, "import-dst", dir.File("repeats.dst")});
+    const ProgramRun run = RunProgram(
+        PdsReviewProgram(), {"--quiet", "model", kPipes, "import-dst", dir.File("repeats.dst")});
     EXPECT_EQ(run.exitStatus, 0) << run.err;
     EXPECT_EQ(run.err, "");
     EXPECT_NE(run.out.find("Selection sets: 26"), std::string::npos);
@@ -331,8 +332,8 @@ TEST(HostileInput, LineEndsThatWouldOutgrowTheirFileDropTheirTag) {
             text += "text{2}";
         text += "}\n";
         ASSERT_TRUE(ZtTestWriteBytes(dir.File(c.file), text));
-        const ProgramRun run =
-            RunProgram(kProgram, {"--quiet", "model", kPipes, "import-tags", dir.File(c.file)});
+        const ProgramRun run = RunProgram(
+            PdsReviewProgram(), {"--quiet", "model", kPipes, "import-tags", dir.File(c.file)});
         EXPECT_EQ(run.exitStatus, 0) << c.file << run.err;
         EXPECT_NE(run.err.find(dir.File(c.file) + ":4:1: the tag's text would take the file's "
                                                   "comments past their budget of line ends"),
@@ -355,7 +356,7 @@ TEST(HostileInput, MemoryThatRunsOutEndsTheRunWithAMessage) {
                                                            "}}\n}\n"));
     const ProgramRun run =
         RunProgram("/bin/sh", {"-c", "ulimit -v 200000 && exec \"$0\" --quiet open \"$1\"",
-                               kProgram, dir.File("long.dri")});
+                               PdsReviewProgram(), dir.File("long.dri")});
     EXPECT_TRUE(run.exitStatus == 2 || run.exitStatus == 64) << run.exitStatus << run.err;
     EXPECT_EQ(run.err.rfind("pdsreview: ", 0), 0u) << run.err;
 }
@@ -395,7 +396,7 @@ TEST(HostileInput, SparseFilesTakeNoMemoryForTheirHoles) {
     for (const auto& r : runs) {
         std::vector<std::string> args = {"--quiet"};
         args.insert(args.end(), r.args.begin(), r.args.end());
-        const ProgramRun run = RunProgram(kProgram, args);
+        const ProgramRun run = RunProgram(PdsReviewProgram(), args);
         EXPECT_EQ(run.exitStatus, r.status) << r.args.back() << run.err;
         ExpectWithinMemoryBound(run, 4u << 20, r.args.back().c_str());
     }
@@ -410,7 +411,7 @@ TEST(HostileInput, SideFilesOfTheKernelAreSkipped) {
     ASSERT_EQ(::symlink("/proc/self/status", dir.File("evil.dst").c_str()), 0);
     for (const char* strict : {"--quiet", "--strict"}) {
         const ProgramRun run =
-            RunProgram(kProgram, {"--quiet", strict, "open", dir.File("plant.dri")});
+            RunProgram(PdsReviewProgram(), {"--quiet", strict, "open", dir.File("plant.dri")});
         EXPECT_EQ(run.exitStatus, std::string(strict) == "--strict" ? 5 : 0) << run.err;
         for (const char* name : {"evil.dst", "evil.tag"})
             EXPECT_NE(run.err.find("pdsreview: warning: open " + dir.File("plant.dri") + ": " +
@@ -436,7 +437,7 @@ TEST(HostileInput, ATagThatMemoryRunsShortForIsSkipped) {
                                                    "}}\ntag{2 1 0 0.0 1 2 3\ntext{7\nbehind}}\n"));
     const ProgramRun run = RunProgram(
         "/bin/sh", {"-c", "ulimit -v 300000 && exec \"$0\" --quiet model \"$1\" import-tags \"$2\"",
-                    kProgram, kPipes, dir.File("long.tag")});
+                    PdsReviewProgram(), kPipes, dir.File("long.tag")});
     EXPECT_EQ(run.exitStatus, 0) << run.err;
     EXPECT_NE(run.out.find(": behind\n"), std::string::npos) << run.out.substr(0, 2000);
     EXPECT_EQ(run.out.find("tag 1 "), std::string::npos);
@@ -448,16 +449,17 @@ TEST(HostileInput, ModelFileNamesForgeNoTags) {
     ZtTestTempDir dir;
     const std::string model = dir.File("p}}\ntag{666 1 0 0.0 1 2 3\ntext{10\nINJECTED}}.dgn");
     ASSERT_TRUE(ZtTestWriteBytes(model, ZtTestReadBytes(kPipes)));
-    const ProgramRun run = RunProgram(kProgram, {"--quiet", "model", model, "import-tags",
-                                                 ZT_SOURCE_DIR "/examples/plant/plant.tag",
-                                                 "export-tags", dir.File("out.tag")});
+    const ProgramRun run =
+        RunProgram(PdsReviewProgram(),
+                   {"--quiet", "model", model, "import-tags",
+                    ZT_SOURCE_DIR "/examples/plant/plant.tag", "export-tags", dir.File("out.tag")});
     EXPECT_EQ(run.exitStatus, 0) << run.err;
     EXPECT_NE(run.err.find("the model file name \"p}}\\x0atag{666 1 0 0.0 1 2 3\\x0atext{10\\x0a"
                            "INJECTED}}.dgn\" holds braces or line ends"),
               std::string::npos)
         << run.err;
-    const ProgramRun back = RunProgram(
-        kProgram, {"--quiet", "--uors-per-master", "80000", "import-tags", dir.File("out.tag")});
+    const ProgramRun back = RunProgram(PdsReviewProgram(), {"--quiet", "--uors-per-master", "80000",
+                                                            "import-tags", dir.File("out.tag")});
     EXPECT_NE(back.out.find("6 tags"), std::string::npos) << back.out;
     EXPECT_EQ(back.out.find("INJECTED"), std::string::npos);
 }
@@ -484,17 +486,17 @@ TEST(HostileInput, FileNamesThatAreNoUtf8) {
     const std::string tags = dir.File("caf\xe9.tag");
     ASSERT_TRUE(ZtTestWriteBytes(tags, ZtTestReadBytes(ZT_SOURCE_DIR "/examples/plant/plant.tag")));
     const ProgramRun found =
-        RunProgram(kProgram, {"--quiet", "model", kPipes, "import-tags", tags});
+        RunProgram(PdsReviewProgram(), {"--quiet", "model", kPipes, "import-tags", tags});
     EXPECT_EQ(found.exitStatus, 0) << found.err;
     EXPECT_NE(found.out.find("Saved views: 3"), std::string::npos) << found.out;
     const ProgramRun json =
-        RunProgram(kProgram, {"--json", "--quiet", "model", kPipes, "import-tags", tags});
+        RunProgram(PdsReviewProgram(), {"--json", "--quiet", "model", kPipes, "import-tags", tags});
     EXPECT_EQ(json.exitStatus, 0) << json.err;
     EXPECT_TRUE(IsUtf8(json.out));
     EXPECT_NE(json.out.find("\"file\": \"" + dir.File("caf\\\\xe9.tag\"")), std::string::npos);
 
     const std::string missing = dir.File("x\xe9\xff.dgn");
-    const ProgramRun absent = RunProgram(kProgram, {"--quiet", "model", missing});
+    const ProgramRun absent = RunProgram(PdsReviewProgram(), {"--quiet", "model", missing});
     EXPECT_EQ(absent.exitStatus, 2);
     EXPECT_NE(absent.err.find("cannot load " + dir.File("x\\xe9\\xff.dgn") +
                               " as a model: cannot open the file: No "

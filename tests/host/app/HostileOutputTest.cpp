@@ -12,21 +12,14 @@
 
 namespace {
 
-const std::string kProgram = ZT_BIN_DIR "/pdsreview";
-const std::string kPlant = ZT_SOURCE_DIR "/examples/plant";
+const std::string kSample = ZT_SOURCE_DIR "/examples/plant";
 constexpr uid_t kNobody = 65534;
-
-// Runs a shell command in `folder` with the built pdsreview first on the path.
-ProgramRun Shell(const std::string& folder, const std::string& command) {
-    return RunProgram("/bin/sh",
-                      {"-c", "cd '" + folder + "' && PATH='" ZT_BIN_DIR "':$PATH && " + command});
-}
 
 // A copy of the sample review in a folder of its own, and a folder "out" in it for what
 // runs write: a tag file beside the control file would be one of its side files.
 struct PlantCopy {
     PlantCopy() {
-        for (const auto& entry : std::filesystem::directory_iterator(kPlant))
+        for (const auto& entry : std::filesystem::directory_iterator(kSample))
             std::filesystem::copy(entry.path(), dir.File(entry.path().filename().string()));
         std::filesystem::create_directory(dir.File("out"));
     }
@@ -66,11 +59,11 @@ TEST(HostileOutput, NoRunWritesOverItsInputsOrItsStandardStreams) {
     };
     for (const auto& c : cases) {
         PlantCopy plant;
-        const ProgramRun run = Shell(plant.dir.Path(), c.command);
+        const ProgramRun run = RunShellWithPdsReview(plant.dir.Path(), c.command);
         EXPECT_EQ(run.exitStatus, c.status) << c.command << "\n" << run.err;
         EXPECT_NE(run.err.find(c.message), std::string::npos) << c.command << "\n" << run.err;
         for (const char* name : {"plant.dri", "plant.tag", "pipes.dgn"})
-            EXPECT_EQ(plant.Bytes(name), ZtTestReadBytes(kPlant + "/" + name)) << c.command;
+            EXPECT_EQ(plant.Bytes(name), ZtTestReadBytes(kSample + "/" + name)) << c.command;
         EXPECT_FALSE(std::filesystem::exists(plant.dir.File("-")));
         EXPECT_EQ(plant.Bytes("out.json"), "") << "the report goes nowhere but its stream";
     }
@@ -91,16 +84,17 @@ TEST(HostileOutput, LinksThatAnotherUserPlantedAreNotFollowed) {
         ASSERT_EQ(::lchown(shared.File(name).c_str(), kNobody, kNobody), 0);
     }
     const ProgramRun run =
-        Shell(plant.dir.Path(),
-              "pdsreview --quiet open plant.dri export-tags '" + shared.File("out.tag") + "'");
+        RunShellWithPdsReview(plant.dir.Path(), "pdsreview --quiet open plant.dri export-tags '" +
+                                                    shared.File("out.tag") + "'");
     EXPECT_EQ(run.exitStatus, 1) << run.err;
     EXPECT_NE(run.err.find("cannot write " + shared.File("out.tag") +
                            ": it is a link of user 65534 in a folder of user 0, which is not "
                            "followed"),
               std::string::npos)
         << run.err;
-    const ProgramRun page = Shell(plant.dir.Path(), "pdsreview --quiet open plant.dri report '" +
-                                                        shared.File("page.html") + "'");
+    const ProgramRun page =
+        RunShellWithPdsReview(plant.dir.Path(), "pdsreview --quiet open plant.dri report '" +
+                                                    shared.File("page.html") + "'");
     EXPECT_EQ(page.exitStatus, 4) << page.err;
     EXPECT_EQ(ZtTestReadBytes(victim), "root's own\n");
 }
@@ -117,8 +111,8 @@ TEST(HostileOutput, ReplacedFilesKeepTheirOwnerAndSayWhenOtherNamesKeepTheOld) {
     if (root) {
         ASSERT_EQ(::chown(out.c_str(), kNobody, kNobody), 0);
     }
-    const ProgramRun run =
-        Shell(plant.dir.Path(), "pdsreview --quiet open plant.dri export-tags out/out.tag");
+    const ProgramRun run = RunShellWithPdsReview(
+        plant.dir.Path(), "pdsreview --quiet open plant.dri export-tags out/out.tag");
     EXPECT_EQ(run.exitStatus, 0) << run.err;
     EXPECT_EQ(run.err, "pdsreview: warning: export-tags out/out.tag: out/out.tag had 2 hard links: "
                        "it is replaced under this name, and the other names keep the old text\n");
@@ -140,8 +134,9 @@ TEST(HostileOutput, NamesOfTheLongestLengthAreWritten) {
     PlantCopy plant;
     const std::string tags = "out/" + std::string(251, 't') + ".tag";
     const std::string page = "out/" + std::string(250, 'p') + ".html";
-    const ProgramRun run = Shell(plant.dir.Path(), "pdsreview --quiet open plant.dri export-tags " +
-                                                       tags + " report " + page);
+    const ProgramRun run =
+        RunShellWithPdsReview(plant.dir.Path(), "pdsreview --quiet open plant.dri export-tags " +
+                                                    tags + " report " + page);
     EXPECT_EQ(run.exitStatus, 0) << run.err;
     EXPECT_EQ(plant.Bytes(tags).rfind("file{0n{", 0), 0u);
     EXPECT_NE(plant.Bytes(page).find("</html>"), std::string::npos);
@@ -154,11 +149,11 @@ TEST(HostileOutput, ConcurrentExportsCountWhatTheyWrote) {
     const std::string command =
         "for i in $(seq 24); do pdsreview --quiet open plant.dri export-tags "
         "out/out.tag >/dev/null & done; wait";
-    const ProgramRun run = Shell(plant.dir.Path(), command);
+    const ProgramRun run = RunShellWithPdsReview(plant.dir.Path(), command);
     EXPECT_EQ(run.exitStatus, 0);
     EXPECT_EQ(run.err, "") << "no run warns of tags it did not write";
-    const ProgramRun one =
-        Shell(plant.dir.Path(), "pdsreview --quiet open plant.dri export-tags out/one.tag");
+    const ProgramRun one = RunShellWithPdsReview(
+        plant.dir.Path(), "pdsreview --quiet open plant.dri export-tags out/one.tag");
     EXPECT_EQ(one.exitStatus, 0) << one.err;
     EXPECT_EQ(plant.Bytes("out/out.tag"), plant.Bytes("out/one.tag"));
 }

@@ -86,11 +86,11 @@ TEST(ReportPage, SmallElementsJoinTheRaster) {
 }
 
 TEST(ReportPage, StepWritesThePageOrSaysWhyNot) {
-    const std::string program = ZT_BIN_DIR "/pdsreview";
     ZtTestTempDir dir;
     const std::string path = dir.Path() + "/plant.html";
-    const ProgramRun run = RunProgram(
-        program, {"--quiet", "open", ZT_SOURCE_DIR "/examples/plant/plant.dri", "report", path});
+    const ProgramRun run =
+        RunProgram(PdsReviewProgram(),
+                   {"--quiet", "open", ZT_SOURCE_DIR "/examples/plant/plant.dri", "report", path});
     ASSERT_EQ(run.exitStatus, 0) << run.err;
     const std::string page = ZtTestReadBytes(path);
     for (const char* part :
@@ -100,7 +100,7 @@ TEST(ReportPage, StepWritesThePageOrSaysWhyNot) {
         EXPECT_NE(page.find(part), std::string::npos) << part;
 
     const std::string bad = dir.Path() + "/no/such/page.html";
-    const ProgramRun failed = RunProgram(program, {"--quiet", "report", bad});
+    const ProgramRun failed = RunProgram(PdsReviewProgram(), {"--quiet", "report", bad});
     EXPECT_EQ(failed.exitStatus, 4);
     EXPECT_NE(failed.err.find("pdsreview: report " + bad + ": status 4: cannot write " + bad),
               std::string::npos)

@@ -13,7 +13,7 @@ using C = ZtOdPdsCheck;
 
 // A control file read by a loader of its own, with a sink or without: its status and
 // references as "source name -> load file (units)".
-std::vector<std::string> ReadSet(const std::wstring& path, ZtOdPdsDiagnostics* sink) {
+std::vector<std::string> ReadReferences(const std::wstring& path, ZtOdPdsDiagnostics* sink) {
     ZtOdPdsDriLoaderPlugin loader;
     loader.SetDiagnostics(sink);
     ZtOpSceneSet set;
@@ -63,7 +63,8 @@ TEST(ZtOdPdsDriReport, EachBlockTheLoaderCannotUseIsReportedWhereItStands) {
         ZtTestTempDir dir;
         ASSERT_TRUE(ZtTestWriteBytes(dir.File("r.dri"), c.text));
         ZtTestRecordingDiagnostics heard;
-        EXPECT_EQ(ReadSet(dir.WideFile("r.dri"), &heard), ReadSet(dir.WideFile("r.dri"), nullptr))
+        EXPECT_EQ(ReadReferences(dir.WideFile("r.dri"), &heard),
+                  ReadReferences(dir.WideFile("r.dri"), nullptr))
             << c.text;
         EXPECT_EQ(heard.Heard({C::kFactModel}), c.heard) << c.text;
     }
@@ -74,13 +75,13 @@ TEST(ZtOdPdsDriReport, TheModelsNamedAreFactsWithTheirPlaces) {
     ASSERT_TRUE(
         ZtTestWriteBytes(dir.File("r.dri"), "DesignReview_Control{\n\ndgn{name{ a b.dgn }}\n}\n"));
     ZtTestRecordingDiagnostics heard;
-    ReadSet(dir.WideFile("r.dri"), &heard);
+    ReadReferences(dir.WideFile("r.dri"), &heard);
     ASSERT_EQ(heard.Heard(), (std::vector<ZtTestHeard>{{C::kFactModel, 3, 10}}));
     EXPECT_EQ(heard.records[0].text, "a b.dgn");
 
     ZtTestRecordingDiagnostics notOne;
     ASSERT_TRUE(ZtTestWriteBytes(dir.File("n.dri"), "}\nx{}\n"));
-    ReadSet(dir.WideFile("n.dri"), &notOne);
+    ReadReferences(dir.WideFile("n.dri"), &notOne);
     ASSERT_EQ(notOne.Heard(), (std::vector<ZtTestHeard>{{C::kNotControlFile, 0, 0, 0}}));
     EXPECT_EQ(notOne.records[0].diagnostic.related.line, 1u) << "the stray brace";
 }

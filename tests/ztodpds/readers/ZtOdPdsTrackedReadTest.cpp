@@ -17,19 +17,19 @@ namespace {
 using C = ZtOdPdsCheck;
 using namespace std::string_literals;
 
-struct Read {
+struct BlockRead {
     std::wstring name;
     std::wstring value;
-    bool operator==(const Read&) const = default;
+    bool operator==(const BlockRead&) const = default;
 };
 
 // The blocks of a file as NextBlock reads them, plainly or tracked.
-std::vector<Read> ReadBlocks(const std::wstring& path, std::uint32_t flags,
-                             ZtOdPdsBlockTracker* tracker,
-                             std::vector<ZtOdPdsSourcePosition>* places = nullptr) {
+std::vector<BlockRead> ReadBlocks(const std::wstring& path, std::uint32_t flags,
+                                  ZtOdPdsBlockTracker* tracker,
+                                  std::vector<ZtOdPdsSourcePosition>* places = nullptr) {
     ZtOdPdsBlockFileSource source(flags);
     EXPECT_TRUE(source.Open(path.c_str()));
-    std::vector<Read> reads;
+    std::vector<BlockRead> reads;
     ZtOdPdsBlock block;
     while (tracker ? source.NextBlock(&block, *tracker) : source.NextBlock(&block)) {
         reads.push_back({block.GetName().Str(), block.GetValue().Str()});
@@ -54,7 +54,7 @@ TEST(ZtOdPdsTrackedRead, BlocksAreReadAsPlainlyAndPlacedWhereTheyStand) {
     ZtTestRecordingDiagnostics heard;
     ZtOdPdsBlockTracker tracker(heard, L"t.tag");
     std::vector<ZtOdPdsSourcePosition> places;
-    const std::vector<Read> tracked =
+    const std::vector<BlockRead> tracked =
         ReadBlocks(dir.WideFile("t.tag"), ZtOdPdsCountedText, &tracker, &places);
     EXPECT_EQ(tracked, ReadBlocks(dir.WideFile("t.tag"), ZtOdPdsCountedText, nullptr));
     ASSERT_EQ(tracked.size(), 4u);

@@ -15,8 +15,6 @@
 
 namespace {
 
-constexpr double kFactor = 1000.0;
-
 // Straight down from `height` above (2, 1, 0): the view direction is exactly -Z, so that
 // every value below is exact in UORs.
 ZtOpView* DownView(TagDocument& doc, double height, ZtOpGroupItem* folder = nullptr) {
@@ -56,7 +54,7 @@ struct TwoModels {
         TagDocument::AddTag(view, id, at, body, &second);
     }
 
-    TagDocument doc{kFactor};
+    TagDocument doc{kTagTestFactor};
 };
 
 // Unfiled tags first, then the files by name; each viewpoint key only where it changes,
@@ -100,7 +98,7 @@ TEST(ZtOdPdsTagExportPlugin, WritesGroupsAndStickyKeysAsTheFormatSays) {
         EXPECT_EQ(text, kTwoModelsText);
         EXPECT_EQ(plugin.GetTagCount(), 4);
         EXPECT_EQ(plugin.GetWrittenCount(), 4);
-        EXPECT_DOUBLE_EQ(plugin.GetUorsPerMaster(), kFactor);
+        EXPECT_DOUBLE_EQ(plugin.GetUorsPerMaster(), kTagTestFactor);
         ASSERT_NE(plugin.GetUnfiledRecords(), nullptr);
         EXPECT_EQ(plugin.GetUnfiledRecords()->Size(), 1u);
     }
@@ -109,7 +107,7 @@ TEST(ZtOdPdsTagExportPlugin, WritesGroupsAndStickyKeysAsTheFormatSays) {
 // Statuses in the order of the tests: file name, state, factor, saved views, file.
 TEST(ZtOdPdsTagExportPlugin, StatusesOfIExport) {
     ZtOdPdsTagExportPlugin plugin;
-    TagDocument doc(kFactor);
+    TagDocument doc(kTagTestFactor);
     const ZtUWideString name(doc.dir.WideFile("s.tag").c_str());
     EXPECT_EQ(plugin.IExport(0, nullptr, nullptr, nullptr), kZtOdPdsNoFile);
     EXPECT_EQ(plugin.IExport(0, nullptr, nullptr, &name), kZtOdPdsNoState);
@@ -124,7 +122,7 @@ TEST(ZtOdPdsTagExportPlugin, StatusesOfIExport) {
         ZtOpElementList empty;
     } noViews;
     auto* units = new ZtDgnModel(L"", noViews.EditNameDict());
-    units->SetUorsPerMaster(kFactor);
+    units->SetUorsPerMaster(kTagTestFactor);
     noViews.GetRootNode()->AddChild(units);
     EXPECT_EQ(plugin.IExport(0, &noViews, nullptr, &name), kZtOdPdsNoUnits);
     EXPECT_EQ(ZtTestReadBytes(doc.dir.File("s.tag")), "");
@@ -145,7 +143,7 @@ TEST(ZtOdPdsTagExportPlugin, StatusesOfIExport) {
 // the end when tags were dropped.
 TEST(ZtOdPdsTagExportPlugin, GatheringWalksFoldersAndCountsDroppedTags) {
     ZtTestRecordingProgress progress;
-    TagDocument doc(kFactor);
+    TagDocument doc(kTagTestFactor);
     auto* folder = new ZtOpFolderItem;
     doc.Root()->AddChild(folder);
     auto* selection = new ZtOpSelectionSet;
@@ -180,7 +178,7 @@ TEST(ZtOdPdsTagExportPlugin, GatheringWalksFoldersAndCountsDroppedTags) {
 // A model's file name is a group's name in the file: one with braces and line ends would
 // end its block early and forge records of its own, so they are written as '_'.
 TEST(ZtOdPdsTagExportPlugin, GroupNamesCannotForgeBlocks) {
-    TagDocument doc(kFactor);
+    TagDocument doc(kTagTestFactor);
     ZtOaPartition* model =
         doc.AddModel(L"/data/p}}\ntag{666 1 0 0.0 1 2 3\r\ntext{10\nINJECTED}.dgn");
     TagDocument::AddElement(model, TwoModels::Element(1), 0);
@@ -196,7 +194,7 @@ TEST(ZtOdPdsTagExportPlugin, GroupNamesCannotForgeBlocks) {
 // Several comments may share an identifier: a tag takes the first of them in its view,
 // and each view's comments are its own.
 TEST(ZtOdPdsTagExportPlugin, ATagTakesTheFirstCommentWithItsIdentifier) {
-    TagDocument doc(kFactor);
+    TagDocument doc(kTagTestFactor);
     ZtOpView* first = DownView(doc, 10);
     TagDocument::AddTag(first, 7, {2, 1, 0}, L"first");
     auto* later = new ZtOpComment(7);
