@@ -41,11 +41,7 @@ ManualEntry OptionEntry(const OptionKind& option) {
         entry.kind = ArgumentKind::File;
     } else if (value.find('|') != std::string_view::npos) {
         entry.kind = ArgumentKind::Choice;
-        for (std::size_t begin = 0; begin <= value.size();) {
-            const std::size_t bar = std::min(value.find('|', begin), value.size());
-            entry.choices.emplace_back(value.substr(begin, bar - begin));
-            begin = bar + 1;
-        }
+        entry.choices = ManualChoices(value);
     } else {
         entry.kind = ArgumentKind::Text;
     }

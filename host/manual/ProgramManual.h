@@ -1,5 +1,6 @@
 #pragma once
 #include <string>
+#include <string_view>
 #include <vector>
 
 // What a program's manual page and shell completion say of it. Each program fills one from
@@ -13,6 +14,9 @@ enum class ArgumentKind {
     Choice, // one of `choices`
     Text    // anything else: a number, a list; nothing to offer
 };
+
+// The choices of a usage's value that lists them: "model|cache|either".
+std::vector<std::string> ManualChoices(std::string_view alternatives);
 
 // A step (or command) or an option of the program.
 struct ManualEntry {
