@@ -10,16 +10,16 @@ std::string ZtPdsDbFailure(const std::string& source, const std::string& problem
 }
 
 std::unique_ptr<ZtPdsDbSource>
-ZtPdsDbSource::Open(const std::string& spec, const ZtPdsDbOptions& options, std::string* error) {
+ZtPdsDbSource::Open(const std::string& name, const ZtPdsDbOptions& options, std::string* error) {
+    const bool server = ZtPdsDbIsPostgresUri(name);
     std::string problem;
     std::unique_ptr<ZtPdsDbSource> source;
-    if (ZtPdsDbIsPostgresUri(spec))
-        source = ZtPdsDbPostgresSource::Open(spec, options, &problem);
+    if (server)
+        source = ZtPdsDbPostgresSource::Open(name, options, &problem);
     else
-        source = ZtPdsDbSqliteSource::Open(spec, options, &problem);
+        source = ZtPdsDbSqliteSource::Open(name, options, &problem);
     if (!source)
-        *error = ZtPdsDbFailure(ZtPdsDbIsPostgresUri(spec) ? ZtPdsDbUriWithoutPassword(spec) : spec,
-                                problem);
+        *error = ZtPdsDbFailure(server ? ZtPdsDbUriWithoutPassword(name) : name, problem);
     return source;
 }
 

@@ -39,10 +39,10 @@ public:
     ZtPdsDbSource(const ZtPdsDbSource&) = delete;
     ZtPdsDbSource& operator=(const ZtPdsDbSource&) = delete;
 
-    // Opens `spec`, a PostgreSQL connection URI ("postgresql://..." or "postgres://...") or
+    // Opens `name`, a PostgreSQL connection URI ("postgresql://..." or "postgres://...") or
     // else the path of a SQLite database file, and checks its schema. Null, with what went
     // wrong and the schema expected in `error`, if it can't be read.
-    static std::unique_ptr<ZtPdsDbSource> Open(const std::string& spec,
+    static std::unique_ptr<ZtPdsDbSource> Open(const std::string& name,
                                                const ZtPdsDbOptions& options, std::string* error);
 
     // The source as a user names it: the file as given, or the URI without its password.

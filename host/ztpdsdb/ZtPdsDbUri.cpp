@@ -1,7 +1,7 @@
 #include "ztpdsdb/ZtPdsDbUri.h"
 
-bool ZtPdsDbIsPostgresUri(std::string_view spec) {
-    return spec.starts_with("postgresql://") || spec.starts_with("postgres://");
+bool ZtPdsDbIsPostgresUri(std::string_view source) {
+    return source.starts_with("postgresql://") || source.starts_with("postgres://");
 }
 
 std::string ZtPdsDbUriWithoutPassword(std::string_view uri) {
