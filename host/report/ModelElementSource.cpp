@@ -1,6 +1,7 @@
 #include "report/ModelElementSource.h"
 
 #include "report/ReadableText.h"
+#include "ztlddgn/ZtDgnAttributeStore.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztutil/ZtUSysString.h"
 
@@ -61,5 +62,8 @@ ReportElementFacts ModelElementSource::Facts(std::size_t element) {
     facts.index = m->model->GetElement(slot).index;
     if (const std::uint64_t dmrs = m->model->GetDmrs(slot))
         facts.dmrs = DmrsWords(dmrs);
+    if (const ZtDgnAttributeStore* store = m->model->GetAttributeStore())
+        for (const std::uint32_t pair : store->GetElementPairs(slot))
+            facts.attributes.emplace_back(store->GetName(pair), store->GetValue(pair));
     return facts;
 }

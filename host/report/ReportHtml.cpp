@@ -42,6 +42,18 @@ std::string Escaped(const std::string& text) {
     return out;
 }
 
+void AppendIsolated(std::string& out, const std::string& text) {
+    out += "<bdi>";
+    AppendEscaped(out, text);
+    out += "</bdi>";
+}
+
+std::string Isolated(const std::string& text) {
+    std::string out;
+    AppendIsolated(out, text);
+    return out;
+}
+
 std::string Exact(double value) {
     char text[32];
     return std::string(text, std::to_chars(text, text + sizeof text, value).ptr);

@@ -10,6 +10,10 @@
 // or a pair of them) as one LF.
 void AppendEscaped(std::string& out, const std::string& text);
 std::string Escaped(const std::string& text);
+// The same as a bidirectional isolate (<bdi>): a text from a file, whose direction marks
+// and overrides then reach no further than the text itself.
+void AppendIsolated(std::string& out, const std::string& text);
+std::string Isolated(const std::string& text);
 
 // A number in its shortest exact form, for what a reader of the page computes with.
 std::string Exact(double value);

@@ -115,7 +115,7 @@ private:
         for (const ReportView& view : scene_.views)
             tags += view.tags.size();
         out_ += "<header>\n<h1>";
-        AppendEscaped(out_, Title());
+        AppendIsolated(out_, Title());
         out_ += "</h1>\n<p id=\"counts\">" + Count(scene_.views.size(), "saved view") + ", " +
                 Count(tags, "tag") + ", " + Count(scene_.sets.size(), "selection set") +
                 "; scene in " + Escaped(scene_.sceneUnits) + "; written by " +
@@ -123,7 +123,7 @@ private:
         out_ += "<table id=\"models\"><tr><th>Model</th><th>Units</th><th>Elements</th>"
                 "<th>Placement</th></tr>\n";
         for (const ReportModel& model : scene_.models)
-            out_ += "<tr><td>" + Escaped(model.file) + "</td><td>" + Escaped(model.units) +
+            out_ += "<tr><td>" + Isolated(model.file) + "</td><td>" + Isolated(model.units) +
                     "</td><td>" + std::to_string(model.elements) + "</td><td>" +
                     Escaped(model.placement) + "</td></tr>\n";
         out_ += "</table>\n";

@@ -48,7 +48,7 @@ void AppendTagList(std::string& out, const ReportScene& scene) {
         const std::string number = std::to_string(v);
         out += "<h3><button type=\"button\" class=\"open-view\" data-view=\"" + number +
                "\" aria-controls=\"saved-" + number + "\">";
-        AppendEscaped(out, view.name);
+        AppendIsolated(out, view.name);
         out += "</button></h3>\n<ul class=\"tags\" data-view=\"" + number + "\" data-eye=\"" +
                Triple(view.camera.GetPosition()) + "\">\n";
         for (const ReportTag& tag : view.tags) {
@@ -59,9 +59,9 @@ void AppendTagList(std::string& out, const ReportScene& scene) {
                 out += " data-e=\"" + std::to_string(tag.element) + "\"";
             out += "><button type=\"button\"><b>" + std::to_string(tag.id) +
                    "</b> <span class=\"text\">";
-            AppendEscaped(out, tag.text);
+            AppendIsolated(out, tag.text);
             out += "</span><br><span class=\"meta\">";
-            out += tag.modelFile.empty() ? "no element under the tag" : Escaped(tag.modelFile);
+            out += tag.modelFile.empty() ? "no element under the tag" : Isolated(tag.modelFile);
             if (!tag.dmrs.empty())
                 out += ", DMRS " + tag.dmrs;
             if (!tag.placed)
@@ -81,14 +81,14 @@ void AppendSetList(std::string& out, const ReportScene& scene) {
         const ReportSet& set = scene.sets[s];
         out += "<li><label><input type=\"checkbox\" class=\"set\" data-set=\"" + std::to_string(s) +
                "\"> <b>";
-        AppendEscaped(out, set.name);
+        AppendIsolated(out, set.name);
         out += "</b></label> <span class=\"count\">" + Count(set.elements.size(), "element") +
                "</span>";
         if (!set.comment.empty())
-            out += "<br><span class=\"text meta\">" + Escaped(set.comment) + "</span>";
+            out += "<br><span class=\"text meta\">" + Isolated(set.comment) + "</span>";
         for (std::size_t i = 0; i < set.rule.size(); ++i)
             out += std::string("<br><span class=\"rule\">") + (i ? "or " : "") +
-                   Escaped(set.rule[i]) + "</span>";
+                   Isolated(set.rule[i]) + "</span>";
         out += "</li>\n";
     }
     out += "</ul>\n";

@@ -132,7 +132,7 @@ void GatherView(const ZtOpState& state, const ZtOpSavedItem& item,
         if (planes.Get(i)->IsEnabled())
             out.clipPlanes.push_back(planes.Get(i)->GetPlane3f());
     const auto& redlines = view.GetRedlines();
-    const auto& comments = view.GetComments();
+    const auto comments = CommentsById(view);
     for (std::size_t i = 0; i < redlines.Size(); ++i) {
         if (redlines[i]->GetRedlineType() != ZtOpRedline::kTypeTag)
             continue;
@@ -143,11 +143,8 @@ void GatherView(const ZtOpState& state, const ZtOpSavedItem& item,
         tag.position = redline.GetPos3d();
         tag.window = ZtOpRedline::CameraToWindowSpace(camera, false, redline.GetPos2dA());
         tag.windowB = ZtOpRedline::CameraToWindowSpace(camera, false, redline.GetPos2dB());
-        for (std::size_t c = 0; c < comments.Size(); ++c)
-            if (comments[c]->GetId() == redline.GetCommentId()) {
-                tag.text = ZtUSysString::WideToUtf8(comments[c]->GetBody().Str());
-                break;
-            }
+        if (const auto found = comments.find(redline.GetCommentId()); found != comments.end())
+            tag.text = ZtUSysString::WideToUtf8(found->second->GetBody().Str());
         PickTag(state, view, firstElement, &tag);
         out.tags.push_back(std::move(tag));
     }

@@ -29,8 +29,11 @@ public:
 
     template <class... Args> T& Emplace(Args&&... args) {
         const std::size_t k = ChunkOf(size_);
-        if (k == chunks_.size())
+        if (k == chunks_.size()) {
+            // Room in the list first, so that a block is never left out of it.
+            chunks_.reserve(k + 1);
             chunks_.push_back(static_cast<T*>(ZtDgnAllocateBlock(ChunkItems(k) * sizeof(T))));
+        }
         T* item = new (&chunks_[k][size_ - ChunkStart(k)]) T(std::forward<Args>(args)...);
         ++size_;
         return *item;

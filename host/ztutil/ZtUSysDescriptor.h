@@ -1,15 +1,18 @@
 #pragma once
+#include "ztutil/ZtUFileIdentity.h"
+
 #include <cstddef>
 #include <string>
 
-// The operating system's calls on an open file descriptor that the text stream makes,
-// and the move that puts a replacement in place. Each platform has its own
-// implementation file. Failures return the C library's error number (errno).
+// The operating system's calls on an open file descriptor that the text stream and the
+// model loader make. Each platform has its own implementation file. Failures return the
+// C library's error number (errno).
 namespace ZtUSysDescriptor {
 
 // Opens the file at `path` (UTF-8, as the host names files) for reading, in binary and
 // without waiting for a FIFO's writer: its descriptor, or -1 with errno set; a folder
-// gives EISDIR on every platform.
+// gives EISDIR on every platform. The file is recorded as read in the innermost
+// ZtUFileScope.
 int OpenForReading(const std::string& path);
 // Bytes read into `buffer` (0 at the end of the file), or -1 with errno set. An
 // interrupted call is retried.
@@ -24,10 +27,7 @@ long long RegularFileSize(int descriptor);
 int Commit(int descriptor);
 // 0, or an error number.
 int Close(int descriptor);
-// Moves `from` over `to` in one step, both UTF-8 paths in one folder: 0, or an error
-// number.
-int Replace(const std::string& from, const std::string& to);
-// Removes the file, ignoring failure.
-void Remove(const std::string& path);
+// Which file the descriptor is open on; false if the system can't say.
+bool Identify(int descriptor, ZtUFileIdentity* identity);
 
 } // namespace ZtUSysDescriptor

@@ -1,8 +1,8 @@
+#include "ztutil/ZtUFileScope.h"
 #include "ztutil/ZtUSysDescriptor.h"
 #include "ztutil/ZtUSysNativePath.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <fcntl.h>
 #include <limits>
 #include <sys/stat.h>
@@ -27,6 +27,9 @@ int ZtUSysDescriptor::OpenForReading(const std::string& path) {
         errno = EISDIR;
         return -1;
     }
+    ZtUFileIdentity identity;
+    if (Identify(descriptor, &identity))
+        ZtUFileScope::RecordRead(identity);
     return descriptor;
 }
 
@@ -69,10 +72,11 @@ int ZtUSysDescriptor::Close(int descriptor) {
     return ::close(descriptor) == 0 ? 0 : errno;
 }
 
-int ZtUSysDescriptor::Replace(const std::string& from, const std::string& to) {
-    return std::rename(from.c_str(), to.c_str()) == 0 ? 0 : errno;
-}
-
-void ZtUSysDescriptor::Remove(const std::string& path) {
-    ::unlink(path.c_str());
+bool ZtUSysDescriptor::Identify(int descriptor, ZtUFileIdentity* identity) {
+    struct stat status;
+    if (::fstat(descriptor, &status) != 0)
+        return false;
+    *identity = {static_cast<std::uint64_t>(status.st_dev),
+                 static_cast<std::uint64_t>(status.st_ino)};
+    return true;
 }

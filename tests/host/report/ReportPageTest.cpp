@@ -46,14 +46,17 @@ ReportScene OneTagScene(const std::string& text) {
     return scene;
 }
 
-TEST(ReportPage, TextIsEscapedWithOneBreakPerLineEnd) {
-    const std::string page = ReportPageHtml(OneTagScene("a < b & c\r\nd\n\re\rf\ng"));
-    EXPECT_NE(page.find("a &lt; b &amp; c\nd\ne\nf\ng</span>"), std::string::npos) << page;
+// Each text of the review's files is escaped and stands in a bidirectional isolate, so
+// that an override in it (U+202E here) turns round nothing beyond its own text.
+TEST(ReportPage, TextIsEscapedAndIsolatedWithOneBreakPerLineEnd) {
+    const std::string page = ReportPageHtml(OneTagScene("a < b & c\r\nd\n\re\rf\ng\u202e"));
+    EXPECT_NE(page.find("<bdi>a &lt; b &amp; c\nd\ne\nf\ng\u202e</bdi></span>"), std::string::npos)
+        << page;
     EXPECT_NE(page.find("<title>Design review: a&amp;b.dri</title>"), std::string::npos);
-    EXPECT_NE(page.find(">View &lt;1&gt;</button></h3>"), std::string::npos);
+    EXPECT_NE(page.find("><bdi>View &lt;1&gt;</bdi></button></h3>"), std::string::npos);
     EXPECT_NE(page.find("<h2 id=\"title-saved-0\">Saved view: View &lt;1&gt;</h2>"),
               std::string::npos);
-    EXPECT_NE(page.find("Level = &quot;Level 3&quot;"), std::string::npos);
+    EXPECT_NE(page.find("<bdi>Level = &quot;Level 3&quot;</bdi>"), std::string::npos);
     // Inside the page's data, no text closes its script early.
     EXPECT_NE(page.find("\"Line <\\/script>\""), std::string::npos);
     EXPECT_EQ(Occurrences(page, "</script>"), 2u);
@@ -156,21 +159,21 @@ TEST(ReportPage, LongLegendsFold) {
 }
 
 TEST(ReportPage, StepWritesThePageOrSaysWhyNot) {
-    const std::string program = ZT_BIN_DIR "/pdsreview";
     ZtTestTempDir dir;
     const std::string path = dir.Path() + "/plant.html";
-    const ProgramRun run = RunProgram(
-        program, {"--quiet", "open", ZT_SOURCE_DIR "/examples/plant/plant.dri", "report", path});
+    const ProgramRun run =
+        RunProgram(PdsReviewProgram(),
+                   {"--quiet", "open", ZT_SOURCE_DIR "/examples/plant/plant.dri", "report", path});
     ASSERT_EQ(run.exitStatus, 0) << run.err;
     const std::string page = ZtTestReadBytes(path);
     for (const char* part :
-         {"3 saved views, 6 tags, 5 selection sets",
+         {"3 saved views, 6 tags, 9 selection sets",
           "turned 90\u00b0 about Z, moved by (10, 5, 0) m",
           "scaled from ft to m, turned 90\u00b0 about Z", "DMRS 0 13 301 0", "18 elements"})
         EXPECT_NE(page.find(part), std::string::npos) << part;
 
     const std::string bad = dir.Path() + "/no/such/page.html";
-    const ProgramRun failed = RunProgram(program, {"--quiet", "report", bad});
+    const ProgramRun failed = RunProgram(PdsReviewProgram(), {"--quiet", "report", bad});
     EXPECT_EQ(failed.exitStatus, 4);
     EXPECT_NE(failed.err.find("pdsreview: report " + bad + ": status 4: cannot write " + bad),
               std::string::npos)

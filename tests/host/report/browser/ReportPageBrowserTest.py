@@ -358,7 +358,7 @@ def check_big(browser, pdsreview, make_big_model, dst, work):
     browser.open(page)
     loaded = browser.run("return [document.readyState, document.querySelectorAll("
                          "'svg.view image').length, document.querySelectorAll('input.set').length]")
-    check(loaded[0] == "complete" and loaded[1] >= 6 and loaded[2] == 5,
+    check(loaded[0] == "complete" and loaded[1] >= 6 and loaded[2] == 9,
           "the big scene's page loads with its rasters and sets (%s)" % loaded)
 
 
