@@ -262,6 +262,10 @@ def check_tags_and_details(browser, document):
     details = dict(browser.run(DETAILS))
     check(details.get("Model") == "pipes.dgn" and details.get("DMRS") == "0 13 302 0" and
           details.get("Level") == "12", "a chosen tag shows its element's data: %s" % details)
+    # ... and its attributes from the project database beside the control file.
+    check(details.get("tag_number") == "V-302" and details.get("type") == "globe" and
+          details.get("inspection_date") == "2024-11-02",
+          "a chosen tag shows its element's attributes from plant.db: %s" % details)
     # By keyboard: the tag's button takes the focus visibly, and Enter chooses it.
     browser.run("document.querySelector('li.tag[data-tag=\"105\"] button').focus()")
     browser.press("\ue007")
