@@ -77,6 +77,11 @@ std::string PlacementWords(const ZtLAffine3f& transform, ZtOaUnit::Linear from,
            ReadableNumber(t.z) + ") " + UnitName(to);
 }
 
+std::string DmrsWords(std::uint64_t dmrs) {
+    return std::to_string(dmrs >> 48) + " " + std::to_string((dmrs >> 32) & 0xFFFF) + " " +
+           std::to_string((dmrs >> 16) & 0xFFFF) + " " + std::to_string(dmrs & 0xFFFF);
+}
+
 std::string ReadableText(std::string_view utf8, bool keepLineFeeds) {
     const auto plain = [keepLineFeeds](char c) {
         return (c >= 0x20 && c < 0x7F) || (keepLineFeeds && (c == '\n' || c == '\t'));

@@ -2,6 +2,7 @@
 #include "ztlinear/ZtLAffine3f.h"
 #include "ztobject/ZtOaUnit.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -16,6 +17,8 @@ std::string UnitName(ZtOaUnit::Linear unit);
 // the reference's; its model counts in `from`, the scene in `to`.
 std::string PlacementWords(const ZtLAffine3f& transform, ZtOaUnit::Linear from,
                            ZtOaUnit::Linear to);
+// A DMRS value as its four 16-bit words, most significant first: "0 12 101 0".
+std::string DmrsWords(std::uint64_t dmrs);
 
 // Text from the files of a run, fit for a terminal and a reader: its UTF-8 as it is, but
 // each control character (C0, DEL and C1), each character that reorders text for display

@@ -2,6 +2,7 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 // The small writers of the review page's text: escaped markup, numbers and colours.
 
@@ -18,6 +19,9 @@ std::string Isolated(const std::string& text);
 std::string Exact(double value);
 // A pixel position to two decimals: a hundredth of a pixel is more than a browser shows.
 std::string Px(double value);
+// A pixel coordinate of a drawing, as short as two decimals allow ("12", "3.5", "-0.25"),
+// kept within ten million pixels of the origin; one that is not a number is 0.
+void AppendCoord(std::string& out, double value);
 
 // An RGBA colour.
 using Rgba = std::array<std::uint8_t, 4>;
@@ -25,3 +29,6 @@ using Rgba = std::array<std::uint8_t, 4>;
 Rgba KeyColour(int key);
 // "#rrggbb".
 std::string Hex(const Rgba& colour);
+
+// Base64 with padding, as in a data URI.
+std::string Base64(std::string_view bytes);

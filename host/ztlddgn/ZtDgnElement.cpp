@@ -1,38 +1,68 @@
 #include "ztlddgn/ZtDgnElement.h"
 
-bool ZtDgnIsGraphicType(int type) {
+const char* ZtDgnTypeName(int type) {
     switch (type) {
-    case 2:  // cell
-    case 3:  // line
-    case 4:  // line string
-    case 6:  // shape
-    case 7:  // text node
-    case 11: // curve
-    case 12: // complex chain
-    case 14: // complex shape
-    case 15: // ellipse
-    case 16: // arc
-    case 17: // text
-    case 18: // surface
-    case 19: // solid
-    case 21: // B-spline poles
-    case 22: // point string
-    case 23: // cone
-    case 24: // B-spline surface header
-    case 25: // B-spline surface boundary
-    case 26: // B-spline knots
-    case 27: // B-spline curve header
-    case 28: // B-spline weights
-    case 33: // dimension
-    case 35: // shared cell instance
-    case 36: // multi-line
-    case 37: // tag value
-    case 87: // raster header
-    case 88: // raster component
-        return true;
+    case 2:
+        return "cell";
+    case 3:
+        return "line";
+    case 4:
+        return "line string";
+    case 6:
+        return "shape";
+    case 7:
+        return "text node";
+    case 11:
+        return "curve";
+    case 12:
+        return "complex chain";
+    case 14:
+        return "complex shape";
+    case 15:
+        return "ellipse";
+    case 16:
+        return "arc";
+    case 17:
+        return "text";
+    case 18:
+        return "surface";
+    case 19:
+        return "solid";
+    case 21:
+        return "B-spline poles";
+    case 22:
+        return "point string";
+    case 23:
+        return "cone";
+    case 24:
+        return "B-spline surface header";
+    case 25:
+        return "B-spline surface boundary";
+    case 26:
+        return "B-spline knots";
+    case 27:
+        return "B-spline curve header";
+    case 28:
+        return "B-spline weights";
+    case 33:
+        return "dimension";
+    case 35:
+        return "shared cell instance";
+    case 36:
+        return "multi-line";
+    case 37:
+        return "tag value";
+    case 87:
+        return "raster header";
+    case 88:
+        return "raster component";
     default:
-        return false;
+        return nullptr;
     }
+}
+
+bool ZtDgnIsGraphicType(int type) {
+    return ZtDgnTypeName(type) != nullptr;
 }
 
 bool ZtDgnHasTotalLength(int type) {

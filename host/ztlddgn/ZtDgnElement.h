@@ -25,5 +25,7 @@ static_assert(sizeof(ZtDgnElement) == 48, "element records are meant to stay sma
 
 // Element types that stand for something drawn (cells and complex headers included).
 bool ZtDgnIsGraphicType(int type);
+// The name of a graphic element type ("line string"), or null for another type.
+const char* ZtDgnTypeName(int type);
 // Element types whose header gives the total length of their components at byte 36.
 bool ZtDgnHasTotalLength(int type);

@@ -17,6 +17,8 @@ int OpenForReading(const std::string& path);
 // Bytes read into `buffer` (0 at the end of the file), or -1 with errno set. An
 // interrupted call is retried.
 long long Read(int descriptor, void* buffer, std::size_t size);
+// Moves the read position to `offset` bytes from the start: 0, or -1 with errno set.
+int Seek(int descriptor, unsigned long long offset);
 // Bytes written (some, not necessarily all), or -1 with errno set.
 long long Write(int descriptor, const void* bytes, std::size_t size);
 // The size of a regular file, or -1 for anything else.

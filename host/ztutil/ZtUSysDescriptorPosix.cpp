@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <limits>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -38,6 +39,14 @@ long long ZtUSysDescriptor::Read(int descriptor, void* buffer, std::size_t size)
         got = ::read(descriptor, buffer, size);
     } while (got < 0 && errno == EINTR);
     return got;
+}
+
+int ZtUSysDescriptor::Seek(int descriptor, unsigned long long offset) {
+    if (offset > static_cast<unsigned long long>(std::numeric_limits<off_t>::max())) {
+        errno = EINVAL;
+        return -1;
+    }
+    return ::lseek(descriptor, static_cast<off_t>(offset), SEEK_SET) < 0 ? -1 : 0;
 }
 
 long long ZtUSysDescriptor::Write(int descriptor, const void* bytes, std::size_t size) {

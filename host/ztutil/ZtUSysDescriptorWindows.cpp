@@ -48,6 +48,14 @@ long long ZtUSysDescriptor::Read(int descriptor, void* buffer, std::size_t size)
     return ::_read(descriptor, buffer, Count(size));
 }
 
+int ZtUSysDescriptor::Seek(int descriptor, unsigned long long offset) {
+    if (offset > static_cast<unsigned long long>(LLONG_MAX)) {
+        errno = EINVAL;
+        return -1;
+    }
+    return ::_lseeki64(descriptor, static_cast<long long>(offset), SEEK_SET) < 0 ? -1 : 0;
+}
+
 long long ZtUSysDescriptor::Write(int descriptor, const void* bytes, std::size_t size) {
     return ::_write(descriptor, bytes, Count(size));
 }
