@@ -1,5 +1,11 @@
 #include "BenchSupport.h"
 
+#include "tags/ZtOdPdsCameraMaps.h"
+#include "ztlddgn/ZtDgnModel.h"
+#include "ztplugin/ZtOpRedlineTag.h"
+#include "ztplugin/ZtOpSavedItemsElement.h"
+#include "ztplugin/ZtOpState.h"
+#include "ztplugin/ZtOpView.h"
 #include "ztutil/ZtUSysFile.h"
 
 #include <fstream>
@@ -29,4 +35,43 @@ unsigned ZtBenchDecodeFile(const wchar_t* path) {
         sum += c;
     ZtUSysFile::fclose(file);
     return sum;
+}
+
+bool ZtBenchWriteTagFile(const std::string& path, int tags) {
+    constexpr int kTagsPerView = 10;
+    std::ofstream out(path, std::ios::binary);
+    out << "file{0n{pipes.dgn}}\ntarget{1600000 1200000 240000}\nclip_far{9600000}\n"
+           "persp_ang{40}\n";
+    for (int i = 0; i < tags; ++i) {
+        if (i % kTagsPerView == 0)
+            out << "eye{" << 4800000 + i << " -2400000 2400000}\n";
+        const std::string body = "Check the support of line " + std::to_string(i) +
+                                 " against the {steel} drawing.\nSecond line of the note.";
+        out << "tag{" << i + 1 << " 1 0 0.000000 " << 640000 + i << " 480000 120000\n"
+            << "p{" << 700000 + i << " 430000 120000}\nl{0 13 " << i % 65536 << " 0}\n"
+            << "text{" << body.size() << "\n"
+            << body << "}}\n";
+    }
+    return static_cast<bool>(out);
+}
+
+void ZtBenchAddOneViewOfTags(ZtOpState& document, std::uint64_t tags) {
+    auto* units = new ZtDgnModel(L"", document.EditNameDict());
+    units->SetUorsPerMaster(1000);
+    document.GetRootNode()->AddChild(units);
+    auto* view = new ZtOpView;
+    ZtNvCamera camera;
+    camera.SetPosition({0, 0, 20});
+    camera.PointAt({0, 0, 0});
+    view->AnonView().EditViewPoint()->SetCamera(camera);
+    for (std::uint64_t id = 1; id <= tags; ++id) {
+        const ZtLPos3f at(static_cast<double>(id % 100) / 10, static_cast<double>(id / 100) / 10,
+                          0);
+        const ZtLPos2f a = ZtOdPdsModelToCameraSpace(at, camera);
+        view->EditRedlines().PushBack(new ZtOpRedlineTag(id, id, a, a, 1, at, 0, ZtLBox3f()));
+        auto* comment = new ZtOpComment(id);
+        comment->SetBody(L"Check the support here.");
+        view->EditComments().PushBack(comment);
+    }
+    ZtOpSavedViewsElement::Require(document.EditElementList())->Edit()->AddChild(view);
 }

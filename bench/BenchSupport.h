@@ -1,7 +1,12 @@
 #pragma once
+#include <cstdint>
+#include <string>
 
-// What several benchmarks share: memory figures of this process from Linux's /proc, and
-// the bare decode of a text file that the readers are measured against.
+class ZtOpState;
+
+// What several benchmarks share: memory figures of this process from Linux's /proc, the
+// bare decode of a text file that the readers are measured against, a tag file as the
+// export writes it, and a document of many tags.
 
 // Starts a new measure of the peak: VmHWM falls back to the present resident size.
 void ZtBenchResetPeakMemory();
@@ -12,3 +17,12 @@ double ZtBenchStatusMiB(const char* key);
 // Takes every character of the file at `path` through the host's text stream, and gives
 // their sum (so that the loop can't be optimised away); 0 if the file can't be opened.
 unsigned ZtBenchDecodeFile(const wchar_t* path);
+
+// Writes a tag file of `tags` tags at `path`, as the export writes them: a new eye every
+// ten tags, so that views hold several, each tag with a point, a DMRS value and a body of
+// two lines with braces. False if it can't be written.
+bool ZtBenchWriteTagFile(const std::string& path, int tags);
+
+// Gives `document` a model of no elements in units of 1000 UORs a master unit and one
+// saved view of `tags` tags, each with its own comment, seen from above.
+void ZtBenchAddOneViewOfTags(ZtOpState& document, std::uint64_t tags);

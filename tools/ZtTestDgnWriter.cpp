@@ -1,8 +1,11 @@
 #include "tools/ZtTestDgnWriter.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
 #include <cstdio>
 #include <cstring>
+#include <numbers>
 
 void ZtTestPutWord(std::vector<std::uint8_t>& out, std::size_t at, std::uint16_t value) {
     out[at] = static_cast<std::uint8_t>(value & 0xFF);
@@ -54,6 +57,57 @@ ZtTestDgnPoint Min(ZtTestDgnPoint a, ZtTestDgnPoint b) {
 
 ZtTestDgnPoint Max(ZtTestDgnPoint a, ZtTestDgnPoint b) {
     return {std::max(a.x, b.x), std::max(a.y, b.y), std::max(a.z, b.z)};
+}
+
+using Vec = std::array<double, 3>;
+
+// The vector turned as the element's rotation turns it (Rodrigues' formula), so that the
+// writer's ranges do not depend on how a reader decodes the quaternion.
+Vec Turn(const ZtTestDgnTurn& turn, int dimension, Vec v) {
+    const double radians = turn.degrees * std::numbers::pi / 180;
+    Vec k = {0, 0, 1};
+    if (dimension == 3) {
+        const double n = std::hypot(turn.axis[0], turn.axis[1], turn.axis[2]);
+        k = {turn.axis[0] / n, turn.axis[1] / n, turn.axis[2] / n};
+    }
+    const Vec cross = {k[1] * v[2] - k[2] * v[1], k[2] * v[0] - k[0] * v[2],
+                       k[0] * v[1] - k[1] * v[0]};
+    const double dot = k[0] * v[0] + k[1] * v[1] + k[2] * v[2];
+    Vec out;
+    for (int i = 0; i < 3; ++i)
+        out[i] = v[i] * std::cos(radians) + cross[i] * std::sin(radians) +
+                 k[i] * dot * (1 - std::cos(radians));
+    return out;
+}
+
+// Widens low and high by the point, rounded outwards to whole UORs.
+void Cover(Vec p, ZtTestDgnPoint* low, ZtTestDgnPoint* high, bool* first) {
+    const ZtTestDgnPoint down = {static_cast<std::int32_t>(std::floor(p[0])),
+                                 static_cast<std::int32_t>(std::floor(p[1])),
+                                 static_cast<std::int32_t>(std::floor(p[2]))};
+    const ZtTestDgnPoint up = {static_cast<std::int32_t>(std::ceil(p[0])),
+                               static_cast<std::int32_t>(std::ceil(p[1])),
+                               static_cast<std::int32_t>(std::ceil(p[2]))};
+    *low = *first ? down : Min(*low, down);
+    *high = *first ? up : Max(*high, up);
+    *first = false;
+}
+
+// Covers the points of an elliptical arc at every degree and at its ends.
+void CoverArc(Vec centre, Vec a, Vec b, double start, double sweep, ZtTestDgnPoint* low,
+              ZtTestDgnPoint* high, bool* first) {
+    const int steps = 360;
+    for (int i = 0; i <= steps; ++i) {
+        const double t = (start + sweep * i / steps) * std::numbers::pi / 180;
+        Cover({centre[0] + a[0] * std::cos(t) + b[0] * std::sin(t),
+               centre[1] + a[1] * std::cos(t) + b[1] * std::sin(t),
+               centre[2] + a[2] * std::cos(t) + b[2] * std::sin(t)},
+              low, high, first);
+    }
+}
+
+std::int32_t AngleUnits(double degrees) {
+    return static_cast<std::int32_t>(std::lround(degrees * 360000));
 }
 
 } // namespace
@@ -189,25 +243,116 @@ std::uint32_t ZtTestDgnWriter::Shape(const ZtTestDgnSymbology& s,
     return PointElement(6, s, points);
 }
 
+std::uint32_t ZtTestDgnWriter::Curve(const ZtTestDgnSymbology& s,
+                                     const std::vector<ZtTestDgnPoint>& points) {
+    return PointElement(11, s, points);
+}
+
+void ZtTestDgnWriter::PutTurn(std::vector<std::uint8_t>& body, std::size_t at,
+                              const ZtTestDgnTurn& turn) const {
+    if (turn.degrees == 0)
+        return;
+    if (dimension_ == 2) {
+        ZtTestPutInt32(body, at, AngleUnits(turn.degrees));
+        return;
+    }
+    const double half = turn.degrees * std::numbers::pi / 360;
+    const double n = std::hypot(turn.axis[0], turn.axis[1], turn.axis[2]);
+    const double q[4] = {std::cos(half), std::sin(half) * turn.axis[0] / n,
+                         std::sin(half) * turn.axis[1] / n, std::sin(half) * turn.axis[2] / n};
+    for (std::size_t i = 0; i < 4; ++i)
+        ZtTestPutInt32(body, at + 4 * i,
+                       static_cast<std::int32_t>(std::lround(q[i] * 2147483647.0)));
+}
+
 std::uint32_t ZtTestDgnWriter::Text(const ZtTestDgnSymbology& s, ZtTestDgnPoint origin,
-                                    const std::string& text, std::int32_t height) {
+                                    const std::string& text, std::int32_t height,
+                                    const ZtTestDgnTurn& turn) {
     const std::int32_t multiplier = height * 1000 / 6;
     std::vector<std::uint8_t> body(dimension_ == 3 ? 40 : 24, 0);
     body[1] = 2; // left bottom
     ZtTestPutInt32(body, 2, multiplier);
     ZtTestPutInt32(body, 6, multiplier);
+    PutTurn(body, 10, turn);
     const std::vector<std::uint8_t> place = Points({origin});
-    const std::size_t originAt = dimension_ == 3 ? 26 : 14;
+    const std::size_t originAt = 10 + TurnBytes();
     std::copy(place.begin(), place.end(), body.begin() + static_cast<std::ptrdiff_t>(originAt));
     const std::size_t countAt = originAt + place.size();
     body.resize(countAt + 2);
     body[countAt] = static_cast<std::uint8_t>(std::min<std::size_t>(text.size(), 255));
     body.insert(body.end(), text.begin(), text.begin() + body[countAt]);
-    const std::int64_t width = static_cast<std::int64_t>(height) * body[countAt];
-    const ZtTestDgnPoint low = {origin.x, origin.y, dimension_ == 3 ? origin.z : 0};
-    const ZtTestDgnPoint high = {static_cast<std::int32_t>(origin.x + width), origin.y + height,
-                                 low.z};
+    const double width = static_cast<double>(height) * body[countAt];
+    const Vec o = {static_cast<double>(origin.x), static_cast<double>(origin.y),
+                   dimension_ == 3 ? static_cast<double>(origin.z) : 0.0};
+    const Vec across = Turn(turn, dimension_, {width, 0, 0});
+    const Vec up = Turn(turn, dimension_, {0, static_cast<double>(height), 0});
+    ZtTestDgnPoint low, high;
+    bool first = true;
+    for (int corner = 0; corner < 4; ++corner)
+        Cover({o[0] + (corner & 1) * across[0] + (corner >> 1) * up[0],
+               o[1] + (corner & 1) * across[1] + (corner >> 1) * up[1],
+               o[2] + (corner & 1) * across[2] + (corner >> 1) * up[2]},
+              &low, &high, &first);
     return Write(17, s, body, low, high, false);
+}
+
+std::uint32_t ZtTestDgnWriter::EllipseElement(int type, const ZtTestDgnSymbology& s,
+                                              ZtTestDgnPoint centre, double primary,
+                                              double secondary, const ZtTestDgnTurn& turn,
+                                              double start, double sweep) {
+    const std::size_t axesAt = type == 16 ? 8 : 0;
+    const std::size_t centreAt = axesAt + 16 + TurnBytes();
+    std::vector<std::uint8_t> body(centreAt + 8 * static_cast<std::size_t>(dimension_), 0);
+    if (type == 16) {
+        ZtTestPutInt32(body, 0, AngleUnits(start));
+        const std::int32_t size = AngleUnits(std::abs(sweep)) & 0x7FFFFFFF;
+        ZtTestPutInt32(body, 4, sweep < 0 ? static_cast<std::int32_t>(size | 0x80000000u) : size);
+    }
+    ZtTestPutVaxDouble(body, axesAt, primary);
+    ZtTestPutVaxDouble(body, axesAt + 8, secondary);
+    PutTurn(body, axesAt + 16, turn);
+    const Vec c = {static_cast<double>(centre.x), static_cast<double>(centre.y),
+                   dimension_ == 3 ? static_cast<double>(centre.z) : 0.0};
+    for (int i = 0; i < dimension_; ++i)
+        ZtTestPutVaxDouble(body, centreAt + 8 * static_cast<std::size_t>(i), c[i]);
+    ZtTestDgnPoint low, high;
+    bool first = true;
+    CoverArc(c, Turn(turn, dimension_, {primary, 0, 0}), Turn(turn, dimension_, {0, secondary, 0}),
+             start, sweep, &low, &high, &first);
+    return Write(type, s, body, low, high, false);
+}
+
+std::uint32_t ZtTestDgnWriter::Ellipse(const ZtTestDgnSymbology& s, ZtTestDgnPoint centre,
+                                       double primary, double secondary,
+                                       const ZtTestDgnTurn& turn) {
+    return EllipseElement(15, s, centre, primary, secondary, turn, 0, 360);
+}
+
+std::uint32_t ZtTestDgnWriter::Arc(const ZtTestDgnSymbology& s, ZtTestDgnPoint centre,
+                                   double primary, double secondary, const ZtTestDgnTurn& turn,
+                                   double start, double sweep) {
+    return EllipseElement(16, s, centre, primary, secondary, turn, start, sweep);
+}
+
+std::uint32_t ZtTestDgnWriter::Cone(const ZtTestDgnSymbology& s, const ZtTestDgnTurn& turn,
+                                    ZtTestDgnPoint base, double baseRadius, ZtTestDgnPoint top,
+                                    double topRadius) {
+    std::vector<std::uint8_t> body(82, 0);
+    PutTurn(body, 2, turn);
+    ZtTestDgnPoint low, high;
+    bool first = true;
+    const ZtTestDgnPoint ends[2] = {base, top};
+    const double radii[2] = {baseRadius, topRadius};
+    for (std::size_t end = 0; end < 2; ++end) {
+        const Vec c = {static_cast<double>(ends[end].x), static_cast<double>(ends[end].y),
+                       static_cast<double>(ends[end].z)};
+        for (std::size_t i = 0; i < 3; ++i)
+            ZtTestPutVaxDouble(body, 18 + 32 * end + 8 * i, c[i]);
+        ZtTestPutVaxDouble(body, 42 + 32 * end, radii[end]);
+        CoverArc(c, Turn(turn, 3, {radii[end], 0, 0}), Turn(turn, 3, {0, radii[end], 0}), 0, 360,
+                 &low, &high, &first);
+    }
+    return Write(23, s, body, low, high, false);
 }
 
 std::uint32_t ZtTestDgnWriter::Element(int type, const ZtTestDgnSymbology& s,

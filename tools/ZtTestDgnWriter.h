@@ -31,6 +31,14 @@ struct ZtTestDgnSymbology {
     std::vector<std::vector<std::uint16_t>> linkages; // the words of each linkage
 };
 
+// An element's rotation: in a 2D file `degrees` counter-clockwise about z; in a 3D file
+// that many degrees about `axis`, written as a quaternion. No turn writes zeros, as some
+// writers leave the rotation.
+struct ZtTestDgnTurn {
+    double degrees = 0;
+    double axis[3] = {0, 0, 1};
+};
+
 // A four-word DMRS linkage: entity, and a 24-bit occurrence (bits 16-23 in the last word).
 std::vector<std::uint16_t> ZtTestDmrsLinkage(std::uint16_t entity, std::uint32_t occurrence,
                                              bool infoBit = false);
@@ -46,9 +54,21 @@ public:
     std::uint32_t LineString(const ZtTestDgnSymbology& s,
                              const std::vector<ZtTestDgnPoint>& points);
     std::uint32_t Shape(const ZtTestDgnSymbology& s, const std::vector<ZtTestDgnPoint>& points);
+    // A curve through the points, the first two and last two setting the end slopes.
+    std::uint32_t Curve(const ZtTestDgnSymbology& s, const std::vector<ZtTestDgnPoint>& points);
     // Characters of `height` UORs; the range covers the text's box at its origin.
     std::uint32_t Text(const ZtTestDgnSymbology& s, ZtTestDgnPoint origin, const std::string& text,
-                       std::int32_t height);
+                       std::int32_t height, const ZtTestDgnTurn& turn = {});
+    // An ellipse, or with a sweep an arc (angles in degrees, a negative sweep clockwise),
+    // of two semi-axes in UORs, turned.
+    std::uint32_t Ellipse(const ZtTestDgnSymbology& s, ZtTestDgnPoint centre, double primary,
+                          double secondary, const ZtTestDgnTurn& turn);
+    std::uint32_t Arc(const ZtTestDgnSymbology& s, ZtTestDgnPoint centre, double primary,
+                      double secondary, const ZtTestDgnTurn& turn, double start, double sweep);
+    // A cone (a cylinder with equal radii) between two end circles, whose plane the turn
+    // gives; 3D files only.
+    std::uint32_t Cone(const ZtTestDgnSymbology& s, const ZtTestDgnTurn& turn, ZtTestDgnPoint base,
+                       double baseRadius, ZtTestDgnPoint top, double topRadius);
     // Any element: `body` follows the display header (byte 36 on), then the linkages.
     std::uint32_t Element(int type, const ZtTestDgnSymbology& s,
                           const std::vector<std::uint8_t>& body, ZtTestDgnPoint low,
@@ -87,6 +107,12 @@ private:
     std::vector<std::uint8_t> Points(const std::vector<ZtTestDgnPoint>& points) const;
     std::uint32_t PointElement(int type, const ZtTestDgnSymbology& s,
                                const std::vector<ZtTestDgnPoint>& points);
+    // Writes the rotation at `at` of `body`: an angle in 2D, a quaternion in 3D.
+    void PutTurn(std::vector<std::uint8_t>& body, std::size_t at, const ZtTestDgnTurn& turn) const;
+    std::size_t TurnBytes() const { return dimension_ == 3 ? 16 : 4; }
+    std::uint32_t EllipseElement(int type, const ZtTestDgnSymbology& s, ZtTestDgnPoint centre,
+                                 double primary, double secondary, const ZtTestDgnTurn& turn,
+                                 double start, double sweep);
 
     int dimension_;
     std::vector<std::uint8_t> bytes_;

@@ -113,10 +113,42 @@ class Browser:
         return self._call("POST", self.session + "/execute/async",
                           {"script": script, "args": list(args)})
 
+    def element(self, css):
+        """The WebDriver reference of the first element that matches."""
+        return self._call("POST", self.session + "/element",
+                          {"using": "css selector", "value": css})
+
     def click(self, css):
-        found = self._call("POST", self.session + "/element",
-                           {"using": "css selector", "value": css})
-        self._call("POST", self.session + "/element/%s/click" % found[ELEMENT_KEY], {})
+        self._call("POST", self.session + "/element/%s/click" % self.element(css)[ELEMENT_KEY], {})
+
+    def perform(self, *sources):
+        """Runs input sources (pointer, wheel, key) as the Actions API takes them."""
+        self._call("POST", self.session + "/actions", {"actions": list(sources)})
+        self._call("DELETE", self.session + "/actions")
+
+    def drag(self, css, dx, dy):
+        """Presses the mouse at the middle of the element, moves it by (dx, dy), lets go."""
+        self.perform({"type": "pointer", "id": "mouse", "parameters": {"pointerType": "mouse"},
+                      "actions": [
+                          {"type": "pointerMove", "origin": self.element(css), "x": 0, "y": 0},
+                          {"type": "pointerDown", "button": 0},
+                          {"type": "pointerMove", "origin": "pointer", "x": dx, "y": dy,
+                           "duration": 100},
+                          {"type": "pointerUp", "button": 0}]})
+
+    def wheel(self, css, delta_y):
+        """Turns the wheel over the middle of the element."""
+        self.perform({"type": "wheel", "id": "wheel", "actions": [
+            {"type": "scroll", "origin": self.element(css), "x": 0, "y": 0, "deltaX": 0,
+             "deltaY": delta_y}]})
+
+    def press(self, *keys):
+        """Presses and lets go of each key in turn, on the focused element ("\ue014" is the
+        right arrow)."""
+        actions = []
+        for key in keys:
+            actions += [{"type": "keyDown", "value": key}, {"type": "keyUp", "value": key}]
+        self.perform({"type": "key", "id": "keyboard", "actions": actions})
 
     def screenshot(self):
         """The visible page as PNG bytes."""

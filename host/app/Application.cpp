@@ -6,12 +6,14 @@
 #include "app/RedlineOptions.h"
 #include "app/Steps.h"
 #include "app/Usage.h"
+#include "report/ReadableText.h"
 #include "report/ReportStream.h"
 #include "report/RunReport.h"
+#include "review/RunFiles.h"
 #include "ztlddgn/ZtDgnLoaderPlugin.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztplugin/ZtOpDB.h"
-#include "ztutil/ZtUSysFile.h"
+#include "ztutil/ZtUFileScope.h"
 #include "ztutil/ZtUSysNativePath.h"
 
 #include <cstdio>
@@ -24,18 +26,18 @@
 namespace {
 
 int Fail(const std::string& message, int status = kExitHostFailure) {
-    std::fprintf(stderr, "pdsreview: %s\n", message.c_str());
+    std::fprintf(stderr, "pdsreview: %s\n", ReadableText(message).c_str());
     return status;
 }
 
 // The plug-in library beside this program, as the build tree has it, or else in the
-// installed tree's lib folder beside bin.
+// installed tree's private library folder.
 std::string DefaultPluginPath() {
     std::error_code error;
     const std::filesystem::path folder = ProcessEnvironment::ProgramFolder();
     const char* name = ProcessEnvironment::PluginFileName();
     const std::filesystem::path beside = folder / name;
-    const std::filesystem::path installed = folder / ".." / "lib" / name;
+    const std::filesystem::path installed = folder / ZTODPDS_INSTALLED_PLUGIN_DIR / name;
     if (!std::filesystem::exists(beside, error) && std::filesystem::exists(installed, error))
         return ZtUSysHostPath(installed.lexically_normal());
     return ZtUSysHostPath(beside);
@@ -59,11 +61,23 @@ StepResult RunStep(Session& session, const Step& step, StepHandler handler,
                    std::string* hostError) {
     ReviewRun& run = session.run;
     const std::size_t warnings = run.warnings.size();
-    session.progress.Start(step.name);
-    StepOutcome outcome = handler(session, step);
-    session.progress.Finish();
-    const std::vector<ZtUSysFile::WriteFailure> writes = ZtUSysFile::TakeWriteFailures();
-    StepResult result{step.name, step.argument, outcome.status, std::move(outcome.counts), {}};
+    StepOutcome outcome;
+    std::vector<ZtUFileScope::Failure> writes;
+    {
+        StepFiles files(run, step);
+        session.progress.Start(step.name);
+        outcome = handler(session, step);
+        session.progress.Finish();
+        files.AddWarnings();
+        writes = files.GetFailures();
+    }
+    StepResult result{step.name,
+                      step.argument,
+                      outcome.status,
+                      std::move(outcome.counts),
+                      {},
+                      std::move(outcome.sideFiles),
+                      std::move(outcome.attributeSource)};
     if (!outcome.hostError.empty()) {
         *hostError = outcome.hostError;
         return result;
@@ -73,6 +87,7 @@ StepResult RunStep(Session& session, const Step& step, StepHandler handler,
     if (result.status != 0) {
         // What a failed step counted or warned of is not so: its message says what happened.
         result.counts.clear();
+        result.sideFiles.reset();
         run.warnings.resize(warnings);
         result.message = ExplainFailure(step, {result.status, writes, run.state});
         std::error_code error;
@@ -99,7 +114,8 @@ int RunPdsReview(const std::vector<std::string>& args) {
     CommandLine commandLine;
     std::string error;
     if (!ParseCommandLine(args, &commandLine, &error)) {
-        std::fprintf(stderr, "pdsreview: %s\nTry 'pdsreview --help' for more.\n", error.c_str());
+        std::fprintf(stderr, "pdsreview: %s\nTry 'pdsreview --help' for more.\n",
+                     ReadableText(error).c_str());
         return kExitHostFailure;
     }
     if (commandLine.help || commandLine.version) {
@@ -122,6 +138,16 @@ int RunPdsReview(const std::vector<std::string>& args) {
             return Fail(error);
         handlers.push_back(handler);
     }
+    const std::string refused = RefusedOutputOfSteps(commandLine);
+    if (!refused.empty())
+        return Fail(refused);
+    // A source that can't be read ends the run before any step, so that no model is left
+    // half given its attributes.
+    if (!commandLine.attributes.empty()) {
+        run.attributes = AttributeSource::Open(commandLine.attributes, &error);
+        if (!run.attributes)
+            return Fail(error);
+    }
     if (commandLine.nextIds) {
         run.state.SetNextTagId(commandLine.nextIds->first);
         run.state.SetNextCommentId(commandLine.nextIds->second);
@@ -142,11 +168,13 @@ int RunPdsReview(const std::vector<std::string>& args) {
             return Fail(error);
         const StepResult& result = run.steps.back();
         for (; warned < run.warnings.size(); ++warned)
-            std::fprintf(stderr, "pdsreview: warning: %s\n", run.warnings[warned].c_str());
+            std::fprintf(stderr, "pdsreview: warning: %s\n",
+                         ReadableText(run.warnings[warned]).c_str());
         status = result.status;
         if (status != 0)
-            std::fprintf(stderr, "pdsreview: %s %s: status %d: %s\n", step.name.c_str(),
-                         step.argument.c_str(), status, result.message.c_str());
+            std::fprintf(stderr, "pdsreview: %s: status %d: %s\n",
+                         ReadableText(step.name + " " + step.argument).c_str(), status,
+                         ReadableText(result.message).c_str());
         else if (commandLine.strict && !run.warnings.empty())
             status = kExitStrictWarning;
     }
@@ -159,7 +187,9 @@ int RunPdsReview(const std::vector<std::string>& args) {
     std::function<void()> clearBar;
     if (ProcessEnvironment::IsTerminal(1))
         clearBar = [&session] { session.progress.Finish(); };
-    ReportStream out(stdout, std::move(clearBar));
+    ReportStream out(stdout, std::move(clearBar),
+                     commandLine.json ? ReportStream::Text::kAsWritten
+                                      : ReportStream::Text::kReadable);
     if (commandLine.json)
         WriteJsonReport(out, run, commandLine.elements, &session.progress);
     else

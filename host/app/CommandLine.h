@@ -20,6 +20,7 @@ struct CommandLine {
     std::optional<std::pair<unsigned long long, unsigned long long>> nextIds; // tag, comment
     std::optional<double> uorsPerMaster; // a model with no elements and this factor
     OpenParameters open;                 // the loader's parameters for open steps
+    std::string attributes;              // --attributes: the run's attribute source
     std::optional<ZtLColor3f> redlineColor;
     std::optional<int> redlineThickness;
     std::vector<Step> steps;

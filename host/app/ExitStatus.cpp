@@ -8,7 +8,8 @@ constexpr ExitStatusKind kExitStatuses[] = {
      "no file name, or the file can't be opened or created"},
     {kExitHostFailure,
      "pdsreview can't do what was asked: a usage error, a plug-in library\n"
-     "that can't be loaded, a model file that is no DGN model",
+     "that can't be loaded, a model file that is no DGN model, an attribute\n"
+     "source that can't be read",
      "pdsreview can't do what was asked"},
     {3, "no document, or a pass over a file failed", "no document, or a pass over the file failed"},
     {kExitWriteFailed,

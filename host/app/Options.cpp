@@ -1,18 +1,11 @@
 #include "app/Options.h"
 
+#include "app/OptionValue.h"
 #include "app/RedlineOptions.h"
 
-#include <charconv>
 #include <cmath>
 
 namespace {
-
-template <class T> bool ParseWhole(const std::string& text, T* value) {
-    const char* first = text.data();
-    const char* last = first + text.size();
-    auto [end, error] = std::from_chars(first, last, *value);
-    return !text.empty() && error == std::errc() && end == last;
-}
 
 constexpr OptionKind kOptions[] = {
     {"--json", nullptr, nullptr, "print the JSON document instead of the readable summary",
@@ -20,7 +13,7 @@ constexpr OptionKind kOptions[] = {
     {"--quiet", nullptr, nullptr, "no progress bar (one is drawn on standard error at a terminal)",
      [](CommandLine& line, const std::string&, std::string*) { return line.quiet = true; }},
     {"--plugin", nullptr, "PATH",
-     "the plug-in library (default: ztodpds beside pdsreview, or in\n../lib)",
+     "the plug-in library (default: ztodpds beside pdsreview, or in\n../lib/ztodpds)",
      [](CommandLine& line, const std::string& value, std::string*) {
          line.pluginPath = value;
          return true;
@@ -55,6 +48,21 @@ constexpr OptionKind kOptions[] = {
      "open leaves the display-set files beside the control file alone",
      [](CommandLine& line, const std::string&, std::string*) {
          line.open.importDisplaySets = false;
+         return true;
+     }},
+    {"--attributes", nullptr, "SOURCE",
+     "element attributes from a project database: a SQLite file or a\npostgresql:// URI",
+     [](CommandLine& line, const std::string& value, std::string* error) {
+         if (value.empty()) {
+             *error = "--attributes takes a database file or a postgresql:// URI";
+             return false;
+         }
+         line.attributes = value;
+         return true;
+     }},
+    {"--no-attributes", nullptr, nullptr, "open leaves the database beside the control file alone",
+     [](CommandLine& line, const std::string&, std::string*) {
+         line.open.readAttributeDatabase = false;
          return true;
      }},
     {"--next-ids", nullptr, "T,C", "the document's next tag and comment ids before the steps",

@@ -1,5 +1,6 @@
 #include "app/ProcessEnvironment.h"
 
+#include <csignal>
 #include <system_error>
 #include <unistd.h>
 
@@ -18,6 +19,11 @@ std::vector<std::string> ProcessEnvironment::Utf8Arguments(int argc, char** argv
 }
 
 void ProcessEnvironment::UseBinaryStandardStreams() {}
+
+void ProcessEnvironment::FailWritesInsteadOfSignals() {
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
+}
 
 bool ProcessEnvironment::IsTerminal(int descriptor) {
     return ::isatty(descriptor) != 0;

@@ -49,6 +49,9 @@ void ProcessEnvironment::UseBinaryStandardStreams() {
     ::_setmode(::_fileno(stderr), _O_BINARY);
 }
 
+// Windows ends no process for a failed write.
+void ProcessEnvironment::FailWritesInsteadOfSignals() {}
+
 bool ProcessEnvironment::IsTerminal(int descriptor) {
     return ::_isatty(descriptor) != 0;
 }

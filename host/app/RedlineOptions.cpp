@@ -1,18 +1,11 @@
 #include "app/RedlineOptions.h"
 
+#include "app/OptionValue.h"
 #include "ztplugin/ZtOpState.h"
 
-#include <charconv>
 #include <cmath>
 
 namespace {
-
-template <class T> bool ParseWhole(const std::string& text, T* value) {
-    const char* first = text.data();
-    const char* last = first + text.size();
-    const auto [end, error] = std::from_chars(first, last, *value);
-    return !text.empty() && error == std::errc() && end == last;
-}
 
 bool ParseComponent(const std::string& text, double* value) {
     return ParseWhole(text, value) && std::isfinite(*value) && *value >= 0.0 && *value <= 1.0;

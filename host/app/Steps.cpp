@@ -5,7 +5,10 @@
 #include "report/ReportPage.h"
 #include "report/ReportScene.h"
 #include "review/FileProblems.h"
+#include "review/OpenRoad.h"
+#include "review/RunFiles.h"
 #include "ztplugin/ZtOpState.h"
+#include "ztutil/ZtUSysString.h"
 
 namespace {
 
@@ -13,7 +16,7 @@ constexpr const char* kNoModel =
     "no model is loaded to give the tags their units: load one first with 'open FILE.dri' "
     "or 'model FILE.dgn', or give --uors-per-master F";
 
-std::string CannotWrite(const ZtUSysFile::WriteFailure& write) {
+std::string CannotWrite(const ZtUFileScope::Failure& write) {
     return "cannot write " + write.path + ": " + write.reason;
 }
 
@@ -62,7 +65,7 @@ StepOutcome ImportDstFile(Session& session, const Step& step) {
 }
 
 StepOutcome ExportTagFile(Session& session, const Step& step) {
-    return ExportTags(session.run, step, &session.progress);
+    return ExportTags(session.run, step, session.options.strict, &session.progress);
 }
 
 StepOutcome Select(Session& session, const Step&) {
@@ -76,13 +79,14 @@ StepOutcome Model(Session& session, const Step& step) {
 // The review page. The host's file layer records why a page could not be written.
 StepOutcome Report(Session& session, const Step& step) {
     if (!WriteReportPage(GatherReportScene(session.run), step.argument))
-        return {kExitWriteFailed, {}, {}};
+        return {kExitWriteFailed, {}, {}, {}, {}};
     return {};
 }
 
 constexpr StepKind kStepKinds[] = {
     {"plugins",
      nullptr,
+     FileUse::kNone,
      "list the plug-ins that the library's entry function gives",
      nullptr,
      {},
@@ -90,13 +94,16 @@ constexpr StepKind kStepKinds[] = {
      ExplainNothing},
     {"open",
      "FILE.dri",
-     "open a design review: its models, placed, and the tag and\ndisplay-set files beside it",
+     FileUse::kReadsControlFile,
+     "open a design review: its models, placed, and the tag and\ndisplay-set files and the "
+     "project database beside it",
      "ZtOdPdsDriLoaderPlugin",
-     {64, 128},
+     {2, 64, 128},
      Open,
      ExplainRead},
     {"import-tags",
      "FILE.tag",
+     FileUse::kReads,
      "import review tags",
      "ZtOdPdsTagImportPlugin",
      {1, 3, 6},
@@ -104,6 +111,7 @@ constexpr StepKind kStepKinds[] = {
      ExplainRead},
     {"import-dst",
      "FILE.dst",
+     FileUse::kReads,
      "import display sets as saved selection sets",
      "ZtOdPdsDstImportPlugin",
      {1, 3},
@@ -111,6 +119,7 @@ constexpr StepKind kStepKinds[] = {
      ExplainRead},
     {"export-tags",
      "FILE.tag",
+     FileUse::kWrites,
      "write the document's review tags",
      "ZtOdPdsTagExportPlugin",
      {1, 3, 4, 6},
@@ -118,6 +127,7 @@ constexpr StepKind kStepKinds[] = {
      ExplainExport},
     {"select",
      nullptr,
+     FileUse::kNone,
      "evaluate every selection set over the loaded models",
      nullptr,
      {},
@@ -125,6 +135,7 @@ constexpr StepKind kStepKinds[] = {
      ExplainNothing},
     {"model",
      "FILE.dgn",
+     FileUse::kReads,
      "load one model into the document's scene, unplaced",
      nullptr,
      {2},
@@ -132,6 +143,7 @@ constexpr StepKind kStepKinds[] = {
      ExplainNothing},
     {"report",
      "FILE.html",
+     FileUse::kWrites,
      "write a page that shows the review as the document stands",
      nullptr,
      {4},
@@ -168,6 +180,24 @@ StepHandler FindStepHandler(const Session& session, const std::string& name, std
         return nullptr;
     }
     return kind->handler;
+}
+
+std::string RefusedOutputOfSteps(const CommandLine& commandLine) {
+    std::vector<NamedFile> inputs;
+    std::vector<NamedFile> outputs;
+    for (const Step& step : commandLine.steps) {
+        const StepKind* kind = FindStepKind(step.name);
+        const std::string label = step.name + " " + step.argument;
+        if (kind->use == FileUse::kWrites)
+            outputs.push_back({step.argument, label});
+        if (kind->use == FileUse::kReads || kind->use == FileUse::kReadsControlFile)
+            inputs.push_back({step.argument, label});
+        if (kind->use == FileUse::kReadsControlFile)
+            for (const std::wstring& side :
+                 SideFilesOf(ZtUSysString::PathToWide(step.argument), commandLine.open))
+                inputs.push_back({ZtUSysString::WideToPath(side), label});
+    }
+    return RefusedOutput(inputs, outputs);
 }
 
 std::string ExplainFailure(const Step& step, const StepFailure& failure) {

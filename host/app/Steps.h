@@ -3,7 +3,7 @@
 #include "app/ProgressBar.h"
 #include "review/Actions.h"
 #include "review/ReviewRun.h"
-#include "ztutil/ZtUSysFile.h"
+#include "ztutil/ZtUFileScope.h"
 
 #include <array>
 #include <span>
@@ -27,15 +27,19 @@ using StepHandler = StepOutcome (*)(Session& session, const Step& step);
 // write streams during the step, and the document as the step left it.
 struct StepFailure {
     int status;
-    const std::vector<ZtUSysFile::WriteFailure>& writes;
+    const std::vector<ZtUFileScope::Failure>& writes;
     const ZtOpState& state;
 };
+
+// What a step does with its file. A control file comes with the side files beside it.
+enum class FileUse { kNone, kReads, kReadsControlFile, kWrites };
 
 // A step of the command line: everything parsing, the usage, the run and the README know
 // of it.
 struct StepKind {
     const char* name;
-    const char* file;    // the usage's name for the step's file; null: the step takes none
+    const char* file; // the usage's name for the step's file; null: the step takes none
+    FileUse use;
     const char* summary; // the step's line of the usage
     const char* plugin;  // the plug-in the step needs, if any
     // The statuses other than 0 that the step itself can end with, ascending, 0 after the
@@ -56,6 +60,11 @@ const StepKind* FindStepKind(std::string_view name);
 // The handler of a step, or null with the reason in `why` for a step that can't run with
 // the loaded plug-in library (its plug-in is missing, as outside control mode 0).
 StepHandler FindStepHandler(const Session& session, const std::string& name, std::string* why);
+
+// Why the run must not start because of what its steps write (see RefusedOutput): the
+// inputs are the files of the steps that read and the side files of the control files
+// that `open` steps read; empty if nothing is refused.
+std::string RefusedOutputOfSteps(const CommandLine& commandLine);
 
 // The message of a failed step: what its kind can say, else what the writes or the status
 // say.

@@ -14,6 +14,12 @@ constexpr std::size_t kStepColumn = 24;
 constexpr std::size_t kOptionColumn = 28;
 constexpr std::size_t kStatusColumn = 7;
 
+constexpr const char* kExamples[] = {
+    "pdsreview open examples/plant/plant.dri select",
+    "pdsreview --json --strict model examples/plant/pipes.dgn import-tags "
+    "examples/plant/plant.tag",
+};
+
 // A line of the usage: the entry, and its summary from column `column` on, at least two
 // spaces after the entry, or on a line of its own there when the entry comes too close;
 // each further line of the summary begins there too.
@@ -57,21 +63,28 @@ std::string MakeUsageText() {
                         kOptionColumn, option.summary);
     text += "\nEach step's line says what it did; warnings go to standard error.\n"
             "\nExit statuses: the run stops at the first step that fails, and says why:\n";
-    for (const ExitStatusKind& status : ExitStatusKinds()) {
-        std::string meaning = status.usage;
-        const std::string steps = StepsWithStatus(status.code);
-        if (!steps.empty())
-            meaning += "\n" + steps;
-        AppendUsageLine(text, std::to_string(status.code), kStatusColumn, meaning);
-    }
-    return text + "\n"
-                  "Examples, from the source folder:\n"
-                  "  pdsreview open examples/plant/plant.dri select\n"
-                  "  pdsreview --json --strict model examples/plant/pipes.dgn "
-                  "import-tags examples/plant/plant.tag\n";
+    for (const ExitStatusKind& status : ExitStatusKinds())
+        AppendUsageLine(text, std::to_string(status.code), kStatusColumn,
+                        ExitStatusMeaning(status));
+    text += "\nExamples, from the source folder:\n";
+    for (const char* example : kExamples)
+        text += std::string("  ") + example + "\n";
+    return text;
 }
 
 } // namespace
+
+std::string ExitStatusMeaning(const ExitStatusKind& status) {
+    std::string meaning = status.usage;
+    const std::string steps = StepsWithStatus(status.code);
+    if (!steps.empty())
+        meaning += "\n" + steps;
+    return meaning;
+}
+
+std::span<const char* const> UsageExamples() {
+    return kExamples;
+}
 
 const char* UsageText() {
     static const std::string text = MakeUsageText();

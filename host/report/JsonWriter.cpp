@@ -1,7 +1,6 @@
 #include "report/JsonWriter.h"
 
 #include "ztutil/ZtUSysString.h"
-#include "ztutil/ZtUUtf16.h"
 
 #include <charconv>
 #include <cmath>
@@ -87,7 +86,7 @@ void JsonWriter::Doubles(std::initializer_list<double> values) {
 
 namespace {
 
-void AppendEscapedCodeUnit(ReportStream& out, unsigned unit) {
+void AppendJsonEscapedCodeUnit(ReportStream& out, unsigned unit) {
     static const char hex[] = "0123456789abcdef";
     const char escaped[] = {'\\',
                             'u',
@@ -98,13 +97,30 @@ void AppendEscapedCodeUnit(ReportStream& out, unsigned unit) {
     out += std::string_view(escaped, sizeof escaped);
 }
 
-// Escapes what JSON requires of an already UTF-8 text; runs that need nothing go out
-// whole.
-void AppendEscaped(ReportStream& out, std::string_view utf8) {
+// Escapes what JSON requires of a UTF-8 text, and writes each byte that begins no valid
+// sequence (a file name's, on POSIX) as the text "\xNN", so that the document is UTF-8
+// throughout; runs that need nothing go out whole.
+void AppendJsonEscaped(ReportStream& out, std::string_view utf8) {
     std::size_t runStart = 0;
     for (std::size_t i = 0; i < utf8.size(); ++i) {
         const char c = utf8[i];
         const char* escape = nullptr;
+        if (static_cast<unsigned char>(c) >= 0x80) {
+            char32_t codePoint;
+            const std::size_t length =
+                ZtUSysString::DecodeUtf8(reinterpret_cast<const unsigned char*>(utf8.data() + i),
+                                         utf8.size() - i, &codePoint);
+            if (length != 0) {
+                i += length - 1;
+                continue;
+            }
+            static const char hex[] = "0123456789abcdef";
+            const char byte[] = {'\\', '\\', 'x', hex[(c >> 4) & 0xF], hex[c & 0xF]};
+            out += utf8.substr(runStart, i - runStart);
+            out += std::string_view(byte, sizeof byte);
+            runStart = i + 1;
+            continue;
+        }
         switch (c) {
         case '"':
             escape = "\\\"";
@@ -129,7 +145,7 @@ void AppendEscaped(ReportStream& out, std::string_view utf8) {
         if (escape)
             out += escape;
         else
-            AppendEscapedCodeUnit(out, static_cast<unsigned char>(c));
+            AppendJsonEscapedCodeUnit(out, static_cast<unsigned char>(c));
         runStart = i + 1;
     }
     out += utf8.substr(runStart);
@@ -140,35 +156,19 @@ void AppendEscaped(ReportStream& out, std::string_view utf8) {
 void JsonWriter::String(std::string_view utf8) {
     BeforeValue();
     out_ += '"';
-    AppendEscaped(out_, utf8);
+    AppendJsonEscaped(out_, utf8);
     out_ += '"';
 }
 
+// A lone surrogate, which UTF-8 can't hold, becomes U+FFFD.
 void JsonWriter::WideString(std::wstring_view text) {
-    BeforeValue();
-    out_ += '"';
-    std::size_t runStart = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const unsigned unit = static_cast<unsigned>(text[i]) & 0xFFFF;
-        if (ZtUUtf16::IsHighSurrogate(unit) && i + 1 < text.size() &&
-            ZtUUtf16::IsLowSurrogate(static_cast<unsigned>(text[i + 1]) & 0xFFFF)) {
-            ++i;
-            continue;
-        }
-        if (ZtUUtf16::IsSurrogate(unit)) {
-            AppendEscaped(out_, ZtUSysString::WideToUtf8(text.substr(runStart, i - runStart)));
-            AppendEscapedCodeUnit(out_, unit);
-            runStart = i + 1;
-        }
-    }
-    AppendEscaped(out_, ZtUSysString::WideToUtf8(text.substr(runStart)));
-    out_ += '"';
+    String(ZtUSysString::WideToUtf8(text));
 }
 
 void JsonWriter::Key(std::string_view key) {
     BeforeValue();
     out_ += '"';
-    AppendEscaped(out_, key);
+    AppendJsonEscaped(out_, key);
     out_ += "\": ";
     afterKey_ = true;
 }

@@ -9,8 +9,11 @@
 
 // Writes one JSON document to a report stream, or into a string, indented two spaces a level.
 // Containers opened with `inline` set stay on one line (short number arrays). Doubles are written
-// in their shortest form that reads back exactly, and a value that is not finite as null. Wide text
-// is UTF-16 code units: pairs become UTF-8, a lone surrogate becomes \uXXXX.
+// in their shortest form that reads back exactly, and a value that is not finite as null. The
+// document is UTF-8 throughout: in a narrow text, a byte that begins no valid sequence (of a
+// file name that is no UTF-8) is written as the four characters \xNN; wide text is UTF-16 code
+// units, whose pairs become UTF-8 and a lone surrogate U+FFFD. A path is written from its
+// bytes (ZtUSysString::WideToPath), so that its odd bytes show as \xNN.
 class JsonWriter {
 public:
     explicit JsonWriter(ReportStream& out) : out_(out) {}

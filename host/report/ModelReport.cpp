@@ -4,6 +4,7 @@
 #include "report/ReadableText.h"
 #include "report/ReportStream.h"
 #include "review/ModelLoad.h"
+#include "ztlddgn/ZtDgnAttributeStore.h"
 #include "ztlddgn/ZtDgnLinkage.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztplugin/ZtOpProgress.h"
@@ -25,6 +26,74 @@ void WriteWords(JsonWriter& json, const std::uint16_t* words, std::size_t count)
     for (std::size_t i = 0; i < count; ++i)
         json.UInt(words[i]);
     json.EndArray();
+}
+
+// A text of the attribute source: UTF-8 as a rule, which goes out as it stands (a value
+// may be many megabytes); where a byte begins no valid sequence, the text is shown with
+// such bytes as Latin-1 rather than passed on into the JSON.
+void WriteSourceText(JsonWriter& json, std::string_view text) {
+    const auto* bytes = reinterpret_cast<const unsigned char*>(text.data());
+    for (std::size_t at = 0; at < text.size();) {
+        char32_t codePoint;
+        const std::size_t length =
+            ZtUSysString::DecodeUtf8(bytes + at, text.size() - at, &codePoint);
+        if (length == 0) {
+            json.WideString(ZtUSysString::Utf8ToWide(text));
+            return;
+        }
+        at += length;
+    }
+    json.String(text);
+}
+
+// The element's attributes, in the source's order.
+void WriteElementAttributes(JsonWriter& json, const ZtDgnModel& model, std::size_t slot) {
+    json.Key("attributes");
+    json.BeginArray();
+    if (const ZtDgnAttributeStore* store = model.GetAttributeStore())
+        for (const std::uint32_t pair : store->GetElementPairs(slot)) {
+            json.BeginObject(true);
+            json.Key("name");
+            WriteSourceText(json, store->GetName(pair));
+            json.Key("value");
+            WriteSourceText(json, store->GetValue(pair));
+            json.EndObject();
+        }
+    json.EndArray();
+}
+
+// The model's "attributes": where they came from, how many, and the linkages that found
+// no rows; null when no source gave the model any.
+void WriteAttributeSummaryJson(JsonWriter& json, const ZtDgnModel& model) {
+    json.Key("attributes");
+    const ZtDgnAttributeStore* store = model.GetAttributeStore();
+    if (!store) {
+        json.Null();
+        return;
+    }
+    json.BeginObject();
+    json.Key("source");
+    json.String(store->GetSource());
+    json.Key("rowsRead");
+    json.UInt(store->GetRowsRead());
+    json.Key("elements");
+    json.UInt(store->GetElementsWithAttributes());
+    json.Key("attributes");
+    json.UInt(store->GetAttributeCount());
+    json.Key("linkagesWithoutRows");
+    json.BeginArray();
+    for (const ZtDgnAttributeStore::UnmatchedKey& key : store->GetUnmatchedKeys()) {
+        json.BeginObject(true);
+        json.Key("entity");
+        json.UInt(key.entity);
+        json.Key("occurrence");
+        json.UInt(key.occurrence);
+        json.Key("elements");
+        json.UInt(key.elements);
+        json.EndObject();
+    }
+    json.EndArray();
+    json.EndObject();
 }
 
 void WriteBox(JsonWriter& json, const char* key, const ZtLBox3f& box) {
@@ -89,6 +158,7 @@ void WriteElementJson(JsonWriter& json, const ZtDgnModel& model, std::size_t slo
         at += length;
     }
     json.EndArray();
+    WriteElementAttributes(json, model, slot);
     json.EndObject();
 }
 
@@ -98,9 +168,9 @@ void WriteModelMembers(JsonWriter& json, const ZtDgnModel& model, ModelDetail de
     const bool scene = detail == ModelDetail::kScene;
     const ZtDgnModelHeader& header = model.GetHeader();
     json.Key("file");
-    json.WideString(model.GetName().Str());
+    json.String(ZtUSysString::WideToPath(model.GetName().Str()));
     json.Key("path");
-    json.WideString(model.GetSourceFilename().Str());
+    json.String(ZtUSysString::WideToPath(model.GetSourceFilename().Str()));
     json.Key("uorsPerMaster");
     json.Double(model.GetUorsPerMaster());
     if (scene) {
@@ -132,6 +202,7 @@ void WriteModelMembers(JsonWriter& json, const ZtDgnModel& model, ModelDetail de
     for (const std::string& warning : model.GetWarnings())
         json.String(warning);
     json.EndArray();
+    WriteAttributeSummaryJson(json, model);
 }
 
 void WriteModelsJson(JsonWriter& json, const ZtOpState& state, bool elements,
@@ -162,16 +233,49 @@ void WriteModelsJson(JsonWriter& json, const ZtOpState& state, bool elements,
     json.EndArray();
 }
 
+namespace {
+
+// "1 thing", "2 things".
+std::string Counted(std::size_t count, const char* one, const char* many) {
+    return std::to_string(count) + " " + (count == 1 ? one : many);
+}
+
+// The lines of a model's paragraph that tell its attributes: their source, how many
+// elements carry how many, and the linkages that found no rows.
+void AppendAttributesSummary(ReportStream& out, const ZtDgnAttributeStore& store) {
+    // Enough of the linkages without rows to see what they are like.
+    constexpr std::size_t kShown = 5;
+    out += "  attributes from " + store.GetSource() + ": " +
+           Counted(store.GetElementsWithAttributes(), "element carries ", "elements carry ") +
+           Counted(store.GetAttributeCount(), "attribute", "attributes") + ", of " +
+           Counted(store.GetRowsRead(), "row", "rows") + " read\n";
+    const auto& unmatched = store.GetUnmatchedKeys();
+    if (unmatched.empty())
+        return;
+    out += "  " + Counted(unmatched.size(), "linkage", "linkages") + " without rows:";
+    for (std::size_t i = 0; i < unmatched.size() && i < kShown; ++i)
+        out += (i ? ", " : " ") + std::string("entity ") + std::to_string(unmatched[i].entity) +
+               " occurrence " + std::to_string(unmatched[i].occurrence) + " (" +
+               Counted(unmatched[i].elements, "element", "elements") + ")";
+    if (unmatched.size() > kShown)
+        out += ", and " + std::to_string(unmatched.size() - kShown) + " more";
+    out += "\n";
+}
+
+} // namespace
+
 void AppendModelsSummary(ReportStream& out, const ZtOpState& state) {
     for (const ZtDgnModel* model : SceneModels(state)) {
         const ZtDgnModelHeader& header = model->GetHeader();
         out += "model ";
-        out += ZtUSysString::WideToUtf8(model->GetName().Str());
+        out += ReadableText(ZtUSysString::WideToPath(model->GetName().Str()));
         out += ": " + std::to_string(header.dimension) + "D, master unit \"" +
                header.masterUnitName + "\", subunit \"" + header.subUnitName + "\", " +
                ReadableNumber(model->GetUorsPerMaster()) + " UORs per master unit, " +
                std::to_string(model->GetNumElements()) + " elements\n";
         for (const std::string& warning : model->GetWarnings())
-            out += "  warning: " + warning + "\n";
+            out += "  warning: " + ReadableText(warning) + "\n";
+        if (const ZtDgnAttributeStore* store = model->GetAttributeStore())
+            AppendAttributesSummary(out, *store);
     }
 }

@@ -21,5 +21,6 @@ void WriteModelMembers(JsonWriter& json, const ZtDgnModel& model, ModelDetail de
 void WriteModelsJson(JsonWriter& json, const ZtOpState& state, bool elements,
                      ZtOpProgress* progress = nullptr);
 
-// One readable paragraph per model: file, units, dimension, element count, warnings.
+// One readable paragraph per model: file, units, dimension, element count, warnings, and
+// the attributes its elements took from a source.
 void AppendModelsSummary(ReportStream& out, const ZtOpState& state);

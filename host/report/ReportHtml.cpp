@@ -1,5 +1,6 @@
 #include "report/ReportHtml.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
@@ -41,6 +42,18 @@ std::string Escaped(const std::string& text) {
     return out;
 }
 
+void AppendIsolated(std::string& out, const std::string& text) {
+    out += "<bdi>";
+    AppendEscaped(out, text);
+    out += "</bdi>";
+}
+
+std::string Isolated(const std::string& text) {
+    std::string out;
+    AppendIsolated(out, text);
+    return out;
+}
+
 std::string Exact(double value) {
     char text[32];
     return std::string(text, std::to_chars(text, text + sizeof text, value).ptr);
@@ -52,6 +65,21 @@ std::string Px(double value) {
     return std::string(text, std::to_chars(text, text + sizeof text, rounded == 0 ? 0.0 : rounded,
                                            std::chars_format::fixed, 2)
                                  .ptr);
+}
+
+void AppendCoord(std::string& out, double value) {
+    constexpr double kFar = 1e7;
+    const double v = std::isnan(value) ? 0 : std::clamp(value, -kFar, kFar);
+    char text[32];
+    char* end = std::to_chars(text, text + sizeof text, v, std::chars_format::fixed, 2).ptr;
+    while (end[-1] == '0')
+        --end;
+    if (end[-1] == '.')
+        --end;
+    if (end - text == 2 && text[0] == '-' && text[1] == '0')
+        out += '0';
+    else
+        out.append(text, end);
 }
 
 Rgba KeyColour(int key) {
@@ -91,6 +119,22 @@ std::string Hex(const Rgba& colour) {
     for (int i = 0; i < 3; ++i) {
         out += kDigits[colour[i] >> 4];
         out += kDigits[colour[i] & 15];
+    }
+    return out;
+}
+
+std::string Base64(std::string_view bytes) {
+    static const char kDigits[] =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string out;
+    out.reserve((bytes.size() + 2) / 3 * 4);
+    for (std::size_t i = 0; i < bytes.size(); i += 3) {
+        const std::size_t n = std::min<std::size_t>(3, bytes.size() - i);
+        std::uint32_t v = 0;
+        for (std::size_t k = 0; k < 3; ++k)
+            v = (v << 8) | (k < n ? static_cast<unsigned char>(bytes[i + k]) : 0u);
+        for (std::size_t k = 0; k < 4; ++k)
+            out += k <= n ? kDigits[(v >> (18 - 6 * k)) & 63] : '=';
     }
     return out;
 }

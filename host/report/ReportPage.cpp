@@ -1,9 +1,12 @@
 #include "report/ReportPage.h"
 
+#include "report/PaletteRaster.h"
+#include "report/PicturePainter.h"
 #include "report/ReportHtml.h"
 #include "report/ReportPageLayout.h"
-#include "report/ReportPageRaster.h"
+#include "report/ReportPageParts.h"
 #include "report/ReportScene.h"
+#include "report/ViewPictureSvg.h"
 #include "ztutil/ZtUFile.h"
 #include "ztutil/ZtUSysFile.h"
 #include "ztutil/ZtUSysString.h"
@@ -11,22 +14,24 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
-// The page's style sheet and script, compiled in from ReportPage.css and ReportPage.js.
+// The page's style sheet and scripts, compiled in from ReportPage.css and the .js files.
 extern const char kReportPageStyle[];
+extern const char kReportPageOverlayScript[];
+extern const char kReportPageNavigationScript[];
 extern const char kReportPageScript[];
 
 namespace {
 
-// DGN levels run from 0 to 63, colour numbers from 0 to 255.
-constexpr int kLevels = 64;
-constexpr int kColours = 256;
-// A pin's radius in pixels.
-constexpr int kPinRadius = 10;
-// The scale bar's distance from the view's left and bottom edges, and its text's above it.
-constexpr int kScaleBarInset = 10;
-constexpr int kScaleBarTextRaise = 5;
+// The width of a saved view's drawing, and the most it may be high.
+constexpr int kSavedViewWidth = 560;
+constexpr int kSavedViewMaxHeight = 460;
+// The shapes of all saved views' drawings together, at most, and of one at least: a
+// review of many views keeps its page small enough to load.
+constexpr std::size_t kSavedViewShapes = 30000;
+constexpr std::size_t kSavedViewMinShapes = 1000;
 constexpr Rgba kHighlight = {255, 196, 0, 255};
 // The permission argument of a new file: read and write, as the host's file layer takes it.
 constexpr int kReadWrite = 0x180;
@@ -35,33 +40,56 @@ class PageWriter {
 public:
     explicit PageWriter(const ReportScene& scene)
         : scene_(scene), layout_(MakePageLayout(scene)),
-          shape_(ChooseShapes(scene, layout_.scale)) {
+          chosen_(ChooseShapes(scene, 1 / layout_.scale)), shapes_(ReadSceneShapes(scene, chosen_)),
+          isShape_(scene.elements.size(), false) {
+        for (std::uint32_t element : chosen_)
+            isShape_[element] = true;
         for (const ReportElement& e : scene.elements) {
-            levels_[e.level] = true;
-            colours_[e.colour] = true;
+            keys_.levels[e.level] = true;
+            keys_.colours[e.colour] = true;
         }
-        for (std::size_t i = 0; i < shape_.size(); ++i)
-            if (shape_[i])
-                shapeOrdinal_.push_back(static_cast<std::uint32_t>(i));
+        for (int byColour = 0; byColour < 2; ++byColour) {
+            palette_[byColour] = {{0, 0, 0, 0}};
+            for (int key = 0; key < (byColour ? kPageColours : kPageLevels); ++key)
+                if ((byColour ? keys_.colours.data() : keys_.levels.data())[key] &&
+                    palette_[byColour].size() < kPageColours) {
+                    index_[byColour][key] = static_cast<std::uint8_t>(palette_[byColour].size());
+                    palette_[byColour].push_back(KeyColour(key));
+                }
+        }
+        GatherSets();
     }
 
     std::string Html() {
-        out_ += "<!DOCTYPE html>\n<html lang=\"en\"><head><meta charset=\"utf-8\">\n<title>";
+        out_ += "<!DOCTYPE html>\n<html lang=\"en\"><head><meta charset=\"utf-8\">\n"
+                "<meta name=\"generator\" content=\"" +
+                Escaped(scene_.producer) + "\">\n<title>";
         AppendEscaped(out_, Title());
-        out_ += "</title>\n";
-        Style();
-        out_ += "</head>\n<body class=\"by-level\">\n";
+        out_ += "</title>\n<style>\n";
+        out_ += kReportPageStyle;
+        KeyStyles();
+        out_ += "</style>\n</head>\n<body class=\"by-level\">\n";
         Header();
-        out_ += "<main>\n<section id=\"views\">\n";
-        Controls();
+        out_ += "<main>\n<section id=\"drawings\" aria-label=\"Drawings\">\n";
+        AppendColouring(out_, keys_);
+        out_ += "<p id=\"nav-help\" class=\"meta\">Drag a drawing or use the arrow keys to move "
+                "it; the wheel, the + and − keys or the buttons zoom; 0 or Fit shows it all. "
+                "Click an element to see its data.</p>\n";
+        SavedViews();
         for (const PageView& view : PageViews())
-            View(view);
-        out_ += "</section>\n<aside>\n";
-        TagList();
-        SetList();
+            OrthographicView(view);
+        out_ += "</section>\n<aside>\n<section id=\"details\" aria-live=\"polite\">"
+                "<h2>Selected element</h2><p class=\"meta\">Click a tag, or an element in a "
+                "drawing, to see its data.</p></section>\n";
+        AppendTagList(out_, scene_);
+        AppendSetList(out_, scene_);
         out_ += "</aside>\n</main>\n";
-        Script();
-        out_ += "</body></html>\n";
+        AppendPageData(out_, scene_, shapes_, setShapes_);
+        out_ += "<script>\n";
+        for (const char* script :
+             {kReportPageOverlayScript, kReportPageNavigationScript, kReportPageScript})
+            out_ += script;
+        out_ += "</script>\n</body></html>\n";
         return std::move(out_);
     }
 
@@ -70,20 +98,16 @@ private:
         return "Design review" + (scene_.controlFile.empty() ? "" : ": " + scene_.controlFile);
     }
 
-    void Style() {
-        out_ += "<style>\n";
-        out_ += kReportPageStyle;
-        // The colours of the keys this scene uses.
-        for (int level = 0; level < kLevels; ++level)
-            if (levels_[level])
-                out_ += ".by-level .l" + std::to_string(level) + "{fill:" + Hex(KeyColour(level)) +
-                        ";stroke:" + Hex(KeyColour(level)) + "}\n";
-        for (int colour = 0; colour < kColours; ++colour)
-            if (colours_[colour])
-                out_ += ".by-colour .c" + std::to_string(colour) +
-                        "{fill:" + Hex(KeyColour(colour)) + ";stroke:" + Hex(KeyColour(colour)) +
+    // The colours of the keys this scene uses: elements take theirs as currentColor.
+    void KeyStyles() {
+        for (int level = 0; level < kPageLevels; ++level)
+            if (keys_.levels[level])
+                out_ += ".by-level .l" + std::to_string(level) + "{color:" + Hex(KeyColour(level)) +
                         "}\n";
-        out_ += "</style>\n";
+        for (int colour = 0; colour < kPageColours; ++colour)
+            if (keys_.colours[colour])
+                out_ += ".by-colour .c" + std::to_string(colour) +
+                        "{color:" + Hex(KeyColour(colour)) + "}\n";
     }
 
     void Header() {
@@ -91,14 +115,15 @@ private:
         for (const ReportView& view : scene_.views)
             tags += view.tags.size();
         out_ += "<header>\n<h1>";
-        AppendEscaped(out_, Title());
+        AppendIsolated(out_, Title());
         out_ += "</h1>\n<p id=\"counts\">" + Count(scene_.views.size(), "saved view") + ", " +
                 Count(tags, "tag") + ", " + Count(scene_.sets.size(), "selection set") +
-                "; scene in " + Escaped(scene_.sceneUnits) + "</p>\n";
+                "; scene in " + Escaped(scene_.sceneUnits) + "; written by " +
+                Escaped(scene_.producer) + "</p>\n";
         out_ += "<table id=\"models\"><tr><th>Model</th><th>Units</th><th>Elements</th>"
                 "<th>Placement</th></tr>\n";
         for (const ReportModel& model : scene_.models)
-            out_ += "<tr><td>" + Escaped(model.file) + "</td><td>" + Escaped(model.units) +
+            out_ += "<tr><td>" + Isolated(model.file) + "</td><td>" + Isolated(model.units) +
                     "</td><td>" + std::to_string(model.elements) + "</td><td>" +
                     Escaped(model.placement) + "</td></tr>\n";
         out_ += "</table>\n";
@@ -116,127 +141,150 @@ private:
         return std::to_string(n) + " " + noun + (n == 1 ? "" : "s");
     }
 
-    void Controls() {
-        out_ += "<p>Colour by: <label><input type=\"radio\" name=\"key\" value=\"level\" "
-                "checked> level</label> <label><input type=\"radio\" name=\"key\" "
-                "value=\"colour\"> colour number</label></p>\n";
-        Legend("level", "Level", levels_.data(), kLevels);
-        Legend("colour", "Colour", colours_.data(), kColours);
-    }
-
-    void Legend(const char* kind, const char* name, const bool* used, int count) {
-        out_ += std::string("<p class=\"legend ") + kind + "\">";
-        for (int key = 0; key < count; ++key)
-            if (used[key])
-                out_ += "<span><i style=\"background:" + Hex(KeyColour(key)) + "\"></i>" + name +
-                        " " + std::to_string(key) + "</span>";
-        out_ += "</p>\n";
-    }
-
-    // The scale bar in the view's bottom left corner, its length written above it.
-    void ScaleBar(const PageView& view) {
-        const double length = layout_.ScaleBarLength();
-        const double y = layout_.Height(view) - kScaleBarInset;
-        const std::string left = std::to_string(kScaleBarInset);
-        out_ += "<g class=\"scalebar\"><line x1=\"" + left + "\" y1=\"" + Px(y) + "\" x2=\"" +
-                Px(kScaleBarInset + length * layout_.scale) + "\" y2=\"" + Px(y) +
-                "\" stroke=\"#222\" stroke-width=\"2\"/><text x=\"" + left + "\" y=\"" +
-                Px(y - kScaleBarTextRaise) + "\" font-size=\"11\">" + Exact(length) + " " +
-                Escaped(scene_.sceneUnits) + "</text></g>\n";
-    }
-
-    void View(const PageView& view) {
-        const int width = layout_.Width(view), height = layout_.Height(view);
-        out_ += std::string("<h2>") + view.title + "</h2>\n<svg class=\"view\" id=\"view-" +
-                view.id + "\" xmlns=\"http://www.w3.org/2000/svg\" width=\"" +
-                std::to_string(width) + "\" height=\"" + std::to_string(height) +
-                "\" viewBox=\"0 0 " + std::to_string(width) + " " + std::to_string(height) +
-                "\" data-u=\"" + std::to_string(view.u) + "\" data-v=\"" + std::to_string(view.v) +
-                "\" data-scale=\"" + Exact(layout_.scale) + "\" data-ox=\"" +
-                Exact(layout_.OriginX(view)) + "\" data-oy=\"" + Exact(layout_.OriginY(view)) +
-                "\">\n";
-        Rasters(view, width, height);
-        out_ += "<g class=\"shapes\">\n";
-        for (std::uint32_t i : shapeOrdinal_) {
-            const ReportElement& e = scene_.elements[i];
-            const double x0 = layout_.X(view, e.box.GetMin()), x1 = layout_.X(view, e.box.GetMax());
-            const double y0 = layout_.Y(view, e.box.GetMax()), y1 = layout_.Y(view, e.box.GetMin());
-            // Something flat across this view still shows as a hairline.
-            const double w = std::max(x1 - x0, 0.5), h = std::max(y1 - y0, 0.5);
-            out_ += "<rect class=\"l" + std::to_string(e.level) + " c" + std::to_string(e.colour) +
-                    "\" x=\"" + Px(x0) + "\" y=\"" + Px(y0) + "\" width=\"" + Px(w) +
-                    "\" height=\"" + Px(h) + "\"/>\n";
+    // For each set, the elements it selects with their components, and those among the
+    // shapes for the script.
+    void GatherSets() {
+        for (const ReportSet& set : scene_.sets) {
+            std::vector<bool> in(scene_.elements.size(), false);
+            for (std::uint32_t element : set.elements) {
+                const std::size_t end = std::min<std::size_t>(
+                    in.size(), element + 1 + std::size_t{scene_.elements[element].components});
+                std::fill(in.begin() + element, in.begin() + static_cast<std::ptrdiff_t>(end),
+                          true);
+            }
+            std::vector<std::uint32_t> shapes;
+            for (std::uint32_t element : chosen_)
+                if (in[element])
+                    shapes.push_back(element);
+            inSet_.push_back(std::move(in));
+            setShapes_.push_back(std::move(shapes));
         }
-        out_ += "</g>\n";
-        ModelOutlines(view);
-        out_ += "<g class=\"sight\"></g>\n<g class=\"pins\">\n";
-        for (const ReportView& saved : scene_.views)
-            for (const ReportTag& tag : saved.tags)
-                if (tag.placed)
-                    out_ += "<g class=\"pin\" data-tag=\"" + std::to_string(tag.id) +
-                            "\" transform=\"translate(" + Px(layout_.X(view, tag.position)) + " " +
-                            Px(layout_.Y(view, tag.position)) + ")\"><circle r=\"10\"/><text>" +
-                            std::to_string(tag.id) + "</text></g>\n";
-        out_ += "</g>\n";
-        ScaleBar(view);
-        out_ += "</svg>\n";
     }
 
-    // Each model's extent as a dashed outline, named at its top left corner.
-    void ModelOutlines(const PageView& view) {
+    // A view's figure: its title and zoom buttons over its drawing, which holds the scene
+    // (rasters, shapes, texts, and what `scene` adds) under one transform for zoom and
+    // pan, and above it what keeps its size on the screen: pins and what `overlay` adds.
+    template <class Scene, class Overlay>
+    void Figure(const std::string& id, const std::string& title, const std::string& attributes,
+                const ViewPicture& picture, bool hidden, Scene scene, Overlay overlay) {
+        const std::string width = std::to_string(picture.width);
+        const std::string height = std::to_string(picture.height);
+        out_ += "<figure class=\"viewer\" id=\"" + id + "\"" + (hidden ? " hidden" : "") +
+                "><figcaption><h2 id=\"title-" + id + "\">" + title +
+                "</h2><span class=\"zoom\"><button type=\"button\" data-act=\"in\" "
+                "aria-label=\"Zoom in\">+</button><button type=\"button\" data-act=\"out\" "
+                "aria-label=\"Zoom out\">−</button><button type=\"button\" data-act=\"fit\">"
+                "Fit</button></span></figcaption>\n<svg class=\"view\" id=\"view-" +
+                id + "\" xmlns=\"http://www.w3.org/2000/svg\" width=\"" + width + "\" height=\"" +
+                height + "\" viewBox=\"0 0 " + width + " " + height +
+                "\" tabindex=\"0\" role=\"img\" aria-labelledby=\"title-" + id +
+                "\" aria-describedby=\"nav-help\"" + attributes + ">\n<g class=\"scene\">\n";
+        Rasters(picture);
+        AppendShapesSvg(out_, scene_, shapes_, picture);
+        AppendTextsSvg(out_, scene_, shapes_, picture);
+        scene();
+        out_ += "</g>\n<g class=\"overlay\">\n<g class=\"sight\"></g>\n";
+        overlay();
+        AppendPinsSvg(out_, picture);
+        out_ += "</g>\n</svg>\n</figure>\n";
+    }
+
+    void OrthographicView(const PageView& view) {
+        const ViewProjection projection = layout_.Projection(view);
+        ViewPicture picture = DrawScene(scene_, shapes_, isShape_, projection);
+        AddScenePins(scene_, projection, &picture);
+        const std::string attributes =
+            " data-u=\"" + std::to_string(view.u) + "\" data-v=\"" + std::to_string(view.v) +
+            "\" data-scale=\"" + Exact(layout_.scale) + "\" data-ox=\"" +
+            Exact(layout_.OriginX(view)) + "\" data-oy=\"" + Exact(layout_.OriginY(view)) +
+            "\" data-units=\"" + Escaped(scene_.sceneUnits) + "\"";
+        Figure(
+            view.id, view.title, attributes, picture, false, [&] { ModelOutlines(projection); },
+            [&] {
+                out_ += "<g class=\"labels\">\n";
+                for (const ReportModel& model : scene_.models)
+                    if (!model.extent.IsEmpty()) {
+                        const ZtLPos2f low = projection.Pixel(model.extent.GetMin());
+                        const ZtLPos2f high = projection.Pixel(model.extent.GetMax());
+                        out_ += "<text data-x=\"" + Px(low.x) + "\" data-y=\"" + Px(high.y) +
+                                "\">" + Escaped(model.file) + "</text>\n";
+                    }
+                out_ += "</g>\n<g class=\"scalebar\"><path/><text></text></g>\n";
+            });
+    }
+
+    // Each model's extent as a dashed outline that tells its name on hover.
+    void ModelOutlines(const ViewProjection& projection) {
         out_ += "<g class=\"models\">\n";
         for (const ReportModel& model : scene_.models) {
             if (model.extent.IsEmpty())
                 continue;
-            const double x = layout_.X(view, model.extent.GetMin());
-            const double y = layout_.Y(view, model.extent.GetMax());
-            out_ += "<rect x=\"" + Px(x) + "\" y=\"" + Px(y) + "\" width=\"" +
-                    Px(layout_.X(view, model.extent.GetMax()) - x) + "\" height=\"" +
-                    Px(layout_.Y(view, model.extent.GetMin()) - y) + "\"/><text x=\"" + Px(x) +
-                    "\" y=\"" + Px(y - 3) + "\">";
-            AppendEscaped(out_, model.file);
-            out_ += "</text>\n";
+            const ZtLPos2f low = projection.Pixel(model.extent.GetMin());
+            const ZtLPos2f high = projection.Pixel(model.extent.GetMax());
+            out_ += "<rect x=\"" + Px(low.x) + "\" y=\"" + Px(high.y) + "\" width=\"" +
+                    Px(high.x - low.x) + "\" height=\"" + Px(low.y - high.y) + "\"><title>" +
+                    Escaped(model.file) + "</title></rect>\n";
         }
         out_ += "</g>\n";
     }
 
-    // The raster of the elements too small to draw, once coloured by level and once by
-    // colour number, and for each selection set the pixels of its raster elements.
-    void Rasters(const PageView& view, int width, int height) {
-        for (int byColour = 0; byColour < 2; ++byColour) {
-            std::vector<Rgba> palette = {{0, 0, 0, 0}};
-            std::array<std::uint8_t, kColours> index{};
-            for (int key = 0; key < (byColour ? kColours : kLevels); ++key)
-                if ((byColour ? colours_.data() : levels_.data())[key] &&
-                    palette.size() < kColours) {
-                    index[key] = static_cast<std::uint8_t>(palette.size());
-                    palette.push_back(KeyColour(key));
-                }
-            PageRaster raster(width, height);
-            for (std::size_t i = 0; i < scene_.elements.size(); ++i)
-                if (!shape_[i])
-                    FillElement(
-                        raster, view, scene_.elements[i],
-                        index[byColour ? scene_.elements[i].colour : scene_.elements[i].level]);
-            Image(raster, palette, byColour ? "raster colour" : "raster level", "");
+    // Each saved view as its camera saw it; the first shown, the others when their tag or
+    // name is chosen. The views share out the shapes they may draw.
+    void SavedViews() {
+        if (scene_.views.empty())
+            return;
+        const std::size_t budget =
+            std::max(kSavedViewMinShapes, kSavedViewShapes / scene_.views.size());
+        out_ += "<section id=\"saved\" aria-label=\"Saved views\">\n";
+        for (std::size_t v = 0; v < scene_.views.size(); ++v) {
+            const ReportView& view = scene_.views[v];
+            const std::string id = "saved-" + std::to_string(v);
+            const std::string title = "Saved view: " + Escaped(view.name);
+            const double aspect = view.camera.GetAspectRatio();
+            const int width = aspect > 0 && kSavedViewWidth / aspect > kSavedViewMaxHeight
+                                  ? static_cast<int>(kSavedViewMaxHeight * aspect)
+                                  : kSavedViewWidth;
+            const std::optional<ViewProjection> projection =
+                ViewProjection::Perspective(view.camera, view.clipPlanes, width);
+            if (!projection) {
+                out_ += "<figure class=\"viewer\" id=\"" + id + "\"" + (v ? " hidden" : "") +
+                        "><figcaption><h2>" + title +
+                        "</h2></figcaption><p>Its camera gives no view.</p></figure>\n";
+                continue;
+            }
+            ViewPicture picture = DrawScene(scene_, shapes_, isShape_, *projection, budget);
+            AddSavedViewPins(view, *projection, &picture);
+            Figure(
+                id, title, " data-perspective=\"1\"", picture, v != 0, [] {}, [] {});
         }
-        for (std::size_t s = 0; s < scene_.sets.size(); ++s) {
-            PageRaster raster(width, height);
-            for (std::uint32_t i : scene_.sets[s].elements)
-                if (!shape_[i])
-                    FillElement(raster, view, scene_.elements[i], 1);
+        out_ += "</section>\n";
+    }
+
+    // What the picture marks as pixels, coloured by level and by colour number, and for
+    // each selection set its marked elements in the highlight.
+    void Rasters(const ViewPicture& picture) {
+        for (int byColour = 0; byColour < 2; ++byColour) {
+            PaletteRaster raster(picture.width, picture.height);
+            PaintMarks(
+                picture,
+                [&](std::uint32_t e) {
+                    const ReportElement& element = scene_.elements[e];
+                    return index_[byColour][byColour ? element.colour : element.level];
+                },
+                &raster);
+            Image(raster, palette_[byColour], byColour ? "raster colour" : "raster level", "");
+        }
+        for (std::size_t s = 0; s < inSet_.size(); ++s) {
+            PaletteRaster raster(picture.width, picture.height);
+            PaintMarks(
+                picture, [&](std::uint32_t e) { return static_cast<std::uint8_t>(inSet_[s][e]); },
+                &raster);
             Image(raster, {{0, 0, 0, 0}, kHighlight}, "overlay",
                   " data-set=\"" + std::to_string(s) + "\" visibility=\"hidden\"");
         }
     }
 
-    void FillElement(PageRaster& raster, const PageView& view, const ReportElement& e,
-                     std::uint8_t index) {
-        raster.Fill(layout_.X(view, e.box.GetMin()), layout_.Y(view, e.box.GetMax()),
-                    layout_.X(view, e.box.GetMax()), layout_.Y(view, e.box.GetMin()), index);
-    }
-
-    void Image(const PageRaster& raster, const std::vector<Rgba>& palette, const char* cls,
+    void Image(const PaletteRaster& raster, const std::vector<Rgba>& palette, const char* cls,
                const std::string& extra) {
         if (!raster.IsUsed())
             return;
@@ -245,77 +293,16 @@ private:
                 "\" image-rendering=\"pixelated\" href=\"" + raster.DataUri(palette) + "\"/>\n";
     }
 
-    void TagList() {
-        out_ += "<h2>Saved views and tags</h2>\n";
-        for (const ReportView& view : scene_.views) {
-            out_ += "<h3>";
-            AppendEscaped(out_, view.name);
-            out_ += "</h3>\n<ul class=\"tags\" data-eye=\"" + Exact(view.eye.x) + " " +
-                    Exact(view.eye.y) + " " + Exact(view.eye.z) + "\">\n";
-            for (const ReportTag& tag : view.tags) {
-                out_ += "<li class=\"tag\" data-tag=\"" + std::to_string(tag.id) + "\"";
-                if (tag.placed)
-                    out_ += " data-pos=\"" + Exact(tag.position.x) + " " + Exact(tag.position.y) +
-                            " " + Exact(tag.position.z) + "\"";
-                out_ += "><b>" + std::to_string(tag.id) + "</b> <span class=\"text\">";
-                AppendEscaped(out_, tag.text);
-                out_ += "</span><br><span class=\"meta\">";
-                out_ += tag.modelFile.empty() ? "no element under the tag" : Escaped(tag.modelFile);
-                if (!tag.dmrs.empty())
-                    out_ += ", DMRS " + tag.dmrs;
-                if (!tag.placed)
-                    out_ += "; no 3D position";
-                out_ += "</span></li>\n";
-            }
-            out_ += "</ul>\n";
-        }
-    }
-
-    void SetList() {
-        out_ += "<h2>Selection sets</h2>\n<ul class=\"sets\">\n";
-        for (std::size_t s = 0; s < scene_.sets.size(); ++s) {
-            const ReportSet& set = scene_.sets[s];
-            out_ += "<li><label><input type=\"checkbox\" class=\"set\" data-set=\"" +
-                    std::to_string(s) + "\"> <b>";
-            AppendEscaped(out_, set.name);
-            out_ += "</b></label> <span class=\"count\">" + Count(set.elements.size(), "element") +
-                    "</span>";
-            if (!set.comment.empty())
-                out_ += "<br><span class=\"text meta\">" + Escaped(set.comment) + "</span>";
-            for (std::size_t i = 0; i < set.rule.size(); ++i)
-                out_ += std::string("<br><span class=\"rule\">") + (i ? "or " : "") +
-                        Escaped(set.rule[i]) + "</span>";
-            out_ += "</li>\n";
-        }
-        out_ += "</ul>\n";
-    }
-
-    void Script() {
-        // For each set, the places of its elements among the drawn shapes.
-        out_ += "<script>\nconst SETS=[";
-        for (std::size_t s = 0; s < scene_.sets.size(); ++s) {
-            out_ += s ? ",[" : "[";
-            bool first = true;
-            for (std::uint32_t i : scene_.sets[s].elements) {
-                if (!shape_[i])
-                    continue;
-                const auto at = std::lower_bound(shapeOrdinal_.begin(), shapeOrdinal_.end(), i);
-                out_ += (first ? "" : ",") + std::to_string(at - shapeOrdinal_.begin());
-                first = false;
-            }
-            out_ += "]";
-        }
-        out_ += "];\n";
-        out_ += kReportPageScript;
-        out_ += "</script>\n";
-    }
-
     const ReportScene& scene_;
     const PageLayout layout_;
-    const std::vector<bool> shape_;
-    std::vector<std::uint32_t> shapeOrdinal_;
-    std::array<bool, kLevels> levels_{};
-    std::array<bool, kColours> colours_{};
+    const std::vector<std::uint32_t> chosen_;
+    const std::vector<SceneShape> shapes_;
+    std::vector<bool> isShape_;
+    PageKeys keys_;
+    std::vector<Rgba> palette_[2];
+    std::array<std::uint8_t, kPageColours> index_[2]{};
+    std::vector<std::vector<bool>> inSet_;
+    std::vector<std::vector<std::uint32_t>> setShapes_;
     std::string out_;
 };
 

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <limits>
 
 namespace {
@@ -38,20 +37,12 @@ int PageLayout::Height(const PageView& view) const {
         std::ceil(AxisOf(extent.GetSize(), view.v) * scale + 2 * kPageViewMargin));
 }
 
-double PageLayout::ScaleBarLength() const {
-    double length = std::pow(10.0, std::floor(std::log10(kPageScaleBarPixels / scale)));
-    for (double step : {5.0, 2.0})
-        if (length * step * scale <= kPageScaleBarPixels)
-            return length * step;
-    return length;
-}
-
 PageLayout MakePageLayout(const ReportScene& scene) {
     PageLayout layout;
     for (const ReportElement& e : scene.elements)
         layout.extent.Extend(e.box);
     for (const ReportView& view : scene.views) {
-        layout.extent.Extend(view.eye);
+        layout.extent.Extend(view.camera.GetPosition());
         for (const ReportTag& tag : view.tags)
             if (tag.placed)
                 layout.extent.Extend(tag.position);
@@ -70,24 +61,4 @@ PageLayout MakePageLayout(const ReportScene& scene) {
             std::min({layout.scale, (kPageMaxViewWidth - 2 * kPageViewMargin) / AxisOf(s, view.u),
                       (kPageMaxViewHeight - 2 * kPageViewMargin) / AxisOf(s, view.v)});
     return layout;
-}
-
-std::vector<bool> ChooseShapes(const ReportScene& scene, double scale) {
-    std::vector<std::uint32_t> big;
-    std::vector<double> sizes(scene.elements.size());
-    for (std::size_t i = 0; i < scene.elements.size(); ++i) {
-        const ZtLVec3f size = scene.elements[i].box.GetSize();
-        sizes[i] = std::max({size.x, size.y, size.z}) * scale;
-        if (sizes[i] >= 1)
-            big.push_back(static_cast<std::uint32_t>(i));
-    }
-    if (big.size() > kPageMaxShapes) {
-        std::stable_sort(big.begin(), big.end(),
-                         [&](std::uint32_t a, std::uint32_t b) { return sizes[a] > sizes[b]; });
-        big.resize(kPageMaxShapes);
-    }
-    std::vector<bool> shape(scene.elements.size(), false);
-    for (std::uint32_t i : big)
-        shape[i] = true;
-    return shape;
 }

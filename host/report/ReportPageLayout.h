@@ -1,9 +1,8 @@
 #pragma once
+#include "report/ViewProjection.h"
 #include "ztlinear/ZtLBox3f.h"
 
-#include <cstddef>
 #include <span>
-#include <vector>
 
 struct ReportScene;
 
@@ -14,11 +13,6 @@ struct ReportScene;
 constexpr double kPageMaxViewWidth = 760;
 constexpr double kPageMaxViewHeight = 440;
 constexpr double kPageViewMargin = 28;
-// Elements drawn as shapes at most; the smallest of the rest join the raster, so that a
-// page of a big scene stays small enough to load quickly.
-constexpr std::size_t kPageMaxShapes = 20000;
-// The longest a scale bar may be, in pixels.
-constexpr double kPageScaleBarPixels = 150;
 
 // One drawing: the scene's axes (0 x, 1 y, 2 z) drawn to the right and upwards.
 struct PageView {
@@ -51,14 +45,11 @@ struct PageLayout {
     }
     int Width(const PageView& view) const;
     int Height(const PageView& view) const;
-    // The scale bar's length in scene units: the longest of 1, 2 or 5 times a power of
-    // ten that fits in kPageScaleBarPixels.
-    double ScaleBarLength() const;
+    ViewProjection Projection(const PageView& view) const {
+        return ViewProjection::Orthographic(view.u, view.v, scale, OriginX(view), OriginY(view),
+                                            Width(view), Height(view));
+    }
 };
 
 // The layout that fits the scene's elements, eyes and tags into the largest drawings.
 PageLayout MakePageLayout(const ReportScene& scene);
-
-// Which elements are drawn as shapes: those at least a pixel across, the biggest first
-// up to kPageMaxShapes. The rest are drawn into the raster.
-std::vector<bool> ChooseShapes(const ReportScene& scene, double scale);

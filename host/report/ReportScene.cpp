@@ -1,5 +1,6 @@
 #include "report/ReportScene.h"
 
+#include "report/ModelElementSource.h"
 #include "report/ReadableText.h"
 #include "report/SavedItemReport.h"
 #include "review/ModelLoad.h"
@@ -9,9 +10,11 @@
 #include "review/SelectionEvaluation.h"
 #include "ztcore/ZtOcContext.h"
 #include "ztcore/ZtOcPickFrustumTraversal.h"
+#include "ztlddgn/ZtDgnElementNode.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztlinear/ZtLFrustum3f.h"
 #include "ztlinear/ZtLMatrix4f.h"
+#include "ztobject/ZtOaClipPlaneSet.h"
 #include "ztobject/ZtOaTraversal.h"
 #include "ztobject/ZtOaUnit.h"
 #include "ztplugin/ZtOpRedlineTag.h"
@@ -36,16 +39,45 @@ std::size_t SlotOfIndex(const ZtDgnModel& model, std::int64_t index) {
     return lo;
 }
 
-std::string DmrsWords(std::uint64_t dmrs) {
-    return std::to_string(dmrs >> 48) + " " + std::to_string((dmrs >> 32) & 0xFFFF) + " " +
-           std::to_string((dmrs >> 16) & 0xFFFF) + " " + std::to_string(dmrs & 0xFFFF);
+// For each element of the model, by slot, how many elements after it are its components:
+// a depth-first walk meets every group's components right after it, in slot order, so a
+// group's count is the last slot met before it closes less its own.
+std::vector<std::uint32_t> ComponentCounts(const ZtDgnModel& model) {
+    std::vector<std::uint32_t> counts(model.GetNumElements(), 0);
+    struct Open {
+        const ZtOaGroup* group;
+        int next;
+        std::int64_t slot; // -1 for the model itself
+    };
+    std::vector<Open> open = {{&model, 0, -1}};
+    std::int64_t last = -1;
+    while (!open.empty()) {
+        Open& top = open.back();
+        if (top.next >= top.group->GetNumChildren()) {
+            if (top.slot >= 0)
+                counts[static_cast<std::size_t>(top.slot)] =
+                    static_cast<std::uint32_t>(last - top.slot);
+            open.pop_back();
+            continue;
+        }
+        const ZtOaNode* child = top.group->GetChild(top.next++);
+        if (const auto* group = dynamic_cast<const ZtDgnGroupNode*>(child)) {
+            last = group->GetSlot();
+            open.push_back({group, 0, last});
+        } else if (const auto* leaf = dynamic_cast<const ZtDgnElementNode*>(child)) {
+            last = leaf->GetSlot();
+        }
+    }
+    return counts;
 }
 
 // Picks as the tag export does, so that the page names the element the export writes:
 // along the view's direction, through a tiny window about the tag's point, from the tag's
 // depth to a fifth beyond it. Notes the model and DMRS value of the nearest element hit:
 // the lowest element with a value on the picked shape's path, below the lowest model.
-void PickTag(const ZtOpState& state, const ZtOpView& view, ReportTag* tag) {
+void PickTag(const ZtOpState& state, const ZtOpView& view,
+             const std::vector<std::pair<const ZtOaPartition*, std::size_t>>& firstElement,
+             ReportTag* tag) {
     const ZtOaPartition* root = state.GetRootNode();
     if (!root || !tag->placed)
         return;
@@ -77,6 +109,9 @@ void PickTag(const ZtOpState& state, const ZtOpView& view, ReportTag* tag) {
             const std::size_t slot = SlotOfIndex(*model, index);
             if (index >= 0 && slot < model->GetNumElements() && model->GetDmrs(slot)) {
                 tag->dmrs = DmrsWords(model->GetDmrs(slot));
+                for (const auto& [partition, first] : firstElement)
+                    if (partition == model)
+                        tag->element = static_cast<std::int64_t>(first + slot);
                 break;
             }
         }
@@ -84,15 +119,20 @@ void PickTag(const ZtOpState& state, const ZtOpView& view, ReportTag* tag) {
     }
 }
 
-void GatherView(const ZtOpState& state, const ZtOpSavedItem& item, std::vector<ReportView>* views) {
+void GatherView(const ZtOpState& state, const ZtOpSavedItem& item,
+                const std::vector<std::pair<const ZtOaPartition*, std::size_t>>& firstElement,
+                std::vector<ReportView>* views) {
     if (item.GetType() != ZtOpSavedItem::kTypeView)
         return;
     const auto& view = static_cast<const ZtOpView&>(item);
     const ZtNvCamera& camera = view.AnonView().GetViewPoint().GetCamera();
-    ReportView out{
-        ZtUSysString::WideToUtf8(item.GetName().Str()), camera.GetPosition(), camera.ViewDir(), {}};
+    ReportView out{ZtUSysString::WideToUtf8(item.GetName().Str()), camera, {}, {}};
+    const ZtOaClipPlaneSet& planes = view.AnonView().GetClipPlaneSet();
+    for (int i = 0; i < planes.Size(); ++i)
+        if (planes.Get(i)->IsEnabled())
+            out.clipPlanes.push_back(planes.Get(i)->GetPlane3f());
     const auto& redlines = view.GetRedlines();
-    const auto& comments = view.GetComments();
+    const auto comments = CommentsById(view);
     for (std::size_t i = 0; i < redlines.Size(); ++i) {
         if (redlines[i]->GetRedlineType() != ZtOpRedline::kTypeTag)
             continue;
@@ -101,12 +141,11 @@ void GatherView(const ZtOpState& state, const ZtOpSavedItem& item, std::vector<R
         tag.id = redline.GetTagId();
         tag.placed = redline.GetPos3dValid() != 0;
         tag.position = redline.GetPos3d();
-        for (std::size_t c = 0; c < comments.Size(); ++c)
-            if (comments[c]->GetId() == redline.GetCommentId()) {
-                tag.text = ZtUSysString::WideToUtf8(comments[c]->GetBody().Str());
-                break;
-            }
-        PickTag(state, view, &tag);
+        tag.window = ZtOpRedline::CameraToWindowSpace(camera, false, redline.GetPos2dA());
+        tag.windowB = ZtOpRedline::CameraToWindowSpace(camera, false, redline.GetPos2dB());
+        if (const auto found = comments.find(redline.GetCommentId()); found != comments.end())
+            tag.text = ZtUSysString::WideToUtf8(found->second->GetBody().Str());
+        PickTag(state, view, firstElement, &tag);
         out.tags.push_back(std::move(tag));
     }
     views->push_back(std::move(out));
@@ -116,6 +155,7 @@ void GatherView(const ZtOpState& state, const ZtOpSavedItem& item, std::vector<R
 
 ReportScene GatherReportScene(const ReviewRun& run) {
     ReportScene scene;
+    scene.producer = "pdsreview " ZTODPDS_VERSION;
     for (const StepResult& step : run.steps)
         if (step.step == "open" && step.status == 0)
             scene.controlFile = step.file;
@@ -140,15 +180,18 @@ ReportScene GatherReportScene(const ReviewRun& run) {
                     PlacementWords(ref.GetTransform(), ref.GetLinearUnits(), sceneUnits);
                 break;
             }
+        out.firstElement = scene.elements.size();
         out.elements = model->GetNumElements();
         scene.models.push_back(std::move(out));
         firstElement.emplace_back(model, scene.elements.size());
         // The model's partition places its elements in the scene.
         const ZtLAffine3f& placement = model->GetTransform();
+        const std::vector<std::uint32_t> components = ComponentCounts(*model);
         for (std::size_t slot = 0; slot < model->GetNumElements(); ++slot) {
             const ZtDgnElement& e = model->GetElement(slot);
             scene.elements.push_back({placement.TransformBox(model->GetElementBox(slot)),
-                                      static_cast<std::uint8_t>(e.GetLevel()), e.colour});
+                                      static_cast<std::uint8_t>(e.GetLevel()), e.colour, e.type,
+                                      components[slot]});
             scene.models.back().extent.Extend(scene.elements.back().box);
         }
     }
@@ -159,7 +202,7 @@ ReportScene GatherReportScene(const ReviewRun& run) {
                  set->refs[i].notLoaded});
 
     WalkSavedItems(run.state, SavedItemTree::kSavedViews, [&](const ZtOpSavedItem& item, int) {
-        GatherView(run.state, item, &scene.views);
+        GatherView(run.state, item, firstElement, &scene.views);
     });
 
     const std::vector<SelectionResult> selections =
@@ -188,5 +231,6 @@ ReportScene GatherReportScene(const ReviewRun& run) {
         std::sort(out.elements.begin(), out.elements.end());
         scene.sets.push_back(std::move(out));
     }
+    scene.source = std::make_shared<ModelElementSource>(models);
     return scene;
 }

@@ -1,18 +1,27 @@
 #include "report/ReportStream.h"
 
+#include "report/ReadableText.h"
+
 #include <cerrno>
 
 ReportStream& ReportStream::operator+=(std::string_view text) {
+    if (readable_)
+        Put(ReadableText(text, true));
+    else
+        Put(text);
+    return *this;
+}
+
+void ReportStream::Put(std::string_view text) {
     if (file_ && text.size() >= kChunk) {
         // A piece as large as a chunk goes straight out rather than through the buffer.
         Drain();
         Write(text);
-        return *this;
+        return;
     }
     buffer_->append(text);
     if (file_ && buffer_->size() >= kChunk)
         Drain();
-    return *this;
 }
 
 void ReportStream::Append(std::size_t count, char c) {

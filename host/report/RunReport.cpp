@@ -1,4 +1,5 @@
 #include "report/RunReport.h"
+#include "report/ReadableText.h"
 
 #include "report/JsonWriter.h"
 #include "report/ModelReport.h"
@@ -133,6 +134,10 @@ void WriteJsonReport(ReportStream& out, const ReviewRun& run, bool elements,
             json.Key("message");
             json.String(step.message);
         }
+        if (!step.attributeSource.empty()) {
+            json.Key("attributeSource");
+            json.String(step.attributeSource);
+        }
         if (!step.counts.empty()) {
             json.Key("counts");
             json.BeginObject(true);
@@ -141,6 +146,13 @@ void WriteJsonReport(ReportStream& out, const ReviewRun& run, bool elements,
                 json.UInt(count.value);
             }
             json.EndObject();
+        }
+        if (step.sideFiles) {
+            json.Key("sideFiles");
+            json.BeginArray(true);
+            for (const std::string& file : *step.sideFiles)
+                json.String(file);
+            json.EndArray();
         }
         json.EndObject();
     }
@@ -196,7 +208,7 @@ void WriteSummaryReport(ReportStream& out, const ReviewRun& run) {
     AppendSavedItemsSummary(out, state, SavedItemTree::kSavedViews);
     AppendSavedItemsSummary(out, state, SavedItemTree::kSelectionSets);
     if (run.selections)
-        AppendSelectionsTable(out, *run.selections);
+        AppendSelectionsTable(out, *run.selections, state);
     std::snprintf(line, sizeof line, "Document: next tag id %llu, next comment id %llu\n",
                   static_cast<unsigned long long>(state.GetNextTagId()),
                   static_cast<unsigned long long>(state.GetNextCommentId()));
@@ -205,20 +217,29 @@ void WriteSummaryReport(ReportStream& out, const ReviewRun& run) {
     for (const StepResult& step : run.steps) {
         out += "  " + step.step;
         if (!step.file.empty())
-            out += " " + step.file;
+            out += " " + ReadableText(step.file);
         out += ": ";
         if (step.status != 0) {
-            out += "status " + std::to_string(step.status) + ", " + step.message + "\n";
+            out +=
+                "status " + std::to_string(step.status) + ", " + ReadableText(step.message) + "\n";
             continue;
         }
         out += "done";
         for (std::size_t i = 0; i < step.counts.size(); ++i)
             out += (i ? ", " : "; ") + CountText(step.counts[i]);
+        if (!step.attributeSource.empty())
+            out += "; attributes from " + step.attributeSource;
         out += "\n";
+        if (step.sideFiles) {
+            out += "    side files read:";
+            for (std::size_t i = 0; i < step.sideFiles->size(); ++i)
+                out += (i ? ", " : " ") + (*step.sideFiles)[i];
+            out += step.sideFiles->empty() ? " none\n" : "\n";
+        }
     }
     if (!run.warnings.empty()) {
         out += "Warnings: " + std::to_string(run.warnings.size()) + "\n";
         for (const std::string& warning : run.warnings)
-            out += "  " + warning + "\n";
+            out += "  " + ReadableText(warning) + "\n";
     }
 }

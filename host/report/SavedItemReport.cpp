@@ -250,6 +250,7 @@ void AppendViewSummary(ReportStream& out, const ZtOpView& view, const std::strin
     out += indent + "  eye " + Point(camera.GetPosition()) + ", looking along " +
            Point(camera.ViewDir()) + ", " + std::to_string(planes) + " clip planes\n";
     const auto& redlines = view.GetRedlines();
+    const auto comments = CommentsById(view);
     for (std::size_t i = 0; i < redlines.Size(); ++i) {
         if (redlines[i]->GetRedlineType() != ZtOpRedline::kTypeTag)
             continue;
@@ -259,13 +260,8 @@ void AppendViewSummary(ReportStream& out, const ZtOpView& view, const std::strin
             head += " at " + Point(tag.GetPos3d());
         head += ": ";
         out += head;
-        const auto& comments = view.GetComments();
-        for (std::size_t c = 0; c < comments.Size(); ++c)
-            if (comments[c]->GetId() == tag.GetCommentId()) {
-                AppendIndentedLines(out, comments[c]->GetBody().Str(),
-                                    std::string(head.size(), ' '));
-                break;
-            }
+        if (const auto found = comments.find(tag.GetCommentId()); found != comments.end())
+            AppendIndentedLines(out, found->second->GetBody().Str(), std::string(head.size(), ' '));
         out += '\n';
     }
 }
@@ -273,7 +269,7 @@ void AppendViewSummary(ReportStream& out, const ZtOpView& view, const std::strin
 // An item's own lines: a folder's the count of its items, which the walk shows after it.
 void AppendItemSummary(ReportStream& out, const ZtOpSavedItem& item, const std::string& indent) {
     out += indent + KindName(item) + " \"";
-    out += ZtUSysString::WideToUtf8(item.GetName().Str());
+    out += ReadableText(ZtUSysString::WideToUtf8(item.GetName().Str()));
     out += '"';
     if (item.IsGroup()) {
         out += ", " + std::to_string(static_cast<const ZtOpGroupItem&>(item).GetNumChildren()) +
@@ -305,7 +301,7 @@ void AppendItemSummary(ReportStream& out, const ZtOpSavedItem& item, const std::
             out += "\n" + indent + "    or: ";
         else
             out += " and ";
-        out += ConditionText(condition);
+        out += ReadableText(ConditionText(condition));
     }
     if (spec && spec->GetNumConditions() > 0)
         out += '\n';

@@ -84,16 +84,16 @@ void AppendSceneSetSummary(ReportStream& out, const OpenedSceneSet& sceneSet) {
         const ZtOpSceneRef& ref = *refs[i];
         const OpenedRef* outcome = i < sceneSet.refs.size() ? &sceneSet.refs[i] : nullptr;
         out += "  " + std::to_string(i + 1) + ". ";
-        out += ZtUSysString::WideToUtf8(ref.GetSourceName().Str());
+        out += ReadableText(ZtUSysString::WideToUtf8(ref.GetSourceName().Str()));
         if (!outcome || !outcome->model) {
-            out += ": not loaded (" + (outcome ? outcome->notLoaded : std::string("not opened")) +
-                   ")\n";
+            out += ": not loaded (" +
+                   ReadableText(outcome ? outcome->notLoaded : std::string("not opened")) + ")\n";
             continue;
         }
         const ZtDgnModel& model = *outcome->model;
         const ZtDgnModelHeader& header = model.GetHeader();
         out += ": ";
-        out += ZtUSysString::WideToUtf8(model.GetSourceFilename().Str());
+        out += ReadableText(ZtUSysString::WideToPath(model.GetSourceFilename().Str()));
         out += '\n';
         out += "     model in " + header.masterUnitName + " / " + header.subUnitName + ", " +
                ReadableNumber(model.GetUorsPerMaster()) + " UORs per master unit, " +

@@ -1,5 +1,6 @@
 #include "review/ModelLoad.h"
 
+#include "review/AttributeSource.h"
 #include "ztlddgn/ZtDgnLoaderPlugin.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztplugin/ZtOpProgress.h"
@@ -18,7 +19,7 @@ std::vector<const ZtDgnModel*> SceneModels(const ZtOpState& state) {
 }
 
 int LoadModelIntoScene(ZtOpState& state, const std::wstring& path, std::string* error,
-                       ZtOpProgress* progress) {
+                       ZtOpProgress* progress, AttributeSource* attributes) {
     ZtDgnLoaderPlugin* loader = ZtDgnRegisterLoaderPlugin();
     std::string reason;
     std::unique_ptr<ZtDgnModel> model =
@@ -31,6 +32,8 @@ int LoadModelIntoScene(ZtOpState& state, const std::wstring& path, std::string* 
             *error = "cannot load " + ZtUSysString::WideToPath(path) + " as a model: " + reason;
         return 2;
     }
+    if (attributes && !attributes->Attach(*model, error ? error : &reason))
+        return 2;
     state.GetRootNode()->AddChild(model.release());
     return 0;
 }

@@ -2,15 +2,18 @@
 #include <string>
 #include <vector>
 
+class AttributeSource;
 class ZtDgnModel;
 class ZtOpProgress;
 class ZtOpState;
 
-// The `model` step: loads `path` with the DGN loader plug-in (registering it if need be)
-// and adds the model to the document's scene, unplaced. Returns 0, or 2 with the reason
-// in `error` when the file can't be loaded as a model.
+// The `model` step: loads `path` with the DGN loader plug-in (registering it if need be),
+// gives its elements their attributes from `attributes` if there is a source, and adds
+// the model to the document's scene, unplaced. Returns 0, or 2 with the reason in `error`
+// when the file can't be loaded as a model or the source's rows can't be read; the scene
+// is then left as it was.
 int LoadModelIntoScene(ZtOpState& state, const std::wstring& path, std::string* error,
-                       ZtOpProgress* progress = nullptr);
+                       ZtOpProgress* progress = nullptr, AttributeSource* attributes = nullptr);
 
 // The DGN models of the document's scene, in load order.
 std::vector<const ZtDgnModel*> SceneModels(const ZtOpState& state);

@@ -1,5 +1,6 @@
 #include "review/OpenRoad.h"
 
+#include "review/AttributeSource.h"
 #include "review/PassProgress.h"
 #include "ztlddgn/ZtDgnLoaderPlugin.h"
 #include "ztlddgn/ZtDgnModel.h"
@@ -12,7 +13,9 @@
 #include <cmath>
 #include <cstring>
 #include <map>
+#include <memory>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -37,6 +40,10 @@ void SetParameters(ZtOpSceneSetPlugin& loader, const OpenParameters& parameters)
 // Why the host can't load the reference's file, or empty if it may try.
 std::string CannotLoad(const ZtOpSceneRef& ref, const ZtDgnLoaderPlugin* dgnLoader) {
     const ZtUWideString& loadFile = ref.GetLoadFile();
+    // An empty name (`name{}`, or one that a NUL cut to nothing) leaves no file to load
+    // whatever the input files asked for.
+    if (ref.GetSourceName().IsEmpty())
+        return "no file to load: the control file gives the model an empty name";
     if (loadFile.IsEmpty())
         return "no file to load: there is no cache file, and only cache files are asked for";
     if (ZtUSysFile::HasFileExtensionW(loadFile.GetString(), L"kvc"))
@@ -65,18 +72,24 @@ bool SamePlacement(const ZtLAffine3f& a, const ZtLAffine3f& b) {
     return true;
 }
 
-// Loads the models of a scene set's references into the document's scene and places
-// them. References to one file placed alike share its model: a control file that names
-// one model thousands of times takes its memory once. A reference that places the file
-// elsewhere (in other units, the one thing that differs between the references of one
-// control file) gets a model of its own, so that the scene shows the file in each place.
+// Where the models take their attributes from, and the first failure of a read.
+struct Attaching {
+    AttributeSource* source;
+    std::string* error;
+};
+
+// Loads the models of a scene set's references into the document's scene, gives them
+// their attributes, and places them. References to one file placed alike share its model: a control
+// file that names one model thousands of times takes its memory once. A reference that places the
+// file elsewhere (in other units, the one thing that differs between the references of one control
+// file) gets a model of its own, so that the scene shows the file in each place.
 class ModelPlacer {
 public:
     ModelPlacer(ZtOpState& state, ZtOpSceneSetPlugin& loader, void* record, ZtOpSceneSet& set,
                 ZtDgnLoaderPlugin* dgnLoader, const ZtUWideStringBuffer& folder,
-                ZtOpProgress* progress)
+                ZtOpProgress* progress, const Attaching& attaching)
         : state_(state), loader_(loader), record_(record), set_(set), dgnLoader_(dgnLoader),
-          folder_(folder), progress_(progress) {}
+          folder_(folder), progress_(progress), attaching_(attaching) {}
 
     // The model of `ref`, placed; null with the reason in `why`, and the reference left
     // unplaced. The loader places the reference (IPlaceSceneRef, which reads the model's
@@ -112,7 +125,8 @@ public:
     }
 
 private:
-    // Reads the file, resolved against the control file's folder, into the scene.
+    // Reads the file, resolved against the control file's folder, into the scene, with its
+    // attributes while no read of the source has failed.
     ZtDgnModel* Load(const ZtUWideString& loadFile, std::string* why) {
         ZtUWideStringBuffer path;
         ZtUSysFile::MakeAbsoluteW(folder_.GetString(), loadFile.GetString(), &path);
@@ -120,6 +134,8 @@ private:
             dgnLoader_->LoadModel(path.GetString(), state_.EditNameDict(), progress_, why);
         if (!model)
             return nullptr;
+        if (attaching_.source && attaching_.error->empty())
+            attaching_.source->Attach(*model, attaching_.error);
         ZtDgnModel* added = model.get();
         state_.GetRootNode()->AddChild(model.release());
         return added;
@@ -132,27 +148,35 @@ private:
     ZtDgnLoaderPlugin* dgnLoader_;
     const ZtUWideStringBuffer& folder_;
     ZtOpProgress* progress_;
+    Attaching attaching_;
     // The models of each load file; the references whose names the keys view outlive the
     // placer.
     std::map<std::wstring_view, std::vector<ZtDgnModel*>> loaded_;
 };
 
-// The files beside the control file that finishing the set imports, one progress pass
-// each.
-std::size_t CountSideFiles(const ZtUWideStringBuffer& folder, const OpenParameters& parameters) {
-    std::size_t count = 0;
-    for (ZtUSysDirHandle walk = ZtUSysFile::OpenDirW(folder.GetString()); walk.IsValid();
-         walk.Next()) {
-        ZtUSysFileInfoHandle* info = walk.OpenFileInfo();
-        const wchar_t* name = info->GetFullNameW();
-        count += (parameters.importTags && ZtUSysFile::HasFileExtensionW(name, L"tag")) ||
-                 (parameters.importDisplaySets && ZtUSysFile::HasFileExtensionW(name, L"dst"));
-        ZtUSysFile::CloseFileInfo(info);
-    }
-    return count;
-}
-
 } // namespace
+
+std::vector<std::wstring> SideFilesOf(const std::wstring& controlFile,
+                                      const OpenParameters& parameters) {
+    ZtUWideStringBuffer folder;
+    ZtUSysFile::PopPathW(controlFile.c_str(), &folder, nullptr);
+    std::vector<std::wstring> files;
+    for (const wchar_t* extension : {L"tag", L"dst"}) {
+        const bool wanted =
+            extension[0] == L't' ? parameters.importTags : parameters.importDisplaySets;
+        if (!wanted)
+            continue;
+        for (ZtUSysDirHandle walk = ZtUSysFile::OpenDirW(folder.GetString()); walk.IsValid();
+             walk.Next()) {
+            // Closed however the step ends, memory running out for the list included.
+            const std::unique_ptr<ZtUSysFileInfoHandle, void (*)(ZtUSysFileInfoHandle*)> info(
+                walk.OpenFileInfo(), ZtUSysFile::CloseFileInfo);
+            if (ZtUSysFile::HasFileExtensionW(info->GetFullNameW(), extension))
+                files.emplace_back(info->GetFullNameW());
+        }
+    }
+    return files;
+}
 
 std::optional<int> InputFilesValue(const std::string& name) {
     const char* const names[] = {"model", "cache", "either"};
@@ -164,7 +188,7 @@ std::optional<int> InputFilesValue(const std::string& name) {
 
 int OpenControlFile(ZtOpState& state, ZtOpSceneSetPlugin& loader, const std::wstring& path,
                     const OpenParameters& parameters, std::unique_ptr<OpenedSceneSet>* sceneSet,
-                    ZtOpProgress* progress) {
+                    ZtOpProgress* progress, AttributeSource* attributes, std::string* attachError) {
     // The DGN loader is there before the control file is read, so that the loader can
     // switch its option off for the models' load.
     ZtDgnLoaderPlugin* dgnLoader = ZtDgnRegisterLoaderPlugin();
@@ -176,15 +200,29 @@ int OpenControlFile(ZtOpState& state, ZtOpSceneSetPlugin& loader, const std::wst
     const int status = loader.IReadSet(ZtUWideString(path), &opened->set, &record);
     if (status != 0)
         return status;
+    // Memory that runs out in the host between the two calls still hands the record back:
+    // with nothing to finish, IFinishSet only frees it.
+    struct HandBack {
+        ZtOpSceneSetPlugin& loader;
+        void*& record;
+        ~HandBack() {
+            if (record)
+                loader.IFinishSet(record, nullptr, nullptr, nullptr);
+        }
+    } handBack{loader, record};
 
     ZtUWideStringBuffer folder;
     ZtUSysFile::PopPathW(path.c_str(), &folder, nullptr);
     const std::size_t count = opened->set.GetSceneRefs().Size();
-    const std::size_t sideFiles = CountSideFiles(folder, parameters);
-    // The bar runs once: the models share their part by count, the side files theirs.
+    opened->sideFiles = SideFilesOf(path, parameters);
+    const std::size_t sideFiles = opened->sideFiles.size();
+    // The bar runs once: the models share their part by count, the side files theirs, one
+    // pass each.
     const double modelsEnd = sideFiles == 0 ? 1.0 : 0.5;
     opened->refs.resize(count);
-    ModelPlacer placer(state, loader, record, opened->set, dgnLoader, folder, progress);
+    std::string attachFailure;
+    ModelPlacer placer(state, loader, record, opened->set, dgnLoader, folder, progress,
+                       {attributes, attachError ? attachError : &attachFailure});
     for (std::size_t i = 0; i < count; ++i) {
         ZtOpSceneRef* ref = opened->set.GetSceneRefs()[i];
         if (progress)
@@ -201,10 +239,12 @@ int OpenControlFile(ZtOpState& state, ZtOpSceneSetPlugin& loader, const std::wst
     if (progress) {
         progress->BeginSubOperation(1.0);
         PassProgress passes(*progress, sideFiles);
-        loader.IFinishSet(record, &state.EditSceneProps(), state.GetRootNode(), &passes);
+        loader.IFinishSet(std::exchange(record, nullptr), &state.EditSceneProps(),
+                          state.GetRootNode(), &passes);
         progress->EndSubOperation();
     } else {
-        loader.IFinishSet(record, &state.EditSceneProps(), state.GetRootNode(), nullptr);
+        loader.IFinishSet(std::exchange(record, nullptr), &state.EditSceneProps(),
+                          state.GetRootNode(), nullptr);
     }
     *sceneSet = std::move(opened);
     return status;

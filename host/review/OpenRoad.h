@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+class AttributeSource;
 class ZtDgnModel;
 class ZtOpProgress;
 class ZtOpSceneSetPlugin;
@@ -16,7 +17,16 @@ struct OpenParameters {
     int inputFiles = 0;            // --input-files: model 0, cache 1, either 2
     bool importTags = true;        // false with --no-tags
     bool importDisplaySets = true; // false with --no-display-sets
+    // Whether NAME.db beside NAME.dri gives the models their attributes, where the run has
+    // no source of its own (false with --no-attributes).
+    bool readAttributeDatabase = true;
 };
+
+// The files beside a control file that opening it imports: the ".tag" and ".dst" files
+// of its folder, as the parameters ask for them, in the order the loader imports them
+// (every tag file, then every display-set file, each kind in the order of the walk).
+std::vector<std::wstring> SideFilesOf(const std::wstring& controlFile,
+                                      const OpenParameters& parameters);
 
 // The value of --input-files for its name ("model", "cache", "either"), or none.
 std::optional<int> InputFilesValue(const std::string& name);
@@ -34,6 +44,8 @@ struct OpenedRef {
 struct OpenedSceneSet {
     ZtOpSceneSet set;
     std::vector<OpenedRef> refs;
+    // The files beside the control file that the loader imported, in its order.
+    std::vector<std::wstring> sideFiles;
 };
 
 // The `open` step, the host's road for a control file. The loader learns of the document
@@ -45,9 +57,13 @@ struct OpenedSceneSet {
 // scene's root, and the view it sets up becomes the document's current view. A reference
 // without a load file, with a cache file (which this host does not read), or whose file
 // is missing or no readable model is not loaded, with the reason, and is not placed.
+// With `attributes`, each model takes its elements' attributes from the source when it has
+// loaded; the first read that fails stops the attaching and goes to `attachError`, while
+// the road goes on to its end.
 //
 // Returns the status of IReadSet. With 0, `sceneSet` receives the scene set; otherwise it
 // is left alone and the document is untouched.
 int OpenControlFile(ZtOpState& state, ZtOpSceneSetPlugin& loader, const std::wstring& path,
                     const OpenParameters& parameters, std::unique_ptr<OpenedSceneSet>* sceneSet,
-                    ZtOpProgress* progress = nullptr);
+                    ZtOpProgress* progress = nullptr, AttributeSource* attributes = nullptr,
+                    std::string* attachError = nullptr);

@@ -1,8 +1,10 @@
 #pragma once
+#include "review/AttributeSource.h"
 #include "review/OpenRoad.h"
 #include "review/SelectionEvaluation.h"
 #include "ztplugin/ZtOpPluginLibrary.h"
 #include "ztplugin/ZtOpState.h"
+#include "ztutil/ZtUFileIdentity.h"
 
 #include <cstddef>
 #include <memory>
@@ -32,6 +34,16 @@ struct StepResult {
     int status = 0;
     std::vector<StepCount> counts;
     std::string message; // what went wrong, when status is not 0
+    // For a step that brings in the files beside its own (open), those it read.
+    std::optional<std::vector<std::string>> sideFiles;
+    // The attribute source the step's models took their attributes from; empty if none.
+    std::string attributeSource;
+};
+
+// A file that a step of the run read: a model, a side file, the step's own file.
+struct RunInput {
+    ZtUFileIdentity file;
+    std::string step; // "open plant.dri"
 };
 
 // One run of the host over one document: the loaded plug-in library, the document and
@@ -58,8 +70,13 @@ public:
     // may add one.
     std::vector<std::string> warnings;
     bool listedPlugins = false;
+    // The project database that every model of the run takes its attributes from, as the
+    // user named it for the whole run; null if none was.
+    std::unique_ptr<AttributeSource> attributes;
     // The scene set of the last open that read its control file.
     std::unique_ptr<OpenedSceneSet> sceneSet;
     // What the last evaluation of every selection set found.
     std::optional<std::vector<SelectionResult>> selections;
+    // The files the steps read so far, which no later step writes over.
+    std::vector<RunInput> inputs;
 };

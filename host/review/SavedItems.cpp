@@ -1,5 +1,6 @@
 #include "review/SavedItems.h"
 
+#include "ztplugin/ZtOpComment.h"
 #include "ztplugin/ZtOpRedlineTag.h"
 #include "ztplugin/ZtOpSavedItemsElement.h"
 #include "ztplugin/ZtOpView.h"
@@ -37,4 +38,14 @@ SavedItemCounts CountSavedItems(const ZtOpState& state) {
     for (SavedItemTree tree : {SavedItemTree::kSavedViews, SavedItemTree::kSelectionSets})
         WalkSavedItems(state, tree, count);
     return counts;
+}
+
+std::unordered_map<std::uint64_t, const ZtOpComment*> CommentsById(const ZtOpView& view) {
+    std::unordered_map<std::uint64_t, const ZtOpComment*> byId;
+    const auto& comments = view.GetComments();
+    byId.reserve(comments.Size());
+    // The first of a repeated identifier stays.
+    for (std::size_t i = 0; i < comments.Size(); ++i)
+        byId.emplace(comments[i]->GetId(), comments[i]);
+    return byId;
 }

@@ -2,8 +2,12 @@
 #include "ztplugin/ZtOpSavedItem.h"
 
 #include <cstddef>
+#include <cstdint>
+#include <unordered_map>
 
+class ZtOpComment;
 class ZtOpState;
+class ZtOpView;
 
 // The document's two trees of saved items.
 enum class SavedItemTree { kSavedViews, kSelectionSets };
@@ -43,3 +47,8 @@ struct SavedItemCounts {
     std::size_t selectionSets = 0;
 };
 SavedItemCounts CountSavedItems(const ZtOpState& state);
+
+// A view's comments by identifier, made once per view so that showing each tag with its
+// comment takes time in proportion to the tags: a tag's comment is the first of its view
+// with the tag's comment identifier.
+std::unordered_map<std::uint64_t, const ZtOpComment*> CommentsById(const ZtOpView& view);

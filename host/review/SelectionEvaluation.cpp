@@ -8,6 +8,19 @@
 #include "ztplugin/ZtOpState.h"
 #include "ztplugin/ZtOpTreeSelection.h"
 
+namespace {
+
+bool UsesAttributes(const ZtOpFindSpec& spec) {
+    for (std::size_t i = 0; i < spec.GetNumConditions(); ++i) {
+        const ZtUName* category = spec.GetCondition(i).GetCategory();
+        if (category && category->GetInternal().Equal("ZtDgnPDSAttributes"))
+            return true;
+    }
+    return false;
+}
+
+} // namespace
+
 std::vector<const ZtOpSelectionSet*> DocumentSelectionSets(const ZtOpState& state) {
     std::vector<const ZtOpSelectionSet*> sets;
     WalkSavedItems(state, SavedItemTree::kSelectionSets, [&sets](const ZtOpSavedItem& item, int) {
@@ -35,7 +48,7 @@ std::vector<SelectionResult> ComputeSelections(const ZtOpState& state, ZtOpProgr
     }
     std::vector<SelectionResult> results;
     for (std::size_t i = 0; i < sets.size(); ++i) {
-        SelectionResult result{sets[i]->GetName().Str(), {}};
+        SelectionResult result{sets[i]->GetName().Str(), {}, UsesAttributes(*specs[i])};
         if (i < selected.size())
             for (const ZtOpSelectedElement& e : selected[i])
                 result.elements.push_back(

@@ -21,6 +21,8 @@ struct SelectedElement {
 struct SelectionResult {
     std::wstring name;
     std::vector<SelectedElement> elements;
+    // Whether its find spec looks at element attributes (a display set's Data criteria).
+    bool usesAttributes = false;
 };
 
 // The document's selection sets, those in folders too, depth first: the order of the

@@ -36,6 +36,8 @@ public:
         const auto ordinal = static_cast<std::uint32_t>(nodes_.size());
         nodes_.push_back(node);
         parents_.push_back(stack_.empty() ? kTop : stack_.back().second);
+        // A parent is listed before its children: LinkPath climbs to ever smaller ordinals.
+        assert(parents_.back() == kTop || parents_.back() < ordinal);
         if (node->IsPartition())
             return kSkipChildren;
         if (node->IsGroup())
@@ -100,6 +102,8 @@ void ZtOcGeometryIndex::Collect(const ZtOaPartition& partition) {
             const auto& partition = *static_cast<const ZtOaPartition*>(node);
             const ZtLAffine3f& transform = partition.GetTransform();
             const ZtOcGeometryIndex& index = Of(partition);
+            // In walk order, which Search offers them in.
+            assert(nested_.empty() || nested_.back().ordinal < ordinal);
             nested_.push_back({ordinal, &index, transform.IsIdentity() ? nullptr : &transform,
                                transform.TransformBox(index.GetBounds())});
         }
@@ -107,6 +111,7 @@ void ZtOcGeometryIndex::Collect(const ZtOaPartition& partition) {
 }
 
 std::uint32_t ZtOcGeometryIndex::Build(std::uint32_t first, std::uint32_t count) {
+    assert(count > 0 && first + count <= items_.size());
     const auto at = static_cast<std::uint32_t>(hierarchy_.size());
     hierarchy_.push_back({});
     ZtLBox3f box;
@@ -134,7 +139,9 @@ std::uint32_t ZtOcGeometryIndex::Build(std::uint32_t first, std::uint32_t count)
         const double ca = Centre(a.box, axis), cb = Centre(b.box, axis);
         return ca < cb || (ca == cb && a.ordinal < b.ordinal);
     });
-    Build(first, half);
+    // FindBest finds the first child right behind its parent.
+    [[maybe_unused]] const std::uint32_t left = Build(first, half);
+    assert(left == at + 1);
     const std::uint32_t second = Build(first + half, count - half);
     hierarchy_[at] = {box, 0, 0, second, minOrdinal};
     return at;
@@ -194,6 +201,8 @@ std::uint32_t ZtOcGeometryIndex::FindBest(const ZtOcPickFrustumTraversal& pick,
         }
         for (std::uint32_t i = node.first; i < node.first + node.count; ++i) {
             const Item& item = items_[i];
+            // The tie test above pruned by this.
+            assert(node.minOrdinal <= item.ordinal);
             ++tests;
             const ZtLBox3f box = placed(item.box);
             if (!pick.IsCandidate(item.propertyBits, box))
@@ -215,8 +224,10 @@ const ZtOaPathLink& ZtOcGeometryIndex::LinkPath(std::uint32_t ordinal, const ZtO
                                                 const ZtLAffine3f* own,
                                                 std::vector<ZtOaPathLink>& links) const {
     std::vector<std::uint32_t> chain;
-    for (std::uint32_t at = ordinal; at != kNone; at = parents_[at])
+    for (std::uint32_t at = ordinal; at != kNone; at = parents_[at]) {
+        assert(chain.empty() || at < chain.back());
         chain.push_back(at);
+    }
     links.clear();
     links.reserve(chain.size());
     const ZtOaPathLink* parent = &top;

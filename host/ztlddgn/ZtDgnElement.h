@@ -59,3 +59,5 @@ inline bool ZtDgnIsGraphicType(int type) {
 inline bool ZtDgnHasTotalLength(int type) {
     return kZtDgnGroupTypes.Has(type);
 }
+// The name of a graphic element type ("line string"), or null for another type.
+const char* ZtDgnTypeName(int type);

@@ -1,5 +1,6 @@
 #include "ztlddgn/ZtDgnModel.h"
 
+#include "ztlddgn/ZtDgnAttributeStore.h"
 #include "ztlddgn/ZtDgnBytes.h"
 #include "ztlddgn/ZtDgnLinkage.h"
 #include "ztobject/ZtOaAttribute.h"
@@ -17,6 +18,7 @@ constexpr const char* kUorsPerMaster = "ZtDgnUORsPerMaster";
 constexpr const char* kDmrsAttribute = "ZtDgnDMRSAttribute";
 constexpr const char* kElementCategory = "ZtDgnElement";
 constexpr std::uint16_t kAttributesPresent = 0x0800;
+constexpr const char* kAttributeCategory = "ZtDgnPDSAttributes";
 
 ZtUData IntData(int value) {
     ZtUData data;
@@ -75,10 +77,12 @@ ZtDgnModel::ZtDgnModel(const wchar_t* path, ZtUNameDict* names)
     styleProperties_ = Numbers(styleName_, 8);
     sourceFileProperty_ = std::make_unique<ZtOaProperty>(
         ZtUName::StandardName(ZtUName::kStandardSourceFile, names_), TextData(GetName().Str()));
-    sceneProps_ = new ZtOaPropertyAttribute(names_->Find(L"DGN Scene", kSceneProps));
-    sceneProps_->EditPropertyVector().PushBack(
+    auto sceneProps =
+        std::make_unique<ZtOaPropertyAttribute>(names_->Find(L"DGN Scene", kSceneProps));
+    sceneProps->EditPropertyVector().PushBack(
         ZtOaProperty(names_->Find(L"UORs per Master Unit", kUorsPerMaster), ZtUData()));
-    AddAttribute(sceneProps_);
+    sceneProps_ = sceneProps.get();
+    AddAttribute(sceneProps.release());
     SetHeader(header_);
 }
 
@@ -188,31 +192,56 @@ void ZtDgnModel::VisitElementProperties(std::uint32_t slot, ZtOaPropertyVisitor&
     visitor.Visit(category_, GraphicGroupProperty(e.graphicGroup));
     visitor.Visit(category_, weightProperties_[static_cast<std::size_t>(e.GetWeight())]);
     visitor.Visit(category_, styleProperties_[static_cast<std::size_t>(e.GetStyle())]);
+    if (attributeStore_)
+        attributeStore_->VisitElement(slot, visitor);
+}
+
+void ZtDgnModel::AttachAttributes(std::unique_ptr<ZtDgnAttributeStore> store) {
+    if (store)
+        store->Bind(names_);
+    attributeStore_ = std::move(store);
+    // Lists made before hold the old attributes.
+    attributes_.clear();
 }
 
 // Made on first demand: a pick asks a handful of nodes, and a model of millions of
 // elements should not carry an attribute object for each.
 const ZtOaAttributeList& ZtDgnModel::ElementAttributes(std::uint32_t slot) const {
-    std::unique_ptr<ZtOaAttributeList>& list = attributes_[slot];
-    if (list)
-        return *list;
-    list = std::make_unique<ZtOaAttributeList>();
+    std::unique_ptr<ZtOaAttributeList>& cached = attributes_[slot];
+    if (cached)
+        return *cached;
+    // Built whole before it is kept: memory running out half-way must not leave a list
+    // that later picks would take for the element's own.
+    auto list = std::make_unique<ZtOaAttributeList>();
     if (const std::uint64_t dmrs = GetDmrs(slot))
         list->Add(new ZtOaNat64Attribute(kDmrsAttribute, dmrs));
-    auto* properties = new ZtOaPropertyAttribute(category_);
+    auto properties = std::make_unique<ZtOaPropertyAttribute>(category_);
+    std::unique_ptr<ZtOaPropertyAttribute> attributes;
+    if (attributeStore_ && !attributeStore_->GetElementPairs(slot).empty())
+        attributes = std::make_unique<ZtOaPropertyAttribute>(attributeStore_->GetCategory());
+    // Each property to the attribute of its category.
     struct Collect : ZtOaPropertyVisitor {
-        ZtOaPropertyVector* out;
-        void Visit(ZtUName*, const ZtOaProperty& property) override { out->PushBack(property); }
+        ZtOaPropertyAttribute* element;
+        ZtOaPropertyAttribute* attributes;
+        void Visit(ZtUName* category, const ZtOaProperty& property) override {
+            ZtOaPropertyAttribute* to = category == element->GetCategory() ? element : attributes;
+            to->EditPropertyVector().PushBack(property);
+        }
     } collect;
-    collect.out = &properties->EditPropertyVector();
+    collect.element = properties.get();
+    collect.attributes = attributes.get();
     VisitElementProperties(slot, collect);
-    list->Add(properties);
-    return *list;
+    list->Add(properties.release());
+    if (attributes)
+        list->Add(attributes.release());
+    cached = std::move(list);
+    return *cached;
 }
 
 const ZtOaAttribute* ZtDgnModel::FindElementAttribute(std::uint32_t slot, const char* name) const {
     if (!name ||
-        (std::strcmp(name, kDmrsAttribute) != 0 && std::strcmp(name, kElementCategory) != 0))
+        (std::strcmp(name, kDmrsAttribute) != 0 && std::strcmp(name, kElementCategory) != 0 &&
+         std::strcmp(name, kAttributeCategory) != 0))
         return nullptr;
     return ElementAttributes(slot).Find(name);
 }

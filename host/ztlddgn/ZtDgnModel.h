@@ -13,6 +13,7 @@
 #include <unordered_map>
 #include <vector>
 
+class ZtDgnAttributeStore;
 class ZtOaAttributeList;
 class ZtOaPropertyAttribute;
 class ZtUName;
@@ -86,6 +87,12 @@ public:
                          ZtDgnGroupNode* parent, bool* linkageOverrun);
     void FinishLoad(std::uint32_t fileElementCount);
 
+    // Gives the elements the attributes of `store` (made for this model), in place of any
+    // they had: each element whose key has rows gets the category "ZtDgnPDSAttributes".
+    void AttachAttributes(std::unique_ptr<ZtDgnAttributeStore> store);
+    // The attributes attached; null if none were.
+    const ZtDgnAttributeStore* GetAttributeStore() const { return attributeStore_.get(); }
+
     // For the element nodes.
     const ZtOaAttribute* FindElementAttribute(std::uint32_t slot, const char* name) const;
     void VisitElementProperties(std::uint32_t slot, ZtOaPropertyVisitor& visitor) const;
@@ -122,6 +129,7 @@ private:
     std::vector<ZtOaProperty> weightProperties_; // by weight
     std::vector<ZtOaProperty> styleProperties_;  // by style
     std::unique_ptr<ZtOaProperty> sourceFileProperty_;
+    std::unique_ptr<ZtDgnAttributeStore> attributeStore_;
     mutable std::unordered_map<std::uint16_t, std::unique_ptr<ZtOaProperty>> graphicGroups_;
     mutable std::unordered_map<std::uint32_t, std::unique_ptr<ZtOaAttributeList>> attributes_;
 };

@@ -53,45 +53,61 @@ struct OpenGroup {
     bool skipped;
 };
 
+// Opens `path` and reads its control block into `header`; false with the reason in `why`
+// for a file that is no design file or gives no units.
+bool ReadHeader(const wchar_t* path, ZtDgnElementStream& stream, ZtDgnModelHeader* header,
+                std::string& why) {
+    if (!stream.Open(ZtUSysString::WideToPath(path ? path : L""), &why))
+        return false;
+
+    unsigned char start[4];
+    why = CheckSignature(start, stream.Peek(start, sizeof start));
+    if (!why.empty())
+        return false;
+    ZtDgnRawElement raw;
+    if (stream.Next(&raw) != ZtDgnElementStream::kElement) {
+        why = "the control block is cut short: " + stream.Describe();
+        return false;
+    }
+    if (raw.size < kMinControlBlockBytes) {
+        why = "the control block is " + Count(raw.size, "byte", "bytes") +
+              " long; a design file's holds at least " + std::to_string(kMinControlBlockBytes);
+        return false;
+    }
+    header->dimension = (raw.bytes[1214] & 0x40) ? 3 : 2;
+    header->subunitsPerMaster = ZtDgnUInt32(raw.bytes + 1112);
+    header->uorsPerSubunit = ZtDgnUInt32(raw.bytes + 1116);
+    header->masterUnitName = UnitName(raw.bytes + 1120);
+    header->subUnitName = UnitName(raw.bytes + 1122);
+    header->globalOrigin.SetValue(ZtDgnVaxDouble(raw.bytes + 1240),
+                                  ZtDgnVaxDouble(raw.bytes + 1248),
+                                  ZtDgnVaxDouble(raw.bytes + 1256));
+    if (header->subunitsPerMaster == 0 || header->uorsPerSubunit == 0) {
+        why = "the control block gives 0 UORs per master unit (" +
+              std::to_string(header->subunitsPerMaster) + " subunits per master unit x " +
+              std::to_string(header->uorsPerSubunit) + " UORs per subunit)";
+        return false;
+    }
+    return true;
+}
+
 } // namespace
+
+bool ZtDgnProbeModel(const wchar_t* path, std::string* reason) {
+    std::string ignored;
+    ZtDgnElementStream stream;
+    ZtDgnModelHeader header;
+    return ReadHeader(path, stream, &header, reason ? *reason : ignored);
+}
 
 std::unique_ptr<ZtDgnModel> ZtDgnReadModel(const wchar_t* path, ZtUNameDict* names, bool option10,
                                            ZtOpProgress* progress, std::string* reason) {
     std::string ignored;
     std::string& why = reason ? *reason : ignored;
     ZtDgnElementStream stream;
-    if (!stream.Open(ZtUSysString::WideToPath(path ? path : L""), &why))
-        return nullptr;
-
-    unsigned char start[4];
-    why = CheckSignature(start, stream.Peek(start, sizeof start));
-    if (!why.empty())
-        return nullptr;
-    ZtDgnRawElement raw;
-    ZtDgnElementStream::Result result = stream.Next(&raw);
-    if (result != ZtDgnElementStream::kElement) {
-        why = "the control block is cut short: " + stream.Describe();
-        return nullptr;
-    }
-    if (raw.size < kMinControlBlockBytes) {
-        why = "the control block is " + Count(raw.size, "byte", "bytes") +
-              " long; a design file's holds at least " + std::to_string(kMinControlBlockBytes);
-        return nullptr;
-    }
     ZtDgnModelHeader header;
-    header.dimension = (raw.bytes[1214] & 0x40) ? 3 : 2;
-    header.subunitsPerMaster = ZtDgnUInt32(raw.bytes + 1112);
-    header.uorsPerSubunit = ZtDgnUInt32(raw.bytes + 1116);
-    header.masterUnitName = UnitName(raw.bytes + 1120);
-    header.subUnitName = UnitName(raw.bytes + 1122);
-    header.globalOrigin.SetValue(ZtDgnVaxDouble(raw.bytes + 1240), ZtDgnVaxDouble(raw.bytes + 1248),
-                                 ZtDgnVaxDouble(raw.bytes + 1256));
-    if (header.subunitsPerMaster == 0 || header.uorsPerSubunit == 0) {
-        why = "the control block gives 0 UORs per master unit (" +
-              std::to_string(header.subunitsPerMaster) + " subunits per master unit x " +
-              std::to_string(header.uorsPerSubunit) + " UORs per subunit)";
+    if (!ReadHeader(path, stream, &header, why))
         return nullptr;
-    }
 
     auto model = std::make_unique<ZtDgnModel>(path, names);
     model->SetHeader(header);
@@ -103,6 +119,8 @@ std::unique_ptr<ZtDgnModel> ZtDgnReadModel(const wchar_t* path, ZtUNameDict* nam
     std::size_t tooShort = 0;
     std::size_t linkageOverruns = 0;
     const double fileSize = static_cast<double>(stream.GetFileSize());
+    ZtDgnRawElement raw;
+    ZtDgnElementStream::Result result;
     while ((result = stream.Next(&raw)) == ZtDgnElementStream::kElement) {
         if (index == std::numeric_limits<std::uint32_t>::max()) {
             model->AddWarning("the file holds more elements than a model can count; the rest "

@@ -12,5 +12,9 @@ class ZtUNameDict;
 // short inside its elements loads the elements before the cut, with a warning in the
 // model; so do elements too short for their headers and linkages that run past their
 // element, which are passed over. `names` and `progress` may be null.
+// Whether `path` is a V7 design file whose control block gives the units, without reading
+// its elements; false with the reason in `reason`, as ZtDgnReadModel gives it.
+bool ZtDgnProbeModel(const wchar_t* path, std::string* reason);
+
 std::unique_ptr<ZtDgnModel> ZtDgnReadModel(const wchar_t* path, ZtUNameDict* names, bool option10,
                                            ZtOpProgress* progress, std::string* reason);

@@ -8,8 +8,10 @@ ZtOaPropertyAttribute::ZtOaPropertyAttribute(ZtUName* category)
       category_(category) {}
 
 void ZtOaAttributeList::Add(ZtOaAttribute* attribute) {
-    if (attribute)
-        attributes_.emplace_back(attribute);
+    // Taken with the call: an add that fails frees the attribute.
+    std::unique_ptr<ZtOaAttribute> owned(attribute);
+    if (owned)
+        attributes_.push_back(std::move(owned));
 }
 
 const ZtOaAttribute* ZtOaAttributeList::Find(const char* name) const {

@@ -59,7 +59,7 @@ private:
 // The attributes of a node, owned, in the order they were added.
 class ZtOaAttributeList {
 public:
-    // Takes ownership.
+    // Takes ownership with the call, and frees the attribute if the add fails.
     void Add(ZtOaAttribute* attribute);
     // The first attribute of that name, or null.
     const ZtOaAttribute* Find(const char* name) const;

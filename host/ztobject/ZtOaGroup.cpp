@@ -19,24 +19,50 @@ void ZtOaGroup::NoteEdit() {
 ZtOaGroup::ZtOaGroup(std::uint32_t flags, Ownership ownership)
     : ZtOaNode(flags | kGroupFlag), ownsChildren_(ownership == Ownership::kOwnsChildren) {}
 
-// Owned subtrees are taken apart with a work list, not by recursion, so that no depth of
-// nesting can exhaust the call stack.
+// Owned subtrees are taken apart without recursion, so that no depth of nesting can
+// exhaust the call stack, and without allocating, so that freeing cannot fail: the group
+// being descended into keeps the rest of the level above in its own child list, with the
+// group above it in the slot where it stood.
 ZtOaGroup::~ZtOaGroup() {
     if (!ownsChildren_)
         return;
     std::vector<ZtOaNode*> pending = std::move(children_);
-    while (!pending.empty()) {
-        ZtOaNode* node = pending.back();
-        pending.pop_back();
-        if (node->IsGroup()) {
-            auto* group = static_cast<ZtOaGroup*>(node);
-            if (group->ownsChildren_) {
-                pending.insert(pending.end(), group->children_.begin(), group->children_.end());
-                group->children_.clear();
-            }
+    ZtOaGroup* frame = nullptr; // the group whose children `pending` holds, below this one
+    for (;;) {
+        if (pending.empty()) {
+            if (!frame)
+                break;
+            ZtOaGroup* done = frame;
+            pending.swap(done->children_);
+            frame = static_cast<ZtOaGroup*>(pending.back());
+            pending.pop_back();
+            delete done;
+            continue;
         }
+        ZtOaNode* node = pending.back();
+        auto* group = node->IsGroup() ? static_cast<ZtOaGroup*>(node) : nullptr;
+        if (group && group->ownsChildren_ && !group->children_.empty()) {
+            pending.back() = frame;
+            pending.swap(group->children_);
+            frame = group;
+            continue;
+        }
+        pending.pop_back();
         delete node;
     }
+}
+
+void ZtOaGroup::AddChild(ZtOaNode* child) {
+    if (!child)
+        return;
+    try {
+        children_.push_back(child);
+    } catch (...) {
+        if (ownsChildren_)
+            delete child;
+        throw;
+    }
+    NoteEdit();
 }
 
 ZtOaNode* ZtOaGroup::GetChild(int index) const {

@@ -16,13 +16,9 @@ public:
     int GetNumChildren() const { return static_cast<int>(children_.size()); }
     // The child at `index`, or null outside the group.
     ZtOaNode* GetChild(int index) const;
-    // Appends `child`; a group that owns its children takes ownership.
-    void AddChild(ZtOaNode* child) {
-        if (child) {
-            children_.push_back(child);
-            NoteEdit();
-        }
-    }
+    // Appends `child`; a group that owns its children takes ownership with the call, and
+    // frees the child if the append fails.
+    void AddChild(ZtOaNode* child);
 
     // Takes ownership.
     void AddAttribute(ZtOaAttribute* attribute) { attributes_.Add(attribute); }

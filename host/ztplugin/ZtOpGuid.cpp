@@ -28,6 +28,12 @@ ZtOpGuid ZtOpGuid::Create() {
     return {high, low};
 }
 
+ZtOpGuidSequenceMark::ZtOpGuidSequenceMark() : mark_(sequence) {}
+
+ZtOpGuidSequenceMark::~ZtOpGuidSequenceMark() {
+    sequence = mark_;
+}
+
 std::string ZtOpGuid::ToString() const {
     std::string out;
     out.reserve(36);

@@ -26,3 +26,17 @@ private:
     std::uint64_t high_ = 0;
     std::uint64_t low_ = 0;
 };
+
+// Holds the process's sequence of GUIDs where it stands while it lives: GUIDs drawn
+// meanwhile, for a scratch document that goes before it does, leave the sequence as if
+// they had not been drawn, so that what a run shows does not depend on such work.
+class ZtOpGuidSequenceMark {
+public:
+    ZtOpGuidSequenceMark();
+    ~ZtOpGuidSequenceMark();
+    ZtOpGuidSequenceMark(const ZtOpGuidSequenceMark&) = delete;
+    ZtOpGuidSequenceMark& operator=(const ZtOpGuidSequenceMark&) = delete;
+
+private:
+    std::uint64_t mark_;
+};

@@ -46,10 +46,12 @@ public:
 
     int IsGroup() const override { return 1; }
 
-    // Appends `item`; the group owns it from here on.
+    // Appends `item`; the group owns it from the call on, and frees it if the append
+    // fails.
     void AddChild(ZtOpSavedItem* item);
     // Appends the children of `other`, which still lists them too: the caller empties it
-    // with RemoveAllChildren, so that exactly one group owns them.
+    // with RemoveAllChildren, so that exactly one group owns them. Appends all of them or,
+    // when memory runs out, none.
     void Append(ZtOpGroupItem* other);
     // Forgets every child without destroying it.
     void RemoveAllChildren() { children_.Clear(); }

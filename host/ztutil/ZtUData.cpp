@@ -87,6 +87,12 @@ void ZtUData::SetWideString(const wchar_t* value) {
     type_ = kWideString;
 }
 
+void ZtUData::TakeWideString(std::wstring&& value) {
+    Clear();
+    text_ = std::make_shared<const std::wstring>(std::move(value));
+    type_ = kWideString;
+}
+
 void ZtUData::SetName(ZtUName* name) {
     if (name)
         name->AddRef();

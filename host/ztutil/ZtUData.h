@@ -28,6 +28,8 @@ public:
     void SetUInt64(std::uint64_t value);
     void SetDouble(double value);
     void SetWideString(const wchar_t* value);
+    // Takes the text over without a copy: a long text costs its memory once.
+    void TakeWideString(std::wstring&& value);
     void SetName(ZtUName* name);
 
     // Each getter gives the value converted from the numeric kinds, and a zero value

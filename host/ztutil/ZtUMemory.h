@@ -9,4 +9,10 @@ public:
     static void* Alloc(std::size_t size);
     static void* Realloc(void* block, std::size_t size);
     static void Dealloc(void* block);
+
+    // A test that fails allocations on purpose, to prove that each failure is survived,
+    // installs a hook that is asked before every Alloc and Realloc and makes it fail by
+    // answering true. Programs leave it null.
+    using FailureHook = bool (*)();
+    static void SetFailureHook(FailureHook hook);
 };

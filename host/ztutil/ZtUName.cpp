@@ -63,6 +63,11 @@ ZtUName* ZtUNameDict::Find(const wchar_t* display, const char* internal) {
         return at->second;
     auto* name = new ZtUName(key.first.c_str(), key.second.c_str());
     name->AddRef();
-    names_.emplace(std::move(key), name);
+    try {
+        names_.emplace(std::move(key), name);
+    } catch (...) {
+        name->Release();
+        throw;
+    }
     return name;
 }

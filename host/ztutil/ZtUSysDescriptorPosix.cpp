@@ -1,9 +1,10 @@
+#include "ztutil/ZtUFileScope.h"
 #include "ztutil/ZtUSysDescriptor.h"
 #include "ztutil/ZtUSysNativePath.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <fcntl.h>
+#include <limits>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -26,6 +27,9 @@ int ZtUSysDescriptor::OpenForReading(const std::string& path) {
         errno = EISDIR;
         return -1;
     }
+    ZtUFileIdentity identity;
+    if (Identify(descriptor, &identity))
+        ZtUFileScope::RecordRead(identity);
     return descriptor;
 }
 
@@ -35,6 +39,14 @@ long long ZtUSysDescriptor::Read(int descriptor, void* buffer, std::size_t size)
         got = ::read(descriptor, buffer, size);
     } while (got < 0 && errno == EINTR);
     return got;
+}
+
+int ZtUSysDescriptor::Seek(int descriptor, unsigned long long offset) {
+    if (offset > static_cast<unsigned long long>(std::numeric_limits<off_t>::max())) {
+        errno = EINVAL;
+        return -1;
+    }
+    return ::lseek(descriptor, static_cast<off_t>(offset), SEEK_SET) < 0 ? -1 : 0;
 }
 
 long long ZtUSysDescriptor::Write(int descriptor, const void* bytes, std::size_t size) {
@@ -60,10 +72,11 @@ int ZtUSysDescriptor::Close(int descriptor) {
     return ::close(descriptor) == 0 ? 0 : errno;
 }
 
-int ZtUSysDescriptor::Replace(const std::string& from, const std::string& to) {
-    return std::rename(from.c_str(), to.c_str()) == 0 ? 0 : errno;
-}
-
-void ZtUSysDescriptor::Remove(const std::string& path) {
-    ::unlink(path.c_str());
+bool ZtUSysDescriptor::Identify(int descriptor, ZtUFileIdentity* identity) {
+    struct stat status;
+    if (::fstat(descriptor, &status) != 0)
+        return false;
+    *identity = {static_cast<std::uint64_t>(status.st_dev),
+                 static_cast<std::uint64_t>(status.st_ino)};
+    return true;
 }

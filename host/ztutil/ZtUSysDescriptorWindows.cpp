@@ -1,3 +1,4 @@
+#include "ztutil/ZtUFileScope.h"
 #include "ztutil/ZtUSysDescriptor.h"
 #include "ztutil/ZtUSysNativePath.h"
 
@@ -15,24 +16,6 @@ namespace {
 // The C library's reads and writes take an unsigned count.
 unsigned Count(std::size_t size) {
     return size > INT_MAX ? INT_MAX : static_cast<unsigned>(size);
-}
-
-// The nearest C library error number for a system error of the file functions.
-int ErrorNumber(DWORD error) {
-    switch (error) {
-    case ERROR_FILE_NOT_FOUND:
-    case ERROR_PATH_NOT_FOUND:
-        return ENOENT;
-    case ERROR_ACCESS_DENIED:
-    case ERROR_SHARING_VIOLATION:
-    case ERROR_LOCK_VIOLATION:
-        return EACCES;
-    case ERROR_DISK_FULL:
-    case ERROR_HANDLE_DISK_FULL:
-        return ENOSPC;
-    default:
-        return EIO;
-    }
 }
 
 } // namespace
@@ -54,11 +37,23 @@ int ZtUSysDescriptor::OpenForReading(const std::string& path) {
         errno = EISDIR;
         return -1;
     }
-    return ::_wopen(wide.c_str(), _O_RDONLY | _O_BINARY | _O_NOINHERIT);
+    const int descriptor = ::_wopen(wide.c_str(), _O_RDONLY | _O_BINARY | _O_NOINHERIT);
+    ZtUFileIdentity identity;
+    if (descriptor >= 0 && Identify(descriptor, &identity))
+        ZtUFileScope::RecordRead(identity);
+    return descriptor;
 }
 
 long long ZtUSysDescriptor::Read(int descriptor, void* buffer, std::size_t size) {
     return ::_read(descriptor, buffer, Count(size));
+}
+
+int ZtUSysDescriptor::Seek(int descriptor, unsigned long long offset) {
+    if (offset > static_cast<unsigned long long>(LLONG_MAX)) {
+        errno = EINVAL;
+        return -1;
+    }
+    return ::_lseeki64(descriptor, static_cast<long long>(offset), SEEK_SET) < 0 ? -1 : 0;
 }
 
 long long ZtUSysDescriptor::Write(int descriptor, const void* bytes, std::size_t size) {
@@ -80,17 +75,13 @@ int ZtUSysDescriptor::Close(int descriptor) {
     return ::_close(descriptor) == 0 ? 0 : errno;
 }
 
-// The C library's rename fails on an existing target; the system's move replaces it,
-// and waits until the move is on the device.
-int ZtUSysDescriptor::Replace(const std::string& from, const std::string& to) {
-    const std::wstring source = ZtUSysString::PathToWide(from);
-    const std::wstring target = ZtUSysString::PathToWide(to);
-    if (::MoveFileExW(source.c_str(), target.c_str(),
-                      MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
-        return 0;
-    return ErrorNumber(::GetLastError());
-}
-
-void ZtUSysDescriptor::Remove(const std::string& path) {
-    ::_wunlink(ZtUSysString::PathToWide(path).c_str());
+bool ZtUSysDescriptor::Identify(int descriptor, ZtUFileIdentity* identity) {
+    const auto handle = reinterpret_cast<HANDLE>(::_get_osfhandle(descriptor));
+    BY_HANDLE_FILE_INFORMATION information;
+    if (handle == INVALID_HANDLE_VALUE || !::GetFileInformationByHandle(handle, &information))
+        return false;
+    *identity = {information.dwVolumeSerialNumber,
+                 (static_cast<std::uint64_t>(information.nFileIndexHigh) << 32) |
+                     information.nFileIndexLow};
+    return true;
 }

@@ -1,7 +1,10 @@
 #include "ztutil/ZtUSysFile.h"
 
+#include "ztutil/ZtUFileScope.h"
+#include "ztutil/ZtUFileWriter.h"
 #include "ztutil/ZtUFormat.h"
 #include "ztutil/ZtUSysFilePlatform.h"
+#include "ztutil/ZtUSysReplacement.h"
 #include "ztutil/ZtUSysString.h"
 
 #include <algorithm>
@@ -9,6 +12,8 @@
 #include <cstdarg>
 #include <cstdlib>
 #include <cstring>
+#include <cwctype>
+#include <memory>
 #include <utility>
 
 namespace {
@@ -22,9 +27,9 @@ std::size_t LastSeparator(const std::wstring& path) {
     return path.find_last_of(L"/\\");
 }
 
-std::vector<ZtUSysFile::WriteFailure>& WriteFailures() {
-    static std::vector<ZtUSysFile::WriteFailure> failures;
-    return failures;
+std::vector<ZtUSysFile::LegacyRead>& LegacyReads() {
+    static std::vector<ZtUSysFile::LegacyRead> reads;
+    return reads;
 }
 
 // Appends the elements of `path` to `out`, a normalised path, resolving "." and ".."
@@ -62,12 +67,15 @@ ZtUSysFileInfoHandle* ZtUSysDirHandle::OpenFileInfo() const {
     return IsValid() ? new ZtUSysFileInfoHandle(entries_[at_]) : nullptr;
 }
 
-std::vector<ZtUSysFile::WriteFailure> ZtUSysFile::TakeWriteFailures() {
-    return std::exchange(WriteFailures(), {});
+std::vector<ZtUSysFile::LegacyRead> ZtUSysFile::TakeLegacyReads() {
+    return std::exchange(LegacyReads(), {});
 }
 
-void ZtUSysFile::RecordWriteFailure(const std::string& path, const std::string& reason) {
-    WriteFailures().push_back({path, reason});
+// Kept to a few, so that a process that reads many such files and never asks holds no
+// more.
+void ZtUSysFile::RecordLegacyRead(LegacyRead read) {
+    if (LegacyReads().size() < kLegacyReadsKept)
+        LegacyReads().push_back(std::move(read));
 }
 
 ZtUFile* ZtUSysFile::fopenW(const wchar_t* path, AccessMode access, CreationMode creation,
@@ -75,11 +83,25 @@ ZtUFile* ZtUSysFile::fopenW(const wchar_t* path, AccessMode access, CreationMode
                             unsigned permissions) {
     if (!path || !*path || translation != kTranslateText)
         return nullptr;
-    if (access == kAccessRead && creation == kOpenExisting)
-        return ZtUSysOpenExistingFile(path);
-    if (access == kAccessWrite && creation == kCreateAlways)
-        return ZtUSysOpenReplacement(path, permissions);
-    return nullptr;
+    if (access == kAccessRead && creation == kOpenExisting) {
+        // Held until its path is set, so that memory running out there frees the stream.
+        std::unique_ptr<ZtUFileReader> file(ZtUSysOpenExistingFile(path));
+        if (file)
+            file->SetReadPath(path);
+        return file.release();
+    }
+    if (access != kAccessWrite || creation != kCreateAlways)
+        return nullptr;
+    const std::string target = ZtUSysString::WideToPath(path);
+    int descriptor = -1;
+    std::string why;
+    std::unique_ptr<ZtUSysReplacement> replacement =
+        ZtUSysReplacement::Begin(target, permissions, &descriptor, &why);
+    if (!replacement) {
+        ZtUFileScope::RecordFailure(target, why);
+        return nullptr;
+    }
+    return new ZtUFileWriter(descriptor, std::move(replacement), target);
 }
 
 ZtUSysDirHandle ZtUSysFile::OpenDirW(const wchar_t* path) {
@@ -105,6 +127,10 @@ int ZtUSysFile::fclose(ZtUFile* file) {
     const int result = file->Close();
     delete file;
     return result;
+}
+
+void ZtUSysFile::fdiscard(ZtUFile* file) {
+    delete file;
 }
 
 int ZtUSysFile::fwprintf(ZtUFile* file, const wchar_t* format, ...) {
@@ -169,7 +195,12 @@ bool ZtUSysFile::HasFileExtensionW(const wchar_t* name, const wchar_t* extension
     if (nameLength <= extensionLength)
         return false;
     const wchar_t* tail = name + nameLength - extensionLength;
-    return tail[-1] == L'.' && ZtUSysString::WideStrncmp(tail, extension, extensionLength) == 0;
+    // Without regard to case, as the host's platform names its files.
+    return tail[-1] == L'.' &&
+           std::equal(tail, tail + extensionLength, extension, [](wchar_t a, wchar_t b) {
+               return std::towlower(static_cast<std::wint_t>(a)) ==
+                      std::towlower(static_cast<std::wint_t>(b));
+           });
 }
 
 void ZtUSysFile::MakeAbsoluteW(const wchar_t* folder, const wchar_t* path,

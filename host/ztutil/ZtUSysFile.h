@@ -1,5 +1,6 @@
 #pragma once
 #include "ztutil/ZtUFile.h"
+#include "ztutil/ZtUFileIdentity.h"
 #include "ztutil/ZtUWideString.h"
 
 #include <cstddef>
@@ -52,29 +53,40 @@ public:
     enum Permission : unsigned { kPermitRead = 0x100, kPermitWrite = 0x80 };
     static constexpr unsigned kPermitReadWrite = kPermitRead | kPermitWrite;
 
-    // A write that failed: the path as given to fopenW and the operating system's reason.
-    struct WriteFailure {
-        std::string path;
-        std::string reason;
+    // A read stream that took bytes as Windows-1252, not UTF-8: the path as given to fopenW,
+    // how many bytes, and the offset in characters of the first.
+    struct LegacyRead {
+        std::wstring path;
+        std::uint64_t bytes = 0;
+        std::uint64_t firstCharacter = 0;
     };
+    // How many legacy reads the record keeps; later ones are not recorded until it is taken.
+    static constexpr std::size_t kLegacyReadsKept = 64;
 
     // Opens a stream on a regular file (or a link to one). Reading decodes the file's
-    // text to UTF-16 units (see ZtUFile); writing encodes UTF-8. Returns null for a path
-    // that can't be opened in that mode, a directory or a device. Two modes exist: read
-    // an existing file, and write a file created or replaced (kCreateAlways); other
-    // combinations, and translations other than text, give null. Share modes and
-    // attribute flags have no meaning here.
+    // text to UTF-16 units (see ZtUFileReader); writing encodes UTF-8 (ZtUFileWriter).
+    // Returns null for a path that can't be opened in that mode, a directory or a device.
+    // Two modes exist: read an existing file, and write a file created or replaced
+    // (kCreateAlways); other combinations, and translations other than text, give null.
+    // Share modes and attribute flags have no meaning here.
     //
-    // Writing goes to a temporary file beside the target, which fclose moves into place
-    // only if everything succeeded; until then, and after any failure, the old file is
-    // as it was. `permissions` are a Permission pair (kPermitReadWrite): a new file
-    // gets 0666 (0444 without write) less the umask, a replaced file keeps its mode.
-    // Every failure of a write stream, from opening to the move, is recorded.
+    // Reading refuses a file of the kernel's /proc or /sys, which is no text of anyone's,
+    // with a warning in the innermost ZtUFileScope, and records each file read there.
+    //
+    // Writing goes to a temporary file beside the target (see ZtUSysReplacement), which
+    // fclose moves into place only if everything succeeded; until then, and after any
+    // failure, the old file is as it was. `permissions` are a Permission pair
+    // (kPermitReadWrite): a new file gets 0666 (0444 without write) less the umask, a
+    // replaced file keeps its mode, owner and group. Every failure of a write stream,
+    // from opening to the move, is recorded in the innermost ZtUFileScope.
     static ZtUFile* fopenW(const wchar_t* path, AccessMode access, CreationMode creation,
                            TranslationMode translation, ShareMode share, unsigned attributes,
                            unsigned permissions);
     // Closes and frees the stream; 0 on success, as the C library's fclose.
     static int fclose(ZtUFile* file);
+    // Frees the stream without closing it, for a caller that gives up on it: a write
+    // stream's text is thrown away and the old file stays.
+    static void fdiscard(ZtUFile* file);
 
     // The wide-character stream functions of the host, after the C library's. They are
     // inline, so that a character loop costs no call into the library per character.
@@ -84,11 +96,9 @@ public:
     static wchar_t* fgetws(wchar_t* out, int count, ZtUFile* file) {
         return file->GetLine(out, count);
     }
-    // The write failures recorded since the last call, oldest first; the record is
-    // emptied.
-    static std::vector<WriteFailure> TakeWriteFailures();
-    // Records a failure of a write stream on `path`.
-    static void RecordWriteFailure(const std::string& path, const std::string& reason);
+    // The legacy reads recorded since the last call, oldest first; the record is emptied.
+    static std::vector<LegacyRead> TakeLegacyReads();
+    static void RecordLegacyRead(LegacyRead read);
 
     // Nonzero once a read or write failed.
     static int ferror(ZtUFile* file) { return file->HasError() ? 1 : 0; }
@@ -110,8 +120,8 @@ public:
     static void RemoveFileExtensionW(const wchar_t* name, ZtUWideStringBuffer* out);
     // `path` without its directory part.
     static void RemovePathnameW(const wchar_t* path, ZtUWideStringBuffer* out);
-    // True if `name` ends in a point and `extension` (given without its point), by exact
-    // comparison.
+    // True if `name` ends in a point and `extension` (given without its point), compared
+    // without regard to case.
     static bool HasFileExtensionW(const wchar_t* name, const wchar_t* extension);
     // `path` resolved against `folder` unless it is absolute already; `path` may lie in
     // `out`. The result is normalised lexically ("." and ".." removed, elements joined by
@@ -120,6 +130,8 @@ public:
     static void MakeAbsoluteW(const wchar_t* folder, const wchar_t* path, ZtUWideStringBuffer* out);
     // True if something exists at `path`.
     static bool ExistsW(const wchar_t* path);
+    // Which file `path` leads to, through links; false if it leads to none.
+    static bool IdentifyW(const wchar_t* path, ZtUFileIdentity* identity);
 
     // The regular files of a directory; an invalid handle if it can't be read. The empty
     // path is the working directory, whose entries are named without a folder.

@@ -1,5 +1,5 @@
 #pragma once
-#include "ztutil/ZtUFile.h"
+#include "ztutil/ZtUFileReader.h"
 
 #include <cstddef>
 #include <string>
@@ -13,10 +13,7 @@
 // Windows), 0 for a relative path.
 std::size_t ZtUSysPathRootLength(std::wstring_view path);
 // A read stream on an existing regular file; null for anything else.
-ZtUFile* ZtUSysOpenExistingFile(const wchar_t* path);
-// A write stream on a new temporary file beside `target`, which the close moves into
-// place (see ZtUSysFile::fopenW); null, with the failure recorded, if it can't be made.
-ZtUFile* ZtUSysOpenReplacement(const wchar_t* target, unsigned permissions);
+ZtUFileReader* ZtUSysOpenExistingFile(const wchar_t* path);
 // The names of the regular files of `folder` (the working folder when empty), in any
 // order; false if the folder can't be read.
 bool ZtUSysRegularFileNames(const wchar_t* folder, std::vector<std::string>& names);

@@ -1,15 +1,17 @@
 #include "ztutil/ZtUSysFile.h"
 
+#include "ztutil/ZtUFileReader.h"
+#include "ztutil/ZtUFileScope.h"
+#include "ztutil/ZtUSysDescriptor.h"
 #include "ztutil/ZtUSysFilePlatform.h"
 #include "ztutil/ZtUSysString.h"
 
-#include <algorithm>
-#include <cerrno>
-#include <cstdlib>
-#include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
+#include <linux/magic.h>
+#include <memory>
 #include <sys/stat.h>
+#include <sys/statfs.h>
 #include <unistd.h>
 
 namespace {
@@ -19,9 +21,8 @@ std::string ToSystemPath(const wchar_t* path) {
 }
 
 // Opens without blocking (a FIFO would wait for a partner) and keeps regular files only.
-int OpenRegularFile(const std::string& path, int flags, mode_t permissions) {
-    const int descriptor =
-        ::open(path.c_str(), flags | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, permissions);
+int OpenRegularFile(const std::string& path) {
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
     if (descriptor < 0)
         return -1;
     struct stat status;
@@ -33,61 +34,41 @@ int OpenRegularFile(const std::string& path, int flags, mode_t permissions) {
     return descriptor;
 }
 
-// The mode of a new file for the Windows permission pair, less the umask. The umask can
-// only be read by setting it; the host creates files from one thread.
-mode_t NewFileMode(unsigned permissions) {
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    return static_cast<mode_t>((permissions & ZtUSysFile::kPermitWrite) ? 0666 : 0444) & ~mask;
+// The file systems whose files the kernel makes up as they are read (/proc, /sys and
+// their kin): no review file lives there, and some never end.
+bool IsKernelFile(int descriptor) {
+    struct statfs system;
+    if (::fstatfs(descriptor, &system) != 0)
+        return false;
+    switch (static_cast<unsigned long>(system.f_type)) {
+    case PROC_SUPER_MAGIC:
+    case SYSFS_MAGIC:
+    case DEBUGFS_MAGIC:
+    case TRACEFS_MAGIC:
+    case SECURITYFS_MAGIC:
+        return true;
+    default:
+        return false;
+    }
 }
 
 } // namespace
 
-ZtUFile* ZtUSysOpenReplacement(const wchar_t* path, unsigned permissions) {
-    const std::string target = ToSystemPath(path);
-    std::string resolved = target;
-    mode_t mode = 0;
-    struct stat status;
-    if (::stat(target.c_str(), &status) == 0) {
-        if (!S_ISREG(status.st_mode)) {
-            ZtUSysFile::RecordWriteFailure(target, S_ISDIR(status.st_mode) ? std::strerror(EISDIR)
-                                                                           : "not a regular file");
-            return nullptr;
-        }
-        mode = status.st_mode & 07777;
-        // Through a link, the file it names is replaced, not the link.
-        if (char* real = ::realpath(target.c_str(), nullptr)) {
-            resolved = real;
-            std::free(real);
-        }
-    } else if (errno == ENOENT) {
-        mode = NewFileMode(permissions);
-    } else {
-        ZtUSysFile::RecordWriteFailure(target, std::strerror(errno));
+ZtUFileReader* ZtUSysOpenExistingFile(const wchar_t* path) {
+    const std::string systemPath = ToSystemPath(path);
+    const int descriptor = OpenRegularFile(systemPath);
+    if (descriptor < 0)
         return nullptr;
-    }
-    const std::size_t slash = resolved.rfind('/');
-    const std::string folder = slash == std::string::npos ? "" : resolved.substr(0, slash + 1);
-    const std::string name = slash == std::string::npos ? resolved : resolved.substr(slash + 1);
-    std::string temporary = folder + "." + name + ".XXXXXX";
-    const int descriptor = ::mkostemp(temporary.data(), O_CLOEXEC);
-    if (descriptor < 0) {
-        ZtUSysFile::RecordWriteFailure(target, std::strerror(errno));
-        return nullptr;
-    }
-    if (::fchmod(descriptor, mode) != 0) {
-        const int error = errno;
+    if (IsKernelFile(descriptor)) {
         ::close(descriptor);
-        ::unlink(temporary.c_str());
-        ZtUSysFile::RecordWriteFailure(target, std::strerror(error));
+        ZtUFileScope::RecordWarning(systemPath +
+                                    " is a file of the kernel's (in /proc or /sys), not read");
         return nullptr;
     }
-    return new ZtUFile(descriptor, std::move(temporary), std::move(resolved), target);
-}
-
-ZtUFile* ZtUSysOpenExistingFile(const wchar_t* path) {
-    const int descriptor = OpenRegularFile(ToSystemPath(path), O_RDONLY, 0);
-    return descriptor < 0 ? nullptr : new ZtUFile(descriptor, ZtUFile::Mode::kRead);
+    ZtUFileIdentity identity;
+    if (ZtUSysDescriptor::Identify(descriptor, &identity))
+        ZtUFileScope::RecordRead(identity);
+    return new ZtUFileReader(descriptor);
 }
 
 bool ZtUSysFile::ExistsW(const wchar_t* path) {
@@ -95,18 +76,28 @@ bool ZtUSysFile::ExistsW(const wchar_t* path) {
     return path && *path && ::stat(ToSystemPath(path).c_str(), &status) == 0;
 }
 
+bool ZtUSysFile::IdentifyW(const wchar_t* path, ZtUFileIdentity* identity) {
+    struct stat status;
+    if (!path || !*path || ::stat(ToSystemPath(path).c_str(), &status) != 0)
+        return false;
+    *identity = {static_cast<std::uint64_t>(status.st_dev),
+                 static_cast<std::uint64_t>(status.st_ino)};
+    return true;
+}
+
 bool ZtUSysRegularFileNames(const wchar_t* folder, std::vector<std::string>& names) {
-    DIR* directory = ::opendir(*folder ? ToSystemPath(folder).c_str() : ".");
+    // Closed however the walk ends, memory running out for a name included.
+    const std::unique_ptr<DIR, int (*)(DIR*)> directory(
+        ::opendir(*folder ? ToSystemPath(folder).c_str() : "."), ::closedir);
     if (!directory)
         return false;
-    while (const dirent* entry = ::readdir(directory)) {
+    while (const dirent* entry = ::readdir(directory.get())) {
         // Links count as what they point to, as with fopenW.
         struct stat status;
-        if (::fstatat(::dirfd(directory), entry->d_name, &status, 0) == 0 &&
+        if (::fstatat(::dirfd(directory.get()), entry->d_name, &status, 0) == 0 &&
             S_ISREG(status.st_mode))
             names.emplace_back(entry->d_name);
     }
-    ::closedir(directory);
     return true;
 }
 

@@ -10,6 +10,8 @@
 class ZtUVoidPtrVector {
 public:
     void PushBack(void* item) { items_.push_back(item); }
+    // Makes room for `count` items in all, so that pushing up to that many cannot fail.
+    void Reserve(std::size_t count) { items_.reserve(count); }
     void PopBack() {
         if (!items_.empty())
             items_.pop_back();
@@ -33,7 +35,11 @@ private:
 // A vector that owns its items and deletes them with itself.
 template <class T> class ZtUOwnPtrVector {
 public:
-    void PushBack(T* item) { items_.emplace_back(item); }
+    // Takes `item` with the call: a push that fails frees it.
+    void PushBack(T* item) {
+        std::unique_ptr<T> owned(item);
+        items_.push_back(std::move(owned));
+    }
     T* Get(std::size_t index) const {
         return index < items_.size() ? items_[index].get() : nullptr;
     }

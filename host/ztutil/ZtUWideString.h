@@ -1,6 +1,7 @@
 #pragma once
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <utility>
 
 // Wide text. A character is one UTF-16 code unit held in a wchar_t, on every platform;
@@ -9,6 +10,15 @@
 // True for the characters the host trims: U+0009 to U+000D and U+0020.
 inline bool ZtUIsWhiteSpace(wchar_t c) {
     return c == L' ' || (c >= L'\t' && c <= L'\r');
+}
+
+// `text` without the white space at its ends, as Trim takes it off, but not copied.
+inline std::wstring_view ZtUTrimmedView(std::wstring_view text) {
+    while (!text.empty() && ZtUIsWhiteSpace(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && ZtUIsWhiteSpace(text.back()))
+        text.remove_suffix(1);
+    return text;
 }
 
 // Stored text.
@@ -96,6 +106,8 @@ public:
     ZtUWideStringTokeniser(const wchar_t* text, const wchar_t* delimiters);
 
     bool MoreTokens() const { return next_ < text_.size(); }
+    // Where in the text the next token begins.
+    std::size_t GetPosition() const { return next_; }
     // Writes the next token to `out` and returns true, or returns false when none is left.
     bool NextToken(ZtUWideStringBuffer* out);
 

@@ -29,6 +29,14 @@ if(STEP STREQUAL "tree")
     run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${PREFIX})
     # Nothing installed may lean on the build tree.
     file(GLOB_RECURSE binaries ${PREFIX}/bin/* ${PREFIX}/lib/*.so)
+    if(NOT binaries MATCHES "/lib/ztodpds/ztodpds.so")
+        message(FATAL_ERROR "no plug-in in the private folder: ${binaries}")
+    endif()
+    foreach(manual share/man/man1/pdsreview.1 share/bash-completion/completions/pdsreview)
+        if(NOT EXISTS ${PREFIX}/${manual})
+            message(FATAL_ERROR "${manual} is not installed")
+        endif()
+    endforeach()
     foreach(binary ${binaries})
         file(STRINGS ${binary} leaks REGEX "${BUILD_DIR}/bin")
         if(leaks)
@@ -46,11 +54,15 @@ elseif(STEP STREQUAL "open")
         file(WRITE ${WORK_DIR}/installed.json "${installed}")
         message(FATAL_ERROR "the installed review differs: diff ${WORK_DIR}/*.json")
     endif()
+    # The installed checker finds nothing in the installed sample.
+    run(${PREFIX}/bin/pdscheck ${PREFIX}/share/ztodpds/examples/plant/plant.dri)
 elseif(STEP STREQUAL "version")
-    run(${PREFIX}/bin/pdsreview --version)
-    if(NOT out STREQUAL "pdsreview ${VERSION}\n")
-        message(FATAL_ERROR "pdsreview --version printed '${out}'")
-    endif()
+    foreach(program pdsreview pdscheck)
+        run(${PREFIX}/bin/${program} --version)
+        if(NOT out STREQUAL "${program} ${VERSION}\n")
+            message(FATAL_ERROR "${program} --version printed '${out}'")
+        endif()
+    endforeach()
 elseif(STEP STREQUAL "consumer")
     run(${CMAKE_COMMAND} -S ${SOURCE_DIR}/tests/install/consumer -B ${WORK_DIR} -G Ninja
         -DCMAKE_CXX_COMPILER=${CXX_COMPILER} -DCMAKE_PREFIX_PATH=${PREFIX}
@@ -64,17 +76,55 @@ elseif(STEP STREQUAL "package")
     endforeach()
     set(package ${WORK_DIR}/ztodpds-${VERSION}-Linux)
     run(${CMAKE_COMMAND} -E tar tf ${package}.tar.gz)
-    expect_in("${out}" bin/pdsreview lib/ztodpds.so include/ztodpds/ztplugin/ZtOpPlugin.h
-              share/ztodpds/examples/plant/plant.dri lib/cmake/ztodpds/ztodpdsConfig.cmake)
+    expect_in("${out}" bin/pdsreview bin/pdscheck lib/ztodpds/ztodpds.so lib/ztodpds/libztutil.so
+              include/ztodpds/ztplugin/ZtOpPlugin.h share/ztodpds/examples/plant/plant.dri
+              lib/cmake/ztodpds/ztodpdsConfig.cmake share/doc/ztodpds/LICENSE
+              share/doc/ztodpds/copyright share/doc/ztodpds/changelog.gz)
     file(GLOB deb ${WORK_DIR}/ztodpds_${VERSION}_*.deb)
     run(dpkg-deb -c ${deb})
-    expect_in("${out}" ./usr/bin/pdsreview ./usr/lib/ztodpds.so ./usr/lib/libztplugin.so
-              ./usr/include/ztodpds/ztplugin/ZtOpPlugin.h ./usr/share/ztodpds/README.md
+    expect_in("${out}" ./usr/bin/pdsreview ./usr/bin/pdscheck ./usr/lib/ztodpds/ztodpds.so
+              ./usr/lib/ztodpds/libztplugin.so
+              ./usr/lib/ztodpds/libztpdsdb.so ./usr/share/ztodpds/examples/plant/plant.db
+              ./usr/include/ztodpds/ztplugin/ZtOpPlugin.h
+              ./usr/share/doc/ztodpds/README.md ./usr/share/doc/ztodpds/formats.md
+              ./usr/share/doc/ztodpds/copyright
+              ./usr/share/doc/ztodpds/changelog.gz ./usr/share/lintian/overrides/ztodpds
               ./usr/share/ztodpds/examples/plant/plant.dri
+              ./usr/share/man/man1/pdsreview.1.gz ./usr/share/man/man1/pdscheck.1.gz
+              ./usr/share/bash-completion/completions/pdsreview
+              ./usr/share/bash-completion/completions/pdscheck
               ./usr/lib/cmake/ztodpds/ztodpdsConfigVersion.cmake)
+    # Debian's packages point to the system's copy of the licence.
+    if(out MATCHES "LICENSE")
+        message(FATAL_ERROR "the .deb holds a copy of the licence:\n${out}")
+    endif()
     run(dpkg-deb -I ${deb})
     expect_in("${out}" "Package: ztodpds\n" "Version: ${VERSION}\n" "Maintainer: ztodpds"
-              "Depends: libc6, libstdc++6, libgcc-s1\n" "Description: Plant design review")
+              "Homepage: https://" "Description: plant design review")
+    # Versioned dependencies, and no maintainer scripts: the private libraries need no
+    # ldconfig.
+    if(NOT out MATCHES "Depends: libc6 \\(>= [0-9.]+\\), [^\n]*libstdc\\+\\+6 \\(>= [0-9.]+\\)")
+        message(FATAL_ERROR "unversioned dependencies:\n${out}")
+    endif()
+    foreach(library libsqlite3-0 libpq5)
+        if(NOT out MATCHES "Depends: [^\n]*${library} \\(>= [0-9][^)]*\\)")
+            message(FATAL_ERROR "no versioned dependency on ${library}:\n${out}")
+        endif()
+    endforeach()
+    if(out MATCHES "postinst|postrm")
+        message(FATAL_ERROR "the .deb has maintainer scripts:\n${out}")
+    endif()
+elseif(STEP STREQUAL "lintian")
+    # What Debian's checker says of the package the package step made: no error and no
+    # warning; what it is told to pass over, it passes over for a reason written beside.
+    file(GLOB deb ${WORK_DIR}/../package/ztodpds_${VERSION}_*.deb)
+    if(NOT deb)
+        message(FATAL_ERROR "no .deb in ${WORK_DIR}/../package")
+    endif()
+    run(lintian --fail-on error,warning ${deb})
+    if(out MATCHES "(^|\n)[EW]: ")
+        message(FATAL_ERROR "lintian:\n${out}")
+    endif()
 else()
     message(FATAL_ERROR "unknown step '${STEP}'")
 endif()

@@ -23,6 +23,15 @@ std::string ReadAll(const std::string& path) {
 
 } // namespace
 
+std::string PdsReviewProgram() {
+    return ZT_BIN_DIR "/pdsreview";
+}
+
+ProgramRun RunShellWithPdsReview(const std::string& folder, const std::string& command) {
+    return RunProgram("/bin/sh",
+                      {"-c", "cd '" + folder + "' && PATH='" ZT_BIN_DIR "':$PATH && " + command});
+}
+
 ProgramRun RunProgram(const std::string& program, const std::vector<std::string>& args) {
     // Files rather than pipes, so that a large output can't stall the child.
     char outPath[] = "/tmp/zt_run_out_XXXXXX";

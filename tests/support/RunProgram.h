@@ -11,6 +11,12 @@ struct ProgramRun {
     std::uint64_t peakBytes = 0; // the child's peak resident memory
 };
 
+// The pdsreview of this build.
+std::string PdsReviewProgram();
+
+// Runs a shell command in `folder` with the built pdsreview first on the path.
+ProgramRun RunShellWithPdsReview(const std::string& folder, const std::string& command);
+
 // Runs `program` with `args` (no shell), with standard input closed, and collects both
 // output streams.
 ProgramRun RunProgram(const std::string& program, const std::vector<std::string>& args);

@@ -1,7 +1,9 @@
 #include "displaysets/ZtOdPdsDisplaySetFile.h"
 
 #include "displaysets/ZtOdPdsDefinitionSection.h"
+#include "readers/ZtOdPdsDstContext.h"
 #include "readers/ZtOdPdsLineTests.h"
+#include "rules/ZtOdPdsRuleReporter.h"
 #include "ztutil/ZtUWideString.h"
 
 ZtOdPdsDisplaySetFile::~ZtOdPdsDisplaySetFile() = default;
@@ -14,6 +16,8 @@ void ZtOdPdsDisplaySetFile::CloseSection() {
 }
 
 int ZtOdPdsDisplaySetFile::Line(ZtUWideStringBuffer& line) {
+    if (ZtOdPdsRuleReporter* reporter = GetContext() ? GetContext()->reporter : nullptr)
+        ReportLine(*reporter, line);
     if (ZtOdPdsIsSectionLine(line)) {
         CloseSection();
         if (line == L"[DEFINITION SECTION]") {
@@ -24,6 +28,17 @@ int ZtOdPdsDisplaySetFile::Line(ZtUWideStringBuffer& line) {
         section_->Line(line);
     }
     return 1;
+}
+
+void ZtOdPdsDisplaySetFile::ReportLine(ZtOdPdsRuleReporter& reporter,
+                                       const ZtUWideStringBuffer& line) const {
+    reporter.NearMiss(line, L"[DEFINITION SECTION]", ZtOdPdsCheck::kSection);
+    if (ZtOdPdsIsSectionLine(line))
+        reporter.Report(ZtOdPdsCheck::kFactSection, reporter.At(), line.Str());
+    else if (!section_ && ZtOdPdsLineStartsWith(line, L"<Display Set>", nullptr))
+        reporter.Report(ZtOdPdsCheck::kSetOutsideSection, reporter.At(), line.Str());
+    else if (!section_)
+        reporter.OutsideSection(line);
 }
 
 int ZtOdPdsDisplaySetFile::End() {

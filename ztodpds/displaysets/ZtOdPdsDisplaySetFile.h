@@ -3,6 +3,7 @@
 
 #include <memory>
 
+class ZtOdPdsRuleReporter;
 class ZtOpProgress;
 
 // The second pass over a display-set file: finds the section lines and hands the lines of
@@ -22,6 +23,8 @@ public:
 private:
     // Ends and destroys the open section, if one is read.
     void CloseSection();
+    // What a reporting read says of a line before it is read.
+    void ReportLine(ZtOdPdsRuleReporter& reporter, const ZtUWideStringBuffer& line) const;
 
     int total_;
     ZtOpProgress* progress_;

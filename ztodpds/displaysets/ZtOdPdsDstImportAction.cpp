@@ -8,8 +8,11 @@
 #include "readers/ZtOdPdsTextFile.h"
 #include "rules/ZtOdPdsCriterion.h"
 #include "rules/ZtOdPdsLimits.h"
+#include "rules/ZtOdPdsRuleReporter.h"
 #include "ztplugin/ZtOpSavedItemsElement.h"
 #include "ztplugin/ZtOpState.h"
+
+#include <optional>
 
 int ZtOdPdsDstImportAction::Perform(const wchar_t* path, ZtOpProgress* progress) {
     if (!path)
@@ -32,10 +35,16 @@ int ZtOdPdsDstImportAction::Perform(const wchar_t* path, ZtOpProgress* progress)
     context.names = state_->EditNameDict();
     context.folder = &folder_;
     context.conditionsLeft = kZtOdPdsMaxFileConditions;
+    // A reporting read keeps the line pump's place for the consumers to say where they
+    // are.
+    ZtOdPdsLineSpot spot{diagnostics_, path, {}};
+    std::optional<ZtOdPdsRuleReporter> reporter;
+    if (diagnostics_)
+        context.reporter = &reporter.emplace(spot);
     ZtOdPdsDisplaySetFile sets(&context, counter.GetCount(), progress);
     if (!file.Open(path))
         return kZtOdPdsNoFile;
-    const int read = file.ReadLines(sets);
+    const int read = diagnostics_ ? file.ReadLines(sets, spot) : file.ReadLines(sets);
     file.Close();
     return read ? kZtOdPdsOk : kZtOdPdsNoState;
 }

@@ -3,6 +3,7 @@
 #include "ztplugin/ZtOpSavedItem.h"
 #include "ztutil/ZtUComponent.h"
 
+class ZtOdPdsDiagnostics;
 class ZtOpSelectionSetsElement;
 class ZtOpState;
 
@@ -24,6 +25,10 @@ public:
 
     const ZtOpFolderItem& GetFolder() const { return folder_; }
 
+    // The files read from now on report what becomes of their lines to `diagnostics`
+    // (not owned; null: nothing is reported).
+    void SetDiagnostics(ZtOdPdsDiagnostics* diagnostics) { diagnostics_ = diagnostics; }
+
     static ZtUComponent& GetComponent();
     static int StartComponent();
     static int EndComponent();
@@ -31,4 +36,5 @@ public:
 private:
     ZtOpState* state_;
     ZtOpFolderItem folder_;
+    ZtOdPdsDiagnostics* diagnostics_ = nullptr;
 };

@@ -3,6 +3,7 @@
 #include "displaysets/ZtOdPdsDstImportAction.h"
 #include "displaysets/ZtOdPdsWalkDirectory.h"
 #include "loader/ZtOdPdsDriLoadRecord.h"
+#include "loader/ZtOdPdsDriReporter.h"
 #include "loader/ZtOdPdsDriValues.h"
 #include "plugin/ZtOdPdsComponents.h"
 #include "plugin/ZtOdPdsGuard.h"
@@ -24,6 +25,9 @@
 #include "ztutil/ZtUSysFile.h"
 
 #include <memory>
+#include <optional>
+#include <string_view>
+#include <utility>
 
 namespace {
 
@@ -129,18 +133,34 @@ int ZtOdPdsDriLoaderPlugin::ReadSet(const ZtUWideString& path, ZtOpSceneSet* set
     ZtOdPdsBlockFileSource source(0);
     if (!source.Open(path.GetString()))
         return kZtOdPdsUnreadableSet;
+    std::optional<ZtOdPdsDriReporter> reporter;
+    if (diagnostics_)
+        reporter.emplace(*diagnostics_, path.GetString()).Preamble();
     ZtUWideStringBuffer name;
-    if (!source.ReadName(&name))
+    if (!(reporter ? source.ReadName(&name, reporter->Tracker()) : source.ReadName(&name))) {
+        if (reporter)
+            reporter->NotControlFile(nullptr);
         return kZtOdPdsUnreadableSet;
-    if (!(name == L"DesignReview_Control"))
+    }
+    if (!(name == L"DesignReview_Control")) {
+        if (reporter)
+            reporter->NotControlFile(&name);
         return kZtOdPdsNotAControlFile;
+    }
 
     auto loadRecord = std::make_unique<ZtOdPdsDriLoadRecord>(path);
     // Up to the enclosing block's closing brace or the end of the file; a block that the
     // file ends in is dropped.
     ZtOdPdsBlock block;
-    while (source.NextBlock(&block))
-        ReadBlock(block, *loadRecord, set);
+    if (reporter) {
+        reporter->Enclosed();
+        while (source.NextBlock(&block, reporter->Tracker()))
+            ReadBlock(block, *loadRecord, set, &*reporter);
+        reporter->EndRead(source, block);
+    } else {
+        while (source.NextBlock(&block))
+            ReadBlock(block, *loadRecord, set, nullptr);
+    }
     savedDgnOption_ = SetDgnLoaderOption(0);
     source.Close();
     if (record)
@@ -149,9 +169,13 @@ int ZtOdPdsDriLoaderPlugin::ReadSet(const ZtUWideString& path, ZtOpSceneSet* set
 }
 
 void ZtOdPdsDriLoaderPlugin::ReadBlock(ZtOdPdsBlock& block, const ZtOdPdsDriLoadRecord& record,
-                                       ZtOpSceneSet* set) {
+                                       ZtOpSceneSet* set, ZtOdPdsDriReporter* reporter) {
     const ZtUWideStringBuffer& key = block.GetName();
+    if (reporter)
+        reporter->BlockRead(block);
     if (key == L"dgn") {
+        if (reporter)
+            return ReadModelReported(block, record, set, *reporter);
         // Only the first `name` counts; whatever stands before or behind it is passed
         // over unread. The block's value goes before the reference takes its two copies
         // of the name, so that a long name is held three times at most, not four.
@@ -175,6 +199,32 @@ void ZtOdPdsDriLoaderPlugin::ReadBlock(ZtOdPdsBlock& block, const ZtOdPdsDriLoad
         if (set)
             set->SetLinearUnits(masterUnit_);
     }
+}
+
+// A reporting read takes the same first `name`, and reads every other child to say that
+// it is not read.
+void ZtOdPdsDriLoaderPlugin::ReadModelReported(ZtOdPdsBlock& block,
+                                               const ZtOdPdsDriLoadRecord& record,
+                                               ZtOpSceneSet* set, ZtOdPdsDriReporter& reporter) {
+    ZtOdPdsBlockTracker tracker = reporter.ValueTracker();
+    ZtOdPdsBlock child;
+    std::optional<ZtOdPdsBlock> name;
+    ZtOdPdsSourcePosition nameAt;
+    while (block.NextChild(&child, tracker)) {
+        if (!name && child.GetName() == L"name") {
+            name.emplace(std::move(child));
+            nameAt = tracker.ValueAt();
+        } else {
+            reporter.ModelChild(child, tracker.NameAt());
+        }
+    }
+    if (!name)
+        return reporter.ModelNamed(nullptr, {});
+    // As on the plain path, the value goes before the reference copies the name.
+    block.ReleaseValue();
+    const std::wstring_view text = ZtUTrimmedView(name->GetValue().Str());
+    reporter.ModelNamed(&text, nameAt);
+    AddSceneRef(name->GetValue(), record, set);
 }
 
 void ZtOdPdsDriLoaderPlugin::AddSceneRef(const ZtUWideStringBuffer& value,
@@ -203,7 +253,8 @@ void ZtOdPdsDriLoaderPlugin::AddSceneRef(const ZtUWideStringBuffer& value,
         hasCache = ZtUSysFile::ExistsW(cache.GetString());
     }
 
-    auto* ref = new ZtOpSceneRef;
+    // Held until the set takes it, so that running out of memory on the way frees it.
+    std::unique_ptr<ZtOpSceneRef> ref(new ZtOpSceneRef);
     if (hasCache)
         ref->SetLoadFile(cache.GetString());
     else if (inputFiles_ != ztodpds_dri_input_files_cache)
@@ -211,37 +262,43 @@ void ZtOdPdsDriLoaderPlugin::AddSceneRef(const ZtUWideStringBuffer& value,
     ref->SetSourceName(name.GetString());
     ref->SetLinearUnits(masterUnit_);
     ref->SetLoadKind(kLoadKindModel);
-    set->EditSceneRefs().PushBack(ref);
+    set->EditSceneRefs().PushBack(ref.release());
 }
 
 int ZtOdPdsDriLoaderPlugin::IFinishSet(void* record, ZtOpSceneProps* props,
                                        ZtOaPartition* partition, ZtOpProgress* progress) {
-    auto* loadRecord = static_cast<ZtOdPdsDriLoadRecord*>(record);
-    if (props && partition) {
-        SetDgnLoaderOption(savedDgnOption_);
+    // The record goes whatever happens on the way, memory running out in the host included.
+    const std::unique_ptr<ZtOdPdsDriLoadRecord> loadRecord(
+        static_cast<ZtOdPdsDriLoadRecord*>(record));
+    if (!props || !partition)
+        return kZtOdPdsOk;
+    SetDgnLoaderOption(savedDgnOption_);
+    const bool viewReady = ZtOdPdsGuard(false, [&] {
         ZtNvViewPoint* viewPoint = props->EditCurrentView()->EditViewPoint();
         viewPoint->SetWorldUp(ZtLUnitVec3f::Z());
         viewPoint->SetParts(viewPoint->GetParts() | kWorldUpPart);
         ZtOpScene::DefaultInitializeViewPoint(viewPoint, partition);
-        if (loadRecord && state_) {
-            // The side files are extras: when they fail, the scene stands all the same.
-            ZtOdPdsGuard(false, [&] {
-                if (importTags_)
-                    ImportTags(*loadRecord, *props, partition, progress);
-                if (importDisplaySets_)
-                    ImportDisplaySets(*loadRecord, *props, progress);
-                return true;
-            });
-        }
+        return true;
+    });
+    if (viewReady && loadRecord && state_) {
+        // The side files are extras: when they fail, the scene stands all the same.
+        ZtOdPdsGuard(false, [&] {
+            if (importTags_)
+                ImportTags(*loadRecord, *props, partition, progress);
+            if (importDisplaySets_)
+                ImportDisplaySets(*loadRecord, *props, progress);
+            return true;
+        });
     }
-    delete loadRecord;
     return kZtOdPdsOk;
 }
 
 void ZtOdPdsDriLoaderPlugin::ImportTags(const ZtOdPdsDriLoadRecord& record, ZtOpSceneProps& props,
                                         ZtOaPartition* partition, ZtOpProgress* progress) {
     ZtOdPdsTagImportAction action(state_, partition);
+    action.SetDiagnostics(diagnostics_);
     ZtOdPdsWalkDirectory(record.directory.GetString(), L"tag", &action, progress);
+    action.FinishReport();
     if (ZtOpSavedViewsElement* views = ZtOpSavedViewsElement::Require(props))
         action.AppendTo(views);
     // Both next ids go past the highest id read, whatever the element held before.
@@ -252,6 +309,7 @@ void ZtOdPdsDriLoaderPlugin::ImportTags(const ZtOdPdsDriLoadRecord& record, ZtOp
 void ZtOdPdsDriLoaderPlugin::ImportDisplaySets(const ZtOdPdsDriLoadRecord& record,
                                                ZtOpSceneProps& props, ZtOpProgress* progress) {
     ZtOdPdsDstImportAction action(state_);
+    action.SetDiagnostics(diagnostics_);
     ZtOdPdsWalkDirectory(record.directory.GetString(), L"dst", &action, progress);
     if (ZtOpSelectionSetsElement* sets = ZtOpSelectionSetsElement::Require(props))
         action.AppendTo(sets);

@@ -9,6 +9,8 @@
 
 struct ZtOdPdsDriLoadRecord;
 class ZtOdPdsBlock;
+class ZtOdPdsDiagnostics;
+class ZtOdPdsDriReporter;
 
 // Which file a scene reference loads for a model of a control file. The cache file is the
 // model's path with the extension ".kvc", beside the model.
@@ -66,6 +68,10 @@ public:
 
     ZtOpState* GetState() const { return state_; }
 
+    // The control files and side files read from now on report what becomes of their
+    // contents to `diagnostics` (not owned; null: nothing is reported).
+    void SetDiagnostics(ZtOdPdsDiagnostics* diagnostics) { diagnostics_ = diagnostics; }
+
     // The class's component.
     static int StartComponent();
     static int EndComponent();
@@ -75,7 +81,11 @@ private:
     // IReadSet's work, which may throw.
     int ReadSet(const ZtUWideString& path, ZtOpSceneSet* set, void** record);
     // Acts on one block inside the enclosing one; reads the children of a `dgn` block.
-    void ReadBlock(ZtOdPdsBlock& block, const ZtOdPdsDriLoadRecord& record, ZtOpSceneSet* set);
+    // `reporter`, if not null, hears what becomes of it.
+    void ReadBlock(ZtOdPdsBlock& block, const ZtOdPdsDriLoadRecord& record, ZtOpSceneSet* set,
+                   ZtOdPdsDriReporter* reporter);
+    void ReadModelReported(ZtOdPdsBlock& block, const ZtOdPdsDriLoadRecord& record,
+                           ZtOpSceneSet* set, ZtOdPdsDriReporter& reporter);
     void AddSceneRef(const ZtUWideStringBuffer& name, const ZtOdPdsDriLoadRecord& record,
                      ZtOpSceneSet* set) const;
     // The side files of the control file's folder, each kind read by one action and then
@@ -98,6 +108,7 @@ private:
     bool importTags_ = true;
     bool importDisplaySets_ = true;
     ZtOpState* state_ = nullptr;
+    ZtOdPdsDiagnostics* diagnostics_ = nullptr;
 
     static ZtUComponent component_;
 };

@@ -1,11 +1,29 @@
 #include "readers/ZtOdPdsBlock.h"
 
 #include "readers/ZtOdPdsBlockReader.h"
+#include "readers/ZtOdPdsBlockTracker.h"
 
 #include <algorithm>
 #include <limits>
 
+// Out of line, so that the readers' character loops stay small enough to be inlined whole.
+void ZtOdPdsBlock::SetName(const wchar_t* text, std::size_t length) {
+    name_.SetString(text, length);
+    name_.Trim();
+}
+
 int ZtOdPdsBlock::NextChild(ZtOdPdsBlock* child) {
+    return ReadChild<false>(child, nullptr);
+}
+
+int ZtOdPdsBlock::NextChild(ZtOdPdsBlock* child, ZtOdPdsBlockTracker& tracker) {
+    return ReadChild<true>(child, &tracker);
+}
+
+// The plain read and the tracked one are two loops, so that the plain one pays nothing for
+// the tracking.
+template <bool kTracked>
+int ZtOdPdsBlock::ReadChild(ZtOdPdsBlock* child, ZtOdPdsBlockTracker* tracker) {
     if (!child || child == this)
         return 0;
     child->AddFlags(flags_);
@@ -20,11 +38,22 @@ int ZtOdPdsBlock::NextChild(ZtOdPdsBlock* child) {
     // A closing brace with nothing open (kUnmatchedClose) is passed over: what follows it
     // is gathered below depth 0 and makes no block unless later braces make up for it.
     while (at < end) {
+        int fed;
+        if constexpr (kTracked)
+            fed = tracker->Feed(reader, value[at]);
+        else
+            fed = reader.FeedNext();
         ++at;
-        if (reader.FeedNext() == ZtOdPdsBlockReader::kComplete) {
+        if (fed == ZtOdPdsBlockReader::kComplete) {
             result = 1;
             break;
         }
+    }
+    if constexpr (kTracked) {
+        if (result)
+            tracker->Completed();
+        else
+            tracker->Stopped(reader, ZtOdPdsBlockReader::kContinue);
     }
     cursor_ = static_cast<std::int32_t>(at);
     return result;

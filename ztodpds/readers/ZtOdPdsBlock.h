@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <utility>
 
+class ZtOdPdsBlockTracker;
+
 // Block flag: an opening brace right behind the letters "text" starts a counted value,
 // whose body may hold unbalanced braces.
 constexpr std::uint32_t ZtOdPdsCountedText = 1;
@@ -14,10 +16,7 @@ class ZtOdPdsBlock {
 public:
     const ZtUWideStringBuffer& GetName() const { return name_; }
     // Takes the name trimmed at both ends.
-    void SetName(const wchar_t* text, std::size_t length) {
-        name_.SetString(text, length);
-        name_.Trim();
-    }
+    void SetName(const wchar_t* text, std::size_t length);
     const ZtUWideStringBuffer& GetValue() const { return value_; }
     void SetValue(const wchar_t* text, std::size_t length) { value_.SetString(text, length); }
 
@@ -52,8 +51,12 @@ public:
     // block), which gets this block's flags too. Returns 1, or 0 once the value holds no
     // further block.
     int NextChild(ZtOdPdsBlock* child);
+    // The same read, followed by `tracker`, which stands where the cursor stands.
+    int NextChild(ZtOdPdsBlock* child, ZtOdPdsBlockTracker& tracker);
 
 private:
+    template <bool kTracked> int ReadChild(ZtOdPdsBlock* child, ZtOdPdsBlockTracker* tracker);
+
     ZtUWideStringBuffer name_;
     ZtUWideStringBuffer value_;
     std::int32_t cursor_ = 0;

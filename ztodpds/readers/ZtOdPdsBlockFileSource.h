@@ -2,6 +2,7 @@
 #include <cstdint>
 
 class ZtOdPdsBlock;
+class ZtOdPdsBlockTracker;
 class ZtUFile;
 class ZtUWideStringBuffer;
 
@@ -26,10 +27,18 @@ public:
     // Reads the next complete block. Returns 1, or 0 at the end of the input or at a
     // closing brace with no block open; an unfinished block keeps the name it reached.
     int NextBlock(ZtOdPdsBlock* block);
+    // The same reads, followed by `tracker`, which learns where each block stands and why
+    // a read stopped, and reports what the reader throws away on the way.
+    int ReadName(ZtUWideStringBuffer* out, ZtOdPdsBlockTracker& tracker);
+    int NextBlock(ZtOdPdsBlock* block, ZtOdPdsBlockTracker& tracker);
 
     std::uint32_t GetFlags() const { return flags_; }
 
 private:
+    // The reads, with a tracker or (null) without.
+    int ReadNameTracked(ZtUWideStringBuffer* out, ZtOdPdsBlockTracker* tracker);
+    int NextBlockTracked(ZtOdPdsBlock* block, ZtOdPdsBlockTracker* tracker);
+
     ZtUFile* file_ = nullptr;
     std::uint32_t flags_;
 };

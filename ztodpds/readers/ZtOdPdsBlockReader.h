@@ -1,10 +1,13 @@
 #pragma once
 #include "readers/ZtOdPdsBlock.h"
+#include "ztutil/ZtUWideString.h"
 
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <cwchar>
 #include <cwctype>
+#include <string_view>
 
 // The parts of the block reader that do not depend on where its characters come from.
 class ZtOdPdsBlockReaderBase {
@@ -16,20 +19,93 @@ public:
         // A closing brace came with no block open.
         kUnmatchedClose = 3,
     };
+    // The longest name, trimmed, that a reader of a file gathers: no key comes near it. A
+    // longer one is dropped as it is read, and its block reads as one without a name.
+    static constexpr std::size_t kMaxNameLength = std::size_t{1} << 20;
 
 protected:
+    // How much of the text being gathered a reader holds.
+    enum class Held : std::uint8_t {
+        kAll,
+        // All up to a NUL, behind which nothing counts.
+        kToNul,
+        // A name of the longest length, and white space behind it that the trim drops.
+        kToSpace,
+        // A name longer than the longest, which is dropped.
+        kOverlong,
+        // Nothing: memory ran short, and the block is skipped at its end.
+        kStarved,
+    };
+
+    // What a reader holds of text it no longer gathers: how much, and how many letters of
+    // "text" the characters fed end with, for the counted-text test.
+    struct Holding {
+        Held held;
+        std::uint32_t textMatched;
+    };
+    // The holding after `c`: inline, as a reader may hold a file's worth of characters.
+    // Only the letter t both begins and ends "text", so a mismatch falls back to it.
+    static Holding Hold(Holding holding, wchar_t c) {
+        std::uint32_t& matched = holding.textMatched;
+        if (c == L't')
+            matched = matched == 3 ? 4 : 1;
+        else if ((c == L'e' && matched == 1) || (c == L'x' && matched == 2))
+            ++matched;
+        else
+            matched = 0;
+        // White space behind a full name is trimmed away; anything else makes it too long.
+        if (holding.held == Held::kToSpace && !ZtUIsWhiteSpace(c))
+            holding.held = c == L'\0' ? Held::kToNul : Held::kOverlong;
+        return holding;
+    }
+    // The text a reader has gathered into its buffer, as one value, so that the rarer
+    // steps of gathering can be out of line without the reader's address.
+    struct Gathering {
+        wchar_t* buffer;
+        std::size_t length;
+        std::size_t capacity;
+        // Up to here Append stores with no further test: nothing while the text is held
+        // in part, else to the end of the buffer or of the longest name.
+        std::size_t end;
+        Holding holding;
+    };
+    // How a reader's text is bounded: text read from memory is bounded by that memory
+    // already. Text read from a file holds nothing behind a NUL, and a name read from a
+    // file no more than the longest name.
+    enum class Limits : std::uint8_t { kNone, kFile, kFileName };
+    // Gathers `c` where Append can't at once: into a grown buffer, or into the holding
+    // once the text must not or can't grow. A reader of a file looks for a NUL only here,
+    // in all it gathered: the buffer grows by half each time, so each character is looked
+    // at a few times at most.
+    static Gathering AppendSlowly(Gathering gathering, wchar_t c, Limits limits);
+    // Where the gathering's end lies.
+    static std::size_t EndOf(Held held, std::size_t capacity, Limits limits) {
+        if (held != Held::kAll)
+            return 0;
+        if (limits != Limits::kFileName)
+            return capacity;
+        return capacity < kMaxNameLength ? capacity : kMaxNameLength;
+    }
+
     struct Buffer {
         wchar_t* text;
         std::size_t capacity;
     };
-    // The buffer's memory comes from ZtUMemory; these take and give values only, so that
-    // the reader's address never leaves it. Growing adds half the capacity; when memory
-    // is short the old buffer stays and the character is dropped.
+    // The buffer's memory comes from ZtUMemory. These, like the gathering's, take and give
+    // values only, so that the reader's address never leaves it. Growing adds half the capacity;
+    // when memory is short the old buffer stays and the character is dropped.
     static Buffer Allocate();
     static Buffer Grow(Buffer buffer);
     // A buffer holding `length` characters of `text` and room to grow.
     static Buffer Copy(const wchar_t* text, std::size_t length);
     static void Free(wchar_t* text);
+
+private:
+    // What a name at the longest holds when `c` comes: the name as it is, unless `c` makes
+    // it longer.
+    static Held HoldFullName(wchar_t c);
+    // Holding starts as `held`, after the last characters gathered and then `c`.
+    static Holding StartHolding(Held held, const wchar_t* text, std::size_t length, wchar_t c);
 };
 
 // The character machine of the `name{value}` syntax, for one block: it gathers text,
@@ -41,9 +117,16 @@ protected:
 // Counts and pass-through are unsigned 32-bit numbers: a count of 0 or 1 wraps and lets
 // the rest of the input through as text, and so do counts too long for 32 bits.
 //
+// What a reader of a file holds stays in proportion to what can matter: nothing behind a
+// NUL counts in a name or value, and no name is longer than kMaxNameLength, so the text
+// behind a NUL and the rest of an overlong name are not gathered; only their last four
+// characters are, for the counted-text test. When memory runs short for a value, the
+// reader gathers no more of that block, skips it to its end and goes on with the next.
+//
 // A reader lives on the stack of one source call and runs once per character. Everything
-// it does is inline and nothing takes its address, so that the compiler can keep its
-// fields in registers for the length of the character loop.
+// it does is inline (forced where the compiler would stop short) and nothing takes its
+// address, so that the compiler can keep its fields in registers for the length of the
+// character loop; what is rare and large goes out of line through values only.
 //
 // A reader fed character by character (kSlices false, FeedChar) gathers into a buffer of
 // its own. A reader over text already in memory (kSlices true, FeedNext) gathers slices of
@@ -61,6 +144,7 @@ public:
         const Buffer buffer = Allocate();
         buffer_ = buffer.text;
         capacity_ = buffer.capacity;
+        UpdateRoom();
     }
     // A reader over `text`, fed one character after another with FeedNext.
     ZtOdPdsBasicBlockReader(ZtOdPdsBlock* block, std::int32_t stopAtName,
@@ -76,30 +160,45 @@ public:
     ZtOdPdsBasicBlockReader& operator=(const ZtOdPdsBasicBlockReader&) = delete;
 
     // Takes the next character.
-    int FeedChar(wchar_t c) requires(!kSlices) { return Feed(c); }
+    [[gnu::always_inline]] int FeedChar(wchar_t c) requires(!kSlices) { return Feed(c); }
 
     // Takes the next character of the text given to the constructor.
-    int FeedNext() requires kSlices { return Feed(*next_++); }
+    [[gnu::always_inline]] int FeedNext() requires kSlices { return Feed(*next_++); }
+
+    // What a reporting source looks at between two characters.
+    std::int32_t Depth() const { return depth_; }
+    bool InCount() const { return inCount_ != 0; }
+    std::uint32_t Count() const { return count_; }
+    std::uint32_t PassThrough() const { return passThrough_; }
+    std::wstring_view Gathered() const { return {Text(), length_}; }
 
 private:
-    int Feed(wchar_t c) {
+    // OpenBrace and CloseBrace give this for a brace that is gathered like any character.
+    static constexpr int kGather = -1;
+
+    // Every character that is gathered goes through the one Append at the end, so that
+    // the loop holds one copy of it. A name read from a file drops its leading white space
+    // as it comes, as the trim would.
+    [[gnu::always_inline]] int Feed(wchar_t c) {
         if (passThrough_ != 0) {
-            Append(c);
             --passThrough_;
-        } else if (c == L'{') {
-            return OpenBrace();
-        } else if (c == L'}') {
-            return CloseBrace();
-        } else if (depth_ == 0) {
-            if (c == L'\n' || c == L'\r')
+        } else if (c == L'{' || c == L'}') [[unlikely]] {
+            const int result = c == L'{' ? OpenBrace() : CloseBrace();
+            if (result != kGather)
+                return result;
+        } else if (depth_ <= 0) {
+            if (depth_ == 0 && (c == L'\n' || c == L'\r')) {
                 Restart();
-            else
-                Append(c);
-        } else {
-            if (inCount_)
+                return complete_ ? kComplete : kContinue;
+            }
+            if (!kSlices && length_ == 0 && ZtUIsWhiteSpace(c))
+                return complete_ ? kComplete : kContinue;
+            if (depth_ < 0 && inCount_)
                 CountDigit(c);
-            Append(c);
+        } else if (inCount_) {
+            CountDigit(c);
         }
+        Append(c);
         return complete_ ? kComplete : kContinue;
     }
 
@@ -111,7 +210,7 @@ private:
             return buffer_;
     }
 
-    int OpenBrace() {
+    [[gnu::always_inline]] int OpenBrace() {
         ++depth_;
         // Before the name is taken, so that a key ending in "text" counts at any depth.
         if ((flags_ & ZtOdPdsCountedText) && EndsWithText()) {
@@ -119,17 +218,21 @@ private:
             count_ = 0;
         }
         if (depth_ == 1) {
-            block_->SetName(Text(), LengthToNul());
+            // A block that memory ran short for gets no name: it is skipped at its end.
+            if (holding_.held == Held::kStarved) {
+                Restart();
+                return kContinue;
+            }
+            block_->SetName(Text(), holding_.held == Held::kOverlong ? 0 : LengthToNul());
             Restart();
             if (stopAtName_ == 1)
                 return kComplete;
-        } else {
-            Append(L'{');
+            return complete_ ? kComplete : kContinue;
         }
-        return complete_ ? kComplete : kContinue;
+        return kGather;
     }
 
-    int CloseBrace() {
+    [[gnu::always_inline]] int CloseBrace() {
         --depth_;
         if (depth_ < 0) {
             if constexpr (kSlices)
@@ -137,13 +240,14 @@ private:
             return kUnmatchedClose;
         }
         if (depth_ == 0) {
+            if (holding_.held == Held::kStarved)
+                return SkipBlock();
             block_->SetValue(Text(), LengthToNul());
             length_ = 0;
             complete_ = 1;
             return kComplete;
         }
-        Append(L'}');
-        return complete_ ? kComplete : kContinue;
+        return kGather;
     }
 
     // The count's digits and the character that ends them stay in the value; the caller
@@ -158,6 +262,8 @@ private:
     }
 
     bool EndsWithText() const {
+        if (holding_.held != Held::kAll)
+            return holding_.textMatched == 4;
         const wchar_t* text = Text();
         return length_ >= 4 && text[length_ - 4] == L't' && text[length_ - 3] == L'e' &&
                text[length_ - 2] == L'x' && text[length_ - 1] == L't';
@@ -171,12 +277,27 @@ private:
     }
 
     // Drops the gathered text; with kSlices, the next slice starts at the next character.
+    // A block that memory ran short for gathers nothing up to its end.
     void Restart() {
         length_ = 0;
+        if (holding_.held != Held::kStarved)
+            holding_ = {Held::kAll, 0};
         if constexpr (kSlices) {
             if (!buffer_)
                 text_ = next_;
         }
+        UpdateRoom();
+    }
+
+    // The end of a block that memory ran short for: nothing of it is delivered, and the
+    // reader starts afresh on the next block.
+    int SkipBlock() {
+        block_->Clear();
+        inCount_ = 0;
+        passThrough_ = 0;
+        holding_ = {Held::kAll, 0};
+        Restart();
+        return kContinue;
     }
 
     void Append(wchar_t c) {
@@ -185,19 +306,50 @@ private:
         // closing brace, and the reader leaves the slice there.
         if constexpr (kSlices) {
             if (!buffer_) {
+                assert(text_ + length_ == next_ - 1);
                 ++length_;
                 return;
             }
         }
-        if (length_ == capacity_) {
-            const Buffer grown = Grow({buffer_, capacity_});
-            buffer_ = grown.text;
-            capacity_ = grown.capacity;
-            if constexpr (kSlices)
-                text_ = buffer_;
-        }
-        if (length_ < capacity_)
+        if (length_ < end_) [[likely]] {
             buffer_[length_++] = c;
+            return;
+        }
+        if (holding_.held != Held::kAll) {
+            holding_ = Hold(holding_, c);
+            return;
+        }
+        const Gathering gathering =
+            AppendSlowly({buffer_, length_, capacity_, end_, holding_}, c, GetLimits());
+        buffer_ = gathering.buffer;
+        length_ = gathering.length;
+        capacity_ = gathering.capacity;
+        end_ = gathering.end;
+        holding_ = gathering.holding;
+        CheckRoom();
+        if constexpr (kSlices)
+            text_ = buffer_;
+    }
+
+    // At depth 0 and below the text is a name.
+    Limits GetLimits() const {
+        if constexpr (kSlices)
+            return Limits::kNone;
+        else
+            return depth_ <= 0 ? Limits::kFileName : Limits::kFile;
+    }
+
+    // The fast path of Append stores below end_ with no other test: end_ stays within the
+    // buffer, within the longest name for a name, and at 0 while the text is held in part.
+    void UpdateRoom() {
+        end_ = EndOf(holding_.held, capacity_, GetLimits());
+        CheckRoom();
+    }
+    void CheckRoom() const {
+        assert(end_ <= capacity_);
+        assert(holding_.held == Held::kAll || end_ == 0);
+        assert(GetLimits() != Limits::kFileName || end_ <= kMaxNameLength);
+        assert(length_ <= capacity_ || (kSlices && !buffer_));
     }
 
     // Behind a stray closing brace the gathered text is no longer one run of the input, so
@@ -217,6 +369,7 @@ private:
         buffer_ = copy.text;
         text_ = buffer_;
         capacity_ = copy.capacity;
+        UpdateRoom();
     }
 
     std::int32_t stopAtName_;
@@ -235,6 +388,10 @@ private:
     std::size_t capacity_ = 0;
     ZtOdPdsBlock* block_;
     std::uint32_t flags_;
+    // How much of what is being gathered the text holds.
+    Holding holding_ = {Held::kAll, 0};
+    // The length up to which Append stores with no further test (UpdateRoom).
+    std::size_t end_ = 0;
 };
 
 // The reader fed one character at a time, from a file.

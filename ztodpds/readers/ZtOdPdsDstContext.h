@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <limits>
 
+class ZtOdPdsRuleReporter;
 class ZtOpFolderItem;
 class ZtUNameDict;
 
@@ -13,4 +14,6 @@ struct ZtOdPdsDstContext {
     // What the find specs of the sets still to come may hold in all; none is left once a
     // set did not fit.
     std::uint64_t conditionsLeft = std::numeric_limits<std::uint64_t>::max();
+    // Set only for a read that reports what it makes of the file.
+    ZtOdPdsRuleReporter* reporter = nullptr;
 };

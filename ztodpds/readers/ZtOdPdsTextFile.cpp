@@ -1,9 +1,70 @@
 #include "readers/ZtOdPdsTextFile.h"
 
 #include "readers/ZtOdPdsInputConsumer.h"
+#include "ztutil/ZtUFile.h"
 #include "ztutil/ZtUSysFile.h"
 #include "ztutil/ZtUSysString.h"
 #include "ztutil/ZtUWideString.h"
+
+#include <algorithm>
+#include <cwchar>
+#include <type_traits>
+
+namespace {
+
+constexpr int kPiece = 512;
+
+// Follows the pieces the pump reads for a read that reports: where each begins, and what
+// the pump makes of pieces that are not whole lines. Before a read the piece is filled
+// with U+FFFF, which the stream never gives, so that the read's true length shows behind
+// a NUL.
+class PieceTracker {
+public:
+    explicit PieceTracker(ZtOdPdsLineSpot* spot) : spot_(*spot) { spot_.at = {1, 1}; }
+
+    void BeforeRead(wchar_t* text) { std::wmemset(text, static_cast<wchar_t>(0xFFFF), kPiece); }
+
+    // Notes the piece just read, `length` characters up to its first NUL.
+    void Read(const wchar_t* text, std::size_t length) {
+        const std::size_t read =
+            static_cast<std::size_t>(std::find(text, text + kPiece, static_cast<wchar_t>(0xFFFF)) -
+                                     text) -
+            1;
+        const bool lineEnd = read > 0 && text[read - 1] == L'\n';
+        spot_.at = next_;
+        if (lineEnd)
+            next_ = {next_.line + 1, 1};
+        else
+            next_.column += static_cast<std::uint32_t>(read);
+        if (length < read)
+            Report(ZtOdPdsCheck::kNulCut, spot_.at.Right(static_cast<std::uint32_t>(length)),
+                   {text, length}, {2, static_cast<std::int64_t>(read - length - 1 - lineEnd)});
+        // The first piece behind the first one of a physical line is where it was split.
+        if (spot_.at.column == kPiece && !(read == 1 && lineEnd))
+            Report(ZtOdPdsCheck::kLineSplit, spot_.at, {}, {kPiece - 1});
+        // One character and no line end is the last piece of the input, not delivered.
+        if (read == 1 && !lineEnd && length == 1 && text[0] != L' ' && text[0] != L'\t')
+            Report(ZtOdPdsCheck::kLastLineDropped, spot_.at, {text, 1});
+    }
+
+private:
+    void Report(ZtOdPdsCheck check, ZtOdPdsSourcePosition at, std::wstring_view text,
+                std::initializer_list<std::int64_t> figures = {}) const {
+        ZtOdPdsReport(*spot_.sink, check, spot_.file, at, text, figures);
+    }
+
+    ZtOdPdsLineSpot& spot_;
+    ZtOdPdsSourcePosition next_{1, 1};
+};
+
+// The plain read's stand-in, which does nothing.
+struct NoTracker {
+    explicit NoTracker(ZtOdPdsLineSpot*) {}
+    void BeforeRead(wchar_t*) {}
+    void Read(const wchar_t*, std::size_t) {}
+};
+
+} // namespace
 
 int ZtOdPdsTextFile::Open(const wchar_t* path) {
     Close();
@@ -21,11 +82,27 @@ int ZtOdPdsTextFile::Close() {
 }
 
 int ZtOdPdsTextFile::ReadLines(ZtOdPdsInputConsumer& consumer) {
+    return Pump<false>(consumer, nullptr);
+}
+
+int ZtOdPdsTextFile::ReadLines(ZtOdPdsInputConsumer& consumer, ZtOdPdsLineSpot& spot) {
+    return Pump<true>(consumer, &spot);
+}
+
+// The plain read and the tracked one are two loops, so that the plain one pays nothing for
+// the tracking.
+template <bool kTracked>
+int ZtOdPdsTextFile::Pump(ZtOdPdsInputConsumer& consumer, ZtOdPdsLineSpot* spot) {
     ZtUWideStringBuffer line;
     consumer.Begin();
-    wchar_t text[512];
-    while (file_ && ZtUSysFile::fgetws(text, 512, file_)) {
+    wchar_t text[kPiece];
+    std::conditional_t<kTracked, PieceTracker, NoTracker> pieces(spot);
+    while (true) {
+        pieces.BeforeRead(text);
+        if (!file_ || !ZtUSysFile::fgetws(text, kPiece, file_))
+            break;
         std::size_t length = ZtUSysString::WideStrlen(text);
+        pieces.Read(text, length);
         if (length <= 1)
             continue;
         // A CR that the stream lets through stays in the line.

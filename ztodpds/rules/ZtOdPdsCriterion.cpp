@@ -2,9 +2,11 @@
 
 #include "plugin/ZtOdPdsComponents.h"
 #include "readers/ZtOdPdsDstContext.h"
+#include "rules/ZtOdPdsCriterionChecks.h"
 #include "rules/ZtOdPdsDisplaySet.h"
 #include "rules/ZtOdPdsDisplaySetDict.h"
 #include "rules/ZtOdPdsOperation.h"
+#include "rules/ZtOdPdsRuleReporter.h"
 #include "rules/ZtOdPdsStatement.h"
 #include "ztplugin/ZtOpFindCondition.h"
 #include "ztutil/ZtUResource.h"
@@ -40,10 +42,12 @@ const wchar_t* Resource(const char* key) {
 template <class MakeEntry> ZtOdPdsNode* MakeChain(std::size_t count, MakeEntry makeEntry) {
     if (count == 0)
         return nullptr;
-    ZtOdPdsNode* chain = makeEntry(0);
-    for (std::size_t i = 1; i < count; ++i)
-        chain = new ZtOdPdsOperation(chain, ZtOdPdsOperation::kOr, makeEntry(i));
-    return chain;
+    ZtOdPdsUnheldNode chain(makeEntry(0));
+    for (std::size_t i = 1; i < count; ++i) {
+        ZtOdPdsNode* entry = makeEntry(i);
+        chain.Reset(ZtOdPdsOperation::Make(chain.Take(), ZtOdPdsOperation::kOr, entry));
+    }
+    return chain.Take();
 }
 
 ZtOdPdsStatement* MakeListStatement(ZtOdPdsDstContext* context, int standardName,
@@ -69,22 +73,39 @@ ZtOdPdsStatement* MakeNumberStatement(ZtOdPdsDstContext* context, int standardNa
     return MakeListStatement(context, standardName, name.GetString(), value.GetString());
 }
 
-void ParseTrimmedList(const wchar_t* text, ZtUOwnPtrVector<ZtUWideString>* out) {
+// Each entry trimmed; `noted(index, offset)` hears where each entry's text begins.
+template <class Noted>
+void ParseTrimmedList(const wchar_t* text, ZtUOwnPtrVector<ZtUWideString>* out, Noted noted) {
     ZtUWideStringTokeniser tokeniser(text, L",");
     ZtUWideStringBuffer token;
-    while (tokeniser.MoreTokens() && tokeniser.NextToken(&token)) {
+    for (std::size_t start; tokeniser.MoreTokens();) {
+        start = tokeniser.GetPosition();
+        if (!tokeniser.NextToken(&token))
+            break;
+        std::size_t lead = 0;
+        while (lead < token.GetLength() && ZtUIsWhiteSpace(token.CharAtPos(lead)))
+            ++lead;
+        noted(out->Size(), start + lead);
         token.Trim();
         out->PushBack(new ZtUWideString(token.GetString()));
     }
 }
 
-// Each token read as a decimal number as far as it goes, blanks before it skipped: no
+// Each entry read as a decimal number as far as it goes, blanks before it skipped: no
 // number gives 0.
-void ParseNumberList(const wchar_t* text, ZtUInt32Vector* out) {
+void ParseNumberList(const wchar_t* text, ZtUInt32Vector* out, const ZtOdPdsCriterionSpot* spot) {
     ZtUWideStringTokeniser tokeniser(text, L",");
     ZtUWideStringBuffer token;
-    while (tokeniser.MoreTokens() && tokeniser.NextToken(&token))
+    for (std::size_t start; tokeniser.MoreTokens();) {
+        start = tokeniser.GetPosition();
+        if (!tokeniser.NextToken(&token))
+            break;
         out->PushBack(ZtOdPdsParseInt32(token.GetString()));
+        if (spot)
+            ZtOdPdsCheckNumberEntry(*spot, token.Str(), start);
+    }
+    if (spot && out->Size() == 0)
+        ZtOdPdsCheckEmptyList(*spot, text);
 }
 
 bool StartsWith(const wchar_t* text, const wchar_t* word, std::size_t* wordLength) {
@@ -116,7 +137,8 @@ int ZtOdPdsCriterion::EndComponent() {
     return ZtOdPdsEndComponents({&GetComponent()});
 }
 
-ZtOdPdsDataCriterion::ZtOdPdsDataCriterion(const wchar_t* text) : ZtOdPdsCriterion(kData) {
+ZtOdPdsDataCriterion::ZtOdPdsDataCriterion(const wchar_t* text, const ZtOdPdsCriterionSpot* spot)
+    : ZtOdPdsCriterion(kData) {
     struct Operator {
         const wchar_t* text;
         int comparison;
@@ -145,8 +167,12 @@ ZtOdPdsDataCriterion::ZtOdPdsDataCriterion(const wchar_t* text) : ZtOdPdsCriteri
         }
         const ZtUWideStringBuffer value(value_.GetString());
         comparison_ = value.Find(L"*", 0) || value.Find(L"?", 0) ? kWildcard : op.comparison;
+        if (spot)
+            ZtOdPdsCheckDataText(*spot, whole.Str(), index, op.text, comparison_);
         return;
     }
+    if (spot)
+        ZtOdPdsCheckDataText(*spot, whole.Str(), std::wstring_view::npos, {}, comparison_);
 }
 
 ZtOdPdsNode* ZtOdPdsDataCriterion::Evaluate(ZtOdPdsDstContext* context) {
@@ -173,8 +199,11 @@ ZtOdPdsNode* ZtOdPdsDataCriterion::Evaluate(ZtOdPdsDstContext* context) {
     return new ZtOdPdsStatement(name.GetString(), condition);
 }
 
-ZtOdPdsFileCriterion::ZtOdPdsFileCriterion(const wchar_t* text) : ZtOdPdsCriterion(kFile) {
-    ParseTrimmedList(text, &files_);
+ZtOdPdsFileCriterion::ZtOdPdsFileCriterion(const wchar_t* text, const ZtOdPdsCriterionSpot* spot)
+    : ZtOdPdsCriterion(kFile) {
+    ParseTrimmedList(text, &files_, [](std::size_t, std::size_t) {});
+    if (spot && files_.Size() == 0)
+        ZtOdPdsCheckEmptyList(*spot, text);
 }
 
 ZtOdPdsNode* ZtOdPdsFileCriterion::Evaluate(ZtOdPdsDstContext* context) {
@@ -184,8 +213,9 @@ ZtOdPdsNode* ZtOdPdsFileCriterion::Evaluate(ZtOdPdsDstContext* context) {
     });
 }
 
-ZtOdPdsLevelCriterion::ZtOdPdsLevelCriterion(const wchar_t* text) : ZtOdPdsCriterion(kLevel) {
-    ParseNumberList(text, &levels_);
+ZtOdPdsLevelCriterion::ZtOdPdsLevelCriterion(const wchar_t* text, const ZtOdPdsCriterionSpot* spot)
+    : ZtOdPdsCriterion(kLevel) {
+    ParseNumberList(text, &levels_, spot);
 }
 
 ZtOdPdsNode* ZtOdPdsLevelCriterion::Evaluate(ZtOdPdsDstContext* context) {
@@ -195,8 +225,10 @@ ZtOdPdsNode* ZtOdPdsLevelCriterion::Evaluate(ZtOdPdsDstContext* context) {
     });
 }
 
-ZtOdPdsColourCriterion::ZtOdPdsColourCriterion(const wchar_t* text) : ZtOdPdsCriterion(kColour) {
-    ParseNumberList(text, &colours_);
+ZtOdPdsColourCriterion::ZtOdPdsColourCriterion(const wchar_t* text,
+                                               const ZtOdPdsCriterionSpot* spot)
+    : ZtOdPdsCriterion(kColour) {
+    ParseNumberList(text, &colours_, spot);
 }
 
 ZtOdPdsNode* ZtOdPdsColourCriterion::Evaluate(ZtOdPdsDstContext* context) {
@@ -206,34 +238,53 @@ ZtOdPdsNode* ZtOdPdsColourCriterion::Evaluate(ZtOdPdsDstContext* context) {
     });
 }
 
-ZtOdPdsDisplaySetCriterion::ZtOdPdsDisplaySetCriterion(const wchar_t* text)
+ZtOdPdsDisplaySetCriterion::ZtOdPdsDisplaySetCriterion(const wchar_t* text,
+                                                       const ZtOdPdsCriterionSpot* spot)
     : ZtOdPdsCriterion(kDisplaySet) {
-    ParseTrimmedList(text, &sets_);
+    ParseTrimmedList(text, &sets_, [&](std::size_t index, std::size_t offset) {
+        if (spot)
+            spot->reporter->NoteReference(this, index, spot->reporter->At(spot->offset + offset));
+    });
+    if (spot && sets_.Size() == 0)
+        ZtOdPdsCheckEmptyList(*spot, text);
 }
 
-ZtOdPdsNode* ZtOdPdsDisplaySetCriterion::Evaluate(ZtOdPdsDstContext*) {
+// The context is read only for its reporter, which hears what each name found.
+ZtOdPdsNode* ZtOdPdsDisplaySetCriterion::Evaluate(ZtOdPdsDstContext* context) {
     ZtOdPdsDisplaySetDict* dict = ZtOdPdsDisplaySetDict::Instance();
+    ZtOdPdsRuleReporter* reporter = context ? context->reporter : nullptr;
     return MakeChain(sets_.Size(), [&](std::size_t i) -> ZtOdPdsNode* {
         ZtOdPdsDisplaySet* set = dict->Find(sets_[i]->GetString());
+        if (reporter)
+            reporter->Resolved(this, i, sets_[i]->Str(), set);
         return set ? set->GetTree() : nullptr;
     });
 }
 
-ZtOdPdsCriterion* ZtOdPdsMakeCriterion(const wchar_t* text) {
+ZtOdPdsCriterion* ZtOdPdsMakeCriterion(const wchar_t* text, const ZtOdPdsCriterionSpot* spot) {
     if (!text || !*text)
         return nullptr;
     std::size_t length = 0;
     // The word is followed by one separator character, which is skipped unread.
     auto rest = [&]() { return text[length] ? text + length + 1 : text + length; };
+    // What the criterion's own text hears: where it begins, behind the word's separator.
+    ZtOdPdsCriterionSpot restSpot{};
+    auto spotOfRest = [&]() -> const ZtOdPdsCriterionSpot* {
+        if (!spot)
+            return nullptr;
+        ZtOdPdsCheckSeparator(*spot, text, length);
+        restSpot = {spot->reporter, spot->offset + static_cast<std::size_t>(rest() - text)};
+        return &restSpot;
+    };
     if (StartsWith(text, L"Data", &length))
-        return new ZtOdPdsDataCriterion(rest());
+        return new ZtOdPdsDataCriterion(rest(), spotOfRest());
     if (StartsWith(text, L"File", &length))
-        return new ZtOdPdsFileCriterion(rest());
+        return new ZtOdPdsFileCriterion(rest(), spotOfRest());
     if (StartsWith(text, L"Level", &length))
-        return new ZtOdPdsLevelCriterion(rest());
+        return new ZtOdPdsLevelCriterion(rest(), spotOfRest());
     if (StartsWith(text, L"Color", &length))
-        return new ZtOdPdsColourCriterion(rest());
+        return new ZtOdPdsColourCriterion(rest(), spotOfRest());
     if (StartsWith(text, L"Display Set", &length))
-        return new ZtOdPdsDisplaySetCriterion(rest());
+        return new ZtOdPdsDisplaySetCriterion(rest(), spotOfRest());
     return new ZtOdPdsCriterion;
 }

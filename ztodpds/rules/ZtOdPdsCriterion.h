@@ -3,10 +3,19 @@
 #include "ztutil/ZtUVector.h"
 #include "ztutil/ZtUWideString.h"
 
+#include <cstddef>
 #include <cstdint>
 
 class ZtOdPdsNode;
+class ZtOdPdsRuleReporter;
 struct ZtOdPdsDstContext;
+
+// Where a criterion's text stands, for a parse that reports what it makes of the text:
+// the reporter, and the offset of the text's first character in the line being read.
+struct ZtOdPdsCriterionSpot {
+    ZtOdPdsRuleReporter* reporter;
+    std::size_t offset;
+};
 
 // The part of a statement that says which objects are meant. A criterion parses its text
 // when it is made and turns it into expression nodes only when its display set ends, so
@@ -51,7 +60,8 @@ public:
         kWildcard = 6,
     };
 
-    explicit ZtOdPdsDataCriterion(const wchar_t* text);
+    // `spot`, if given, hears what the parse makes of the text.
+    explicit ZtOdPdsDataCriterion(const wchar_t* text, const ZtOdPdsCriterionSpot* spot = nullptr);
     ~ZtOdPdsDataCriterion() override = default;
 
     ZtOdPdsNode* Evaluate(ZtOdPdsDstContext* context) override;
@@ -69,7 +79,7 @@ private:
 // A list of source files, separated by commas.
 class ZtOdPdsFileCriterion : public ZtOdPdsCriterion {
 public:
-    explicit ZtOdPdsFileCriterion(const wchar_t* text);
+    explicit ZtOdPdsFileCriterion(const wchar_t* text, const ZtOdPdsCriterionSpot* spot = nullptr);
     ~ZtOdPdsFileCriterion() override = default;
 
     ZtOdPdsNode* Evaluate(ZtOdPdsDstContext* context) override;
@@ -83,7 +93,7 @@ private:
 // A list of DGN levels, separated by commas.
 class ZtOdPdsLevelCriterion : public ZtOdPdsCriterion {
 public:
-    explicit ZtOdPdsLevelCriterion(const wchar_t* text);
+    explicit ZtOdPdsLevelCriterion(const wchar_t* text, const ZtOdPdsCriterionSpot* spot = nullptr);
     ~ZtOdPdsLevelCriterion() override = default;
 
     ZtOdPdsNode* Evaluate(ZtOdPdsDstContext* context) override;
@@ -97,7 +107,8 @@ private:
 // A list of DGN colours, separated by commas.
 class ZtOdPdsColourCriterion : public ZtOdPdsCriterion {
 public:
-    explicit ZtOdPdsColourCriterion(const wchar_t* text);
+    explicit ZtOdPdsColourCriterion(const wchar_t* text,
+                                    const ZtOdPdsCriterionSpot* spot = nullptr);
     ~ZtOdPdsColourCriterion() override = default;
 
     ZtOdPdsNode* Evaluate(ZtOdPdsDstContext* context) override;
@@ -112,7 +123,8 @@ private:
 // shared, not copied.
 class ZtOdPdsDisplaySetCriterion : public ZtOdPdsCriterion {
 public:
-    explicit ZtOdPdsDisplaySetCriterion(const wchar_t* text);
+    explicit ZtOdPdsDisplaySetCriterion(const wchar_t* text,
+                                        const ZtOdPdsCriterionSpot* spot = nullptr);
     ~ZtOdPdsDisplaySetCriterion() override = default;
 
     ZtOdPdsNode* Evaluate(ZtOdPdsDstContext* context) override;
@@ -130,5 +142,7 @@ std::int32_t ZtOdPdsParseInt32(const wchar_t* text);
 
 // The criterion that `text` begins with ("Data", "File", "Level", "Color", "Display
 // Set"), made from the text one character behind that word; a criterion of kind kUnknown
-// for any other text, and null for an empty one.
-ZtOdPdsCriterion* ZtOdPdsMakeCriterion(const wchar_t* text);
+// for any other text, and null for an empty one. `spot`, if given, hears what the parse
+// makes of the text.
+ZtOdPdsCriterion* ZtOdPdsMakeCriterion(const wchar_t* text,
+                                       const ZtOdPdsCriterionSpot* spot = nullptr);

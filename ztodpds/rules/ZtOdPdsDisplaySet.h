@@ -7,6 +7,7 @@
 #include <cstddef>
 
 class ZtOdPdsNode;
+class ZtOdPdsRuleReporter;
 
 // One display set of a display-set file while it is read: the lines between its
 // "<Display Set>" line and the next. It reads its number and name from the header line,
@@ -46,8 +47,21 @@ public:
     ZtOdPdsNode* GetTree() const { return tree_; }
 
 private:
-    // Gives up the expression: no selection set comes of it.
-    int Abandon();
+    // Gives up the expression, for a reason of ZtOdPdsEmptySet: no selection set comes of
+    // it.
+    int Abandon(int why);
+    // Gives `result` for a set that yields nothing, which a reporting read reports with
+    // the reason `why`.
+    int Yields(int why, int result) const;
+    // Why a set whose rule evaluates to nothing does.
+    int EmptyReason() const;
+
+    // The reporter of a reporting read, or null.
+    ZtOdPdsRuleReporter* Reporter() const;
+    void ReportAngleLine(ZtOdPdsRuleReporter& reporter, const ZtUWideStringBuffer& line,
+                         int before);
+    void ReportHeader(ZtOdPdsRuleReporter& reporter, const ZtUWideStringBuffer& line,
+                      std::size_t lead);
 
     int state_ = kIgnoring;
     int number_ = 0;

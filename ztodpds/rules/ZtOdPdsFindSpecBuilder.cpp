@@ -6,6 +6,8 @@
 #include "ztplugin/ZtOpSavedItem.h"
 #include "ztplugin/ZtOpSelectionSet.h"
 
+#include <memory>
+
 // The file's budget of conditions bounds its memory only while each condition is small:
 // names and value texts are shared, not held by each condition.
 static_assert(sizeof(ZtOpFindCondition) <= 64);
@@ -32,16 +34,17 @@ int ZtOdPdsFindSpecBuilder::AddCondition(ZtOpFindCondition& condition) {
 void ZtOdPdsFindSpecBuilder::AddSelectionSet(ZtOdPdsDstContext* context) {
     if (!context || !context->folder)
         return;
-    auto* set = new ZtOpSelectionSet;
+    // Held until the folder takes it, so that running out of memory on the way frees it.
+    std::unique_ptr<ZtOpSelectionSet> set(new ZtOpSelectionSet);
     findSpec_->SelectAll();
     set->SetName(name_.GetString());
     set->EditImplicitSelection().SetImplicitFindSpec(*findSpec_);
     if (!comment_.IsEmpty()) {
-        auto* comment = new ZtOpComment(0);
+        std::unique_ptr<ZtOpComment> comment(new ZtOpComment(0));
         comment->SetBody(comment_.GetString());
-        set->EditComments().PushBack(comment);
+        set->EditComments().PushBack(comment.release());
     }
-    context->folder->AddChild(set);
+    context->folder->AddChild(set.release());
 }
 
 ZtUComponent& ZtOdPdsFindSpecBuilder::GetComponent() {

@@ -31,28 +31,34 @@ ZtOdPdsNode* ZtOdPdsModifier::Join(ZtOdPdsNode* tree, ZtOdPdsNode* step) const {
     if (kind_ == kAddAllBut || kind_ == kThrowAway)
         step->ToggleNegated();
     const bool widens = kind_ == kAdd || kind_ == kAddAllBut;
-    return new ZtOdPdsOperation(tree, widens ? ZtOdPdsOperation::kOr : ZtOdPdsOperation::kAnd,
-                                step);
+    return ZtOdPdsOperation::Make(tree, widens ? ZtOdPdsOperation::kOr : ZtOdPdsOperation::kAnd,
+                                  step);
 }
 
 ZtOdPdsCompModifier::~ZtOdPdsCompModifier() {
     find_.reset();
-    // Nested scopes hand their own steps to this list before they die, so that no
-    // destructor goes deeper than one scope.
-    std::vector<ZtOdPdsModifier*> doomed;
-    auto takeSteps = [&doomed](ZtUOwnPtrVector<ZtOdPdsModifier>& steps) {
-        for (std::size_t i = steps.Size(); i-- > 0;)
-            doomed.push_back(steps.Release(i));
-    };
-    takeSteps(modifiers_);
-    while (!doomed.empty()) {
-        ZtOdPdsModifier* modifier = doomed.back();
-        doomed.pop_back();
-        if (auto* scope = dynamic_cast<ZtOdPdsCompModifier*>(modifier)) {
-            scope->find_.reset();
-            takeSteps(scope->modifiers_);
+    // Nested scopes are emptied here before they die, so that no destructor goes deeper
+    // than one scope; the scopes still to empty are chained through their own links, so
+    // that taking a set apart allocates nothing and cannot fail.
+    ZtOdPdsCompModifier* scope = this;
+    ZtOdPdsCompModifier* waiting = nullptr;
+    while (scope) {
+        ZtUOwnPtrVector<ZtOdPdsModifier>& steps = scope->modifiers_;
+        for (std::size_t i = steps.Size(); i-- > 0;) {
+            ZtOdPdsModifier* step = steps.Release(i);
+            if (auto* nested = dynamic_cast<ZtOdPdsCompModifier*>(step)) {
+                nested->find_.reset();
+                nested->nextDying_ = waiting;
+                waiting = nested;
+            } else {
+                delete step;
+            }
         }
-        delete modifier;
+        if (scope != this)
+            delete scope;
+        scope = waiting;
+        if (waiting)
+            waiting = waiting->nextDying_;
     }
 }
 
@@ -67,10 +73,12 @@ ZtOdPdsNode* ZtOdPdsCompModifier::Evaluate(ZtOdPdsDstContext* context) {
     };
     std::vector<Frame> frames;
     auto open = [&](ZtOdPdsCompModifier* scope) {
-        ZtOdPdsNode* found = scope->find_ ? scope->find_->Evaluate(context) : nullptr;
-        if (found)
-            frames.push_back({scope, 0, found});
-        return found != nullptr;
+        ZtOdPdsUnheldNode found(scope->find_ ? scope->find_->Evaluate(context) : nullptr);
+        if (!found.Get())
+            return false;
+        frames.push_back({scope, 0, found.Get()});
+        found.Take();
+        return true;
     };
     // Ends the step at `next` of the top frame with `result`, which is null if the step
     // failed. The running tree was pinned when the step began; its pin goes now.
@@ -80,6 +88,16 @@ ZtOdPdsNode* ZtOdPdsCompModifier::Evaluate(ZtOdPdsDstContext* context) {
         frame.running = result;
         ++frame.next;
     };
+    // Memory that runs out on the way leaves each frame's tree pinned by the step it was
+    // taking: the pins go with the exception, and what they alone kept is freed.
+    struct Unpin {
+        std::vector<Frame>& frames;
+        ~Unpin() {
+            for (const Frame& frame : frames)
+                if (frame.running)
+                    frame.running->Release();
+        }
+    } unpin{frames};
     if (!open(this))
         return nullptr;
     for (;;) {

@@ -79,4 +79,6 @@ public:
 private:
     std::unique_ptr<ZtOdPdsFindClause> find_;
     ZtUOwnPtrVector<ZtOdPdsModifier> modifiers_;
+    // While an enclosing scope takes its steps apart: the next emptied scope to free.
+    ZtOdPdsCompModifier* nextDying_ = nullptr;
 };

@@ -54,3 +54,32 @@ private:
     ZtOdPdsNode* parent_ = nullptr;
     std::uint32_t refCount_ = 0;
 };
+
+// Frees `node` if nothing holds it: a tree made for a holder that it never reached
+// because memory ran out on the way. A node that is held stays.
+void ZtOdPdsDiscardUnheld(ZtOdPdsNode* node) noexcept;
+
+// Keeps a new node that nothing holds yet on its way to a holder: if the way ends in an
+// exception, the node is discarded. Take hands it on.
+class ZtOdPdsUnheldNode {
+public:
+    explicit ZtOdPdsUnheldNode(ZtOdPdsNode* node) : node_(node) {}
+    ~ZtOdPdsUnheldNode() { ZtOdPdsDiscardUnheld(node_); }
+    ZtOdPdsUnheldNode(const ZtOdPdsUnheldNode&) = delete;
+    ZtOdPdsUnheldNode& operator=(const ZtOdPdsUnheldNode&) = delete;
+
+    ZtOdPdsNode* Get() const { return node_; }
+    // Keeps `node` instead, discarding the one kept so far.
+    void Reset(ZtOdPdsNode* node) {
+        ZtOdPdsDiscardUnheld(node_);
+        node_ = node;
+    }
+    ZtOdPdsNode* Take() {
+        ZtOdPdsNode* node = node_;
+        node_ = nullptr;
+        return node;
+    }
+
+private:
+    ZtOdPdsNode* node_;
+};

@@ -3,6 +3,7 @@
 #include "rules/ZtOdPdsFindSpecBuilder.h"
 #include "rules/ZtOdPdsLimits.h"
 
+#include <cassert>
 #include <memory>
 #include <unordered_set>
 #include <vector>
@@ -40,12 +41,23 @@ ZtOdPdsOperation::ZtOdPdsOperation(ZtOdPdsNode* left, std::uint32_t kind, ZtOdPd
     SetRight(right);
 }
 
+ZtOdPdsOperation* ZtOdPdsOperation::Make(ZtOdPdsNode* left, std::uint32_t kind,
+                                         ZtOdPdsNode* right) {
+    ZtOdPdsUnheldNode heldLeft(left), heldRight(right);
+    auto* operation = new ZtOdPdsOperation(left, kind, right);
+    heldLeft.Take();
+    heldRight.Take();
+    return operation;
+}
+
 ZtOdPdsOperation::~ZtOdPdsOperation() {
     SetLeft(nullptr);
     SetRight(nullptr);
 }
 
 void ZtOdPdsOperation::Attach(ZtOdPdsNode*& slot, ZtOdPdsNode* node) {
+    // An operation never holds itself: the expression is acyclic.
+    assert(node != this);
     // The new node is counted before the old one is released, so that storing the node
     // the slot holds already can't destroy it.
     if (node) {
@@ -85,6 +97,8 @@ void ZtOdPdsOperation::PushNegation() {
     while (!pending.empty()) {
         ZtOdPdsOperation* operation = pending.back();
         pending.pop_back();
+        // Negations are pushed only through a complete tree.
+        assert(operation->left_ && operation->right_);
         if (operation->IsNegated()) {
             operation->ToggleKind();
             operation->SetNegated(0);
@@ -150,6 +164,9 @@ int ZtOdPdsOperation::Flatten(ZtOdPdsRewriteBudget& budget) {
                 frames.push_back({static_cast<ZtOdPdsOperation*>(node->right_), kRewrite});
             break;
         case kDone:
+            // A flat AND has no OR below it on either side.
+            assert(node->kind_ == kOr ||
+                   (!IsOperationOfKind(node->left_, kOr) && !IsOperationOfKind(node->right_, kOr)));
             frames.pop_back();
             break;
         }
@@ -160,6 +177,8 @@ int ZtOdPdsOperation::Flatten(ZtOdPdsRewriteBudget& budget) {
 void ZtOdPdsOperation::Distribute(Side side) {
     // Both allocations come first: if the second fails, the first is freed and nothing
     // has changed.
+    assert(kind_ == kAnd && !IsNegated());
+    assert(IsOperationOfKind(side == kRightSide ? right_ : left_, kOr));
     auto first = std::make_unique<ZtOdPdsOperation>(kind_);
     auto second = std::make_unique<ZtOdPdsOperation>(kind_);
     ToggleKind();
@@ -183,6 +202,7 @@ void ZtOdPdsOperation::Distribute(Side side) {
 }
 
 void ZtOdPdsOperation::Rotate() {
+    assert(kind_ == kAnd && IsOperationOfKind(right_, kAnd));
     auto* inner = static_cast<ZtOdPdsOperation*>(right_);
     ZtOdPdsNode* a = left_;
     ZtOdPdsNode* b = inner->left_;
@@ -207,6 +227,8 @@ void ZtOdPdsOperation::Emit(ZtOdPdsFindSpecBuilder& builder) {
         } else if (node->IsStatement()) {
             node->Emit(builder);
         } else {
+            // Emitted trees are complete and their negations pushed down to the statements.
+            assert(!node->IsNegated());
             auto* operation = static_cast<ZtOdPdsOperation*>(node);
             pending.push_back(operation->right_);
             if (operation->kind_ == kOr)

@@ -12,6 +12,9 @@ public:
     explicit ZtOdPdsOperation(std::uint32_t kind) : kind_(kind) {}
     // Attaches `left`, then `right`; either may be null.
     ZtOdPdsOperation(ZtOdPdsNode* left, std::uint32_t kind, ZtOdPdsNode* right);
+    // A new operation over `left` and `right`. If it can't be made, the operands that
+    // nothing holds are freed before the exception goes on.
+    static ZtOdPdsOperation* Make(ZtOdPdsNode* left, std::uint32_t kind, ZtOdPdsNode* right);
     // Releases left, then right.
     ~ZtOdPdsOperation() override;
 

@@ -1,6 +1,9 @@
 #pragma once
 #include <cstdint>
 
+// The attribute by which the host's DGN loader attaches an element's DMRS value.
+constexpr const char* kZtOdPdsDmrsAttribute = "ZtDgnDMRSAttribute";
+
 // The DMRS value of an element, a 64-bit database key, in the four 16-bit words that the
 // tag files write: word0 holds the top bits.
 struct ZtOdPdsLinkage {

@@ -3,7 +3,9 @@
 #include "plugin/ZtOdPdsComponents.h"
 #include "plugin/ZtOdPdsGuard.h"
 #include "plugin/ZtOdPdsStatus.h"
+#include "plugin/ZtOdPdsWriteStream.h"
 #include "tags/ZtOdPdsCameraMaps.h"
+#include "tags/ZtOdPdsCommentIndex.h"
 #include "tags/ZtOdPdsFindUORsPerMaster.h"
 #include "tags/ZtOdPdsTagRecord.h"
 #include "ztcore/ZtOcContext.h"
@@ -26,17 +28,17 @@
 #include "ztutil/ZtUWideStrVoidPtrDict.h"
 #include "ztutil/ZtUWideString.h"
 
+#include <memory>
 #include <new>
 
 namespace {
 
-constexpr unsigned int kTypeNumber = 131;
-constexpr int kHelpId = 61464;
+constexpr unsigned int kExportTypeNumber = 131;
+constexpr int kExportHelpId = 61464;
 // Half the side of the window-space square that a tag is picked through.
 constexpr double kPickHalfWidth = 0.0001;
 // The property bit of geometry leaves, which alone can be picked.
 constexpr std::uint32_t kGeometryBits = 16;
-constexpr const char* kDmrsAttribute = "ZtDgnDMRSAttribute";
 
 // Record lists live in the host's memory, as the host's containers do.
 ZtUVoidPtrVector* NewRecordList() {
@@ -57,11 +59,35 @@ void FreeRecordList(ZtUVoidPtrVector* records) {
     ZtUMemory::Dealloc(records);
 }
 
+struct RecordListFree {
+    void operator()(ZtUVoidPtrVector* records) const { FreeRecordList(records); }
+};
+// A record list not yet in the hands of its dictionary.
+using RecordList = std::unique_ptr<ZtUVoidPtrVector, RecordListFree>;
+
+// The dictionary of an export's file groups, whose lists and records go with it however
+// the export ends.
+class FileGroups {
+public:
+    FileGroups() = default;
+    ~FileGroups() {
+        for (ZtUWideStrVoidPtrDictIt it = dict_.Begin(); it.IsValid(); it.Next())
+            FreeRecordList(static_cast<ZtUVoidPtrVector*>(it.GetValue()));
+    }
+    FileGroups(const FileGroups&) = delete;
+    FileGroups& operator=(const FileGroups&) = delete;
+
+    ZtUWideStrVoidPtrDict* Get() { return &dict_; }
+
+private:
+    ZtUWideStrVoidPtrDict dict_;
+};
+
 } // namespace
 
 ZtOdPdsTagExportPlugin::ZtOdPdsTagExportPlugin()
-    : ZtOpExportPlugin(kTypeNumber, "ZtOdPdsTagExportPlugin", 1), unfiledRecords_(NewRecordList()) {
-}
+    : ZtOpExportPlugin(kExportTypeNumber, "ZtOdPdsTagExportPlugin", 1),
+      unfiledRecords_(NewRecordList()) {}
 
 ZtOdPdsTagExportPlugin::~ZtOdPdsTagExportPlugin() {
     if (unfiledRecords_)
@@ -90,15 +116,18 @@ int ZtOdPdsTagExportPlugin::IExport(unsigned int, ZtOpState* state, ZtOpProgress
         return kZtOdPdsNoFile;
     if (!state)
         return kZtOdPdsNoState;
-    uorsPerMaster_ = ZtOdPdsFindUORsPerMaster(state->GetRootNode());
-    if (uorsPerMaster_ == 0.0)
-        return kZtOdPdsNoUnits;
-    return ZtOdPdsGuard(static_cast<int>(kZtOdPdsNoState),
-                        [&] { return Export(state, fileName, progress); });
+    // Finding the units reads the scene's attributes, which may allocate: it runs under
+    // the guard too, so that no exception reaches the host.
+    return ZtOdPdsGuard(static_cast<int>(kZtOdPdsNoState), [&] {
+        uorsPerMaster_ = ZtOdPdsFindUORsPerMaster(state->GetRootNode());
+        if (uorsPerMaster_ == 0.0)
+            return static_cast<int>(kZtOdPdsNoUnits);
+        return Export(state, fileName, progress);
+    });
 }
 
 int ZtOdPdsTagExportPlugin::IHelp() {
-    InvokeHelp(nullptr, kHelpId);
+    InvokeHelp(nullptr, kExportHelpId);
     return 1;
 }
 
@@ -111,20 +140,20 @@ int ZtOdPdsTagExportPlugin::Export(ZtOpState* state, const ZtUWideString* fileNa
     if (!element)
         return kZtOdPdsNoUnits;
     const ZtOpFolderItem* root = element->Get();
-    ZtUFile* file = ZtUSysFile::fopenW(
+    ZtOdPdsWriteStream file(ZtUSysFile::fopenW(
         fileName->GetString(), ZtUSysFile::kAccessWrite, ZtUSysFile::kCreateAlways,
-        ZtUSysFile::kTranslateText, ZtUSysFile::kShareReadWrite, 0, ZtUSysFile::kPermitReadWrite);
-    if (!file)
+        ZtUSysFile::kTranslateText, ZtUSysFile::kShareReadWrite, 0, ZtUSysFile::kPermitReadWrite));
+    if (!file.Get())
         return kZtOdPdsNoFile;
     if (!unfiledRecords_)
         unfiledRecords_ = NewRecordList();
     if (unfiledRecords_)
         DeleteRecords(unfiledRecords_);
 
-    ZtUWideStrVoidPtrDict files;
+    FileGroups files;
     if (progress)
         progress->BeginSubOperation(0.25);
-    GatherItem(state, &files, root, progress);
+    GatherItem(state, files.Get(), root, progress);
     if (progress) {
         progress->EndSubOperation();
         progress->BeginSubOperation(1.0);
@@ -133,16 +162,15 @@ int ZtOdPdsTagExportPlugin::Export(ZtOpState* state, const ZtUWideString* fileNa
     // Tags on no file first; then the files in the dictionary's order, which is
     // ascending by name, so that the same document always gives the same file.
     int index = 0;
-    ZtOdPdsTagRecord* previous = WriteRecords(file, L"", unfiledRecords_, nullptr, index, progress);
-    for (ZtUWideStrVoidPtrDictIt it = files.Begin(); it.IsValid(); it.Next())
-        previous = WriteRecords(file, it.GetKey(), static_cast<ZtUVoidPtrVector*>(it.GetValue()),
-                                previous, index, progress);
+    ZtOdPdsTagRecord* previous =
+        WriteRecords(file.Get(), L"", unfiledRecords_, nullptr, index, progress);
+    for (ZtUWideStrVoidPtrDictIt it = files.Get()->Begin(); it.IsValid(); it.Next())
+        previous =
+            WriteRecords(file.Get(), it.GetKey(), static_cast<ZtUVoidPtrVector*>(it.GetValue()),
+                         previous, index, progress);
     if (progress)
         progress->EndSubOperation();
-
-    for (ZtUWideStrVoidPtrDictIt it = files.Begin(); it.IsValid(); it.Next())
-        FreeRecordList(static_cast<ZtUVoidPtrVector*>(it.GetValue()));
-    ZtUSysFile::fclose(file);
+    file.Close();
     return kZtOdPdsOk;
 }
 
@@ -160,12 +188,13 @@ int ZtOdPdsTagExportPlugin::GatherItem(ZtOpState* state, ZtUWideStrVoidPtrDict* 
         }
     } else if (item->GetType() == ZtOpSavedItem::kTypeView) {
         const auto* view = static_cast<const ZtOpView*>(item);
+        const ZtOdPdsCommentIndex comments(*view);
         const ZtUOwnPtrVector<ZtOpRedline>& redlines = view->GetRedlines();
         for (std::size_t i = 0; i < redlines.Size(); ++i) {
             const ZtOpRedline* redline = redlines.Get(i);
             if (!redline || redline->GetRedlineType() != ZtOpRedline::kTypeTag)
                 continue;
-            GatherTag(state, files, static_cast<const ZtOpRedlineTag*>(redline), view);
+            GatherTag(state, files, static_cast<const ZtOpRedlineTag*>(redline), view, comments);
             ++tagCount_;
         }
     }
@@ -174,15 +203,15 @@ int ZtOdPdsTagExportPlugin::GatherItem(ZtOpState* state, ZtUWideStrVoidPtrDict* 
 
 void ZtOdPdsTagExportPlugin::GatherTag(ZtOpState* state, ZtUWideStrVoidPtrDict* files,
                                        const ZtOpRedlineTag* tag, const ZtOpView* view) {
+    GatherTag(state, files, tag, view, ZtOdPdsCommentIndex(*view));
+}
+
+void ZtOdPdsTagExportPlugin::GatherTag(ZtOpState* state, ZtUWideStrVoidPtrDict* files,
+                                       const ZtOpRedlineTag* tag, const ZtOpView* view,
+                                       const ZtOdPdsCommentIndex& comments) {
     if (!tag->GetPos3dValid())
         return;
-    const ZtOpComment* comment = nullptr;
-    const ZtUOwnPtrVector<ZtOpComment>& comments = view->GetComments();
-    for (std::size_t i = 0; i < comments.Size() && !comment; ++i) {
-        const ZtOpComment* candidate = comments.Get(i);
-        if (candidate && candidate->GetId() == tag->GetCommentId())
-            comment = candidate;
-    }
+    const ZtOpComment* comment = comments.Find(tag->GetCommentId());
     if (!comment)
         return;
 
@@ -196,16 +225,19 @@ void ZtOdPdsTagExportPlugin::GatherTag(ZtOpState* state, ZtUWideStrVoidPtrDict* 
         ZtUSysFile::RemovePathnameW(fileName.GetString(), &name);
         records = static_cast<ZtUVoidPtrVector*>(files->Find(name.GetString()));
         if (!records) {
-            records = NewRecordList();
-            if (records)
-                files->Enter(name.GetString(), records);
+            RecordList made(NewRecordList());
+            if (made) {
+                files->Enter(name.GetString(), made.get());
+                records = made.release();
+            }
         }
     }
     if (!records)
         return;
-    auto* record = new ZtOdPdsTagRecord;
+    auto record = std::make_unique<ZtOdPdsTagRecord>();
     record->Fill(node, tag, comment, view, uorsPerMaster_);
-    records->PushBack(record);
+    records->PushBack(record.get());
+    record.release();
 }
 
 const ZtOaNode* ZtOdPdsTagExportPlugin::PickTagNode(ZtOpState* state, const ZtLPos3f& position,
@@ -246,7 +278,7 @@ const ZtOaNode* ZtOdPdsTagExportPlugin::PickTagNode(ZtOpState* state, const ZtLP
         const ZtOaNode* node = link->GetNode();
         if (!node)
             continue;
-        if (!found && node->FindAttribute(kDmrsAttribute))
+        if (!found && node->FindAttribute(kZtOdPdsDmrsAttribute))
             found = node;
         if (node->IsPartition()) {
             if (fileName)
@@ -264,7 +296,12 @@ ZtOdPdsTagRecord* ZtOdPdsTagExportPlugin::WriteRecords(ZtUFile* file, const wcha
                                                        ZtOpProgress* progress) {
     if (!records || records->IsEmpty())
         return previous;
-    ZtUSysFile::fwprintf(file, L"file{%dn{%s}}\n", index, groupName);
+    // Braces and line ends would end the `n` block early and let the rest of the name
+    // stand in the file as blocks of its own.
+    ZtUWideStringBuffer name(groupName);
+    for (const wchar_t* unsafe : {L"{", L"}", L"\r", L"\n"})
+        name.Replace(unsafe, L"_", 1);
+    ZtUSysFile::fwprintf(file, L"file{%dn{%s}}\n", index, name.GetString());
     ++index;
     for (std::size_t i = 0; i < records->Size(); ++i) {
         auto* record = static_cast<ZtOdPdsTagRecord*>(records->Get(i));

@@ -6,6 +6,7 @@
 #include <cstdint>
 
 class ZtOaNode;
+class ZtOdPdsCommentIndex;
 struct ZtOdPdsTagRecord;
 class ZtOpProgress;
 class ZtOpRedlineTag;
@@ -54,6 +55,9 @@ public:
     // nothing for a tag without a 3D position or without its comment in `view`.
     void GatherTag(ZtOpState* state, ZtUWideStrVoidPtrDict* files, const ZtOpRedlineTag* tag,
                    const ZtOpView* view);
+    // The same with the comments of `view` found already.
+    void GatherTag(ZtOpState* state, ZtUWideStrVoidPtrDict* files, const ZtOpRedlineTag* tag,
+                   const ZtOpView* view, const ZtOdPdsCommentIndex& comments);
     // The element under `position` as seen in the view: the lowest node with a DMRS value
     // on the path of the shape picked there, or null. `fileName` gets the source file of
     // the lowest partition on that path, if the pick hit anything.
@@ -61,7 +65,8 @@ public:
                                 ZtUWideString* fileName);
     // Writes one group: its `file` line and its records, each compared with the one
     // before it. An empty list writes nothing and leaves `index` alone. Gives the record
-    // written last, or `previous` for an empty list.
+    // written last, or `previous` for an empty list. A brace or line end of the group's
+    // name, which would end its block early, is written as '_'.
     ZtOdPdsTagRecord* WriteRecords(ZtUFile* file, const wchar_t* groupName,
                                    ZtUVoidPtrVector* records, ZtOdPdsTagRecord* previous,
                                    int& index, ZtOpProgress* progress);

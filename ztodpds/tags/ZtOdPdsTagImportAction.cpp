@@ -4,11 +4,13 @@
 #include "plugin/ZtOdPdsStatus.h"
 #include "readers/ZtOdPdsBlock.h"
 #include "readers/ZtOdPdsBlockFileSource.h"
+#include "readers/ZtOdPdsBlockTracker.h"
 #include "readers/ZtOdPdsTextFile.h"
 #include "tags/ZtOdPdsCameraMaps.h"
 #include "tags/ZtOdPdsFindUORsPerMaster.h"
 #include "tags/ZtOdPdsNumberScanner.h"
 #include "tags/ZtOdPdsTagCounter.h"
+#include "tags/ZtOdPdsTagReporter.h"
 #include "tags/ZtOdPdsUnits.h"
 #include "tags/ZtOdPdsUorVector.h"
 #include "ztnav/ZtNvViewPoint.h"
@@ -23,7 +25,10 @@
 
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 
 namespace {
 
@@ -77,6 +82,18 @@ ZtOdPdsTagImportAction::~ZtOdPdsTagImportAction() {
     delete currentView_;
 }
 
+void ZtOdPdsTagImportAction::SetDiagnostics(ZtOdPdsDiagnostics* diagnostics) {
+    if (diagnostics)
+        reporter_ = std::make_unique<ZtOdPdsTagReporter>(*diagnostics);
+    else
+        reporter_.reset();
+}
+
+void ZtOdPdsTagImportAction::FinishReport() {
+    if (reporter_)
+        reporter_->Finish();
+}
+
 int ZtOdPdsTagImportAction::Perform(const wchar_t* path, ZtOpProgress* progress) {
     if (!path)
         return kZtOdPdsNoFile;
@@ -111,16 +128,26 @@ int ZtOdPdsTagImportAction::ImportFile(ZtOpState* state, const wchar_t* path, in
     addedLineEndsLeft_ = kZtOdPdsMaxFileAddedLineEnds;
     int done = 0;
     ZtOdPdsBlock block;
-    while (source.NextBlock(&block)) {
-        if (ReadStickyKey(block))
+    ZtOdPdsBlockTracker* tracker = reporter_ ? &reporter_->BeginFile(path) : nullptr;
+    while (tracker ? source.NextBlock(&block, *tracker) : source.NextBlock(&block)) {
+        if (ReadStickyKey(block)) {
+            if (reporter_)
+                reporter_->KnownKey();
             continue;
+        }
         if (block.GetName() == L"tag") {
+            if (reporter_)
+                reporter_->KnownKey();
             ImportTag(block);
             ++done;
             if (progress)
                 progress->SetProgress(static_cast<double>(done) / static_cast<double>(tagCount));
+        } else if (reporter_) {
+            reporter_->OtherKey(block);
         }
     }
+    if (reporter_)
+        reporter_->EndFile(block, tagCount, done);
     CloseView();
     source.Close();
     return kZtOdPdsOk;
@@ -144,42 +171,64 @@ bool ZtOdPdsTagImportAction::ReadStickyKey(const ZtOdPdsBlock& block) {
     ZtOdPdsUorVector vector;
     std::int64_t distance = 0;
     std::int32_t degrees = 0;
+    // How many numbers the key takes, and whether they scanned.
+    int needs = 1;
+    bool scanned = false;
     if (name == L"target") {
-        if (ScanUorVector(scan, &vector)) {
+        needs = 3;
+        if ((scanned = ScanUorVector(scan, &vector))) {
             target_ = vector.ToMaster(uorsPerMaster_);
             viewChanged_ = 1;
         }
     } else if (name == L"eye") {
-        if (ScanUorVector(scan, &vector)) {
+        needs = 3;
+        if ((scanned = ScanUorVector(scan, &vector))) {
             eye_ = vector.ToMaster(uorsPerMaster_);
             viewChanged_ = 1;
         }
     } else if (name == L"up") {
         // The value is never read: views are always upright in +Z.
         up_.SetValue(0.0, 0.0, 1.0);
+        if (reporter_ &&
+            !(ScanUorVector(scan, &vector) && vector.x == 0 && vector.y == 0 && vector.z > 0))
+            reporter_->Report(ZtOdPdsCheck::kIgnoredKey, reporter_->Tracker().NameAt(), name.Str());
+        return true;
     } else if (name == L"persp_ang") {
-        if (scan.Int32(&degrees)) {
+        if ((scanned = scan.Int32(&degrees))) {
             perspAngle_ = ZtOdPdsDegreesToRadians(degrees);
             viewChanged_ = 1;
         }
     } else if (name == L"clip_near") {
-        if (scan.Int64(&distance)) {
+        if ((scanned = scan.Int64(&distance))) {
             clipNear_ = ZtOdPdsUorsToMaster(distance, uorsPerMaster_);
             viewChanged_ = 1;
         }
     } else if (name == L"clip_far") {
-        if (scan.Int64(&distance)) {
+        if ((scanned = scan.Int64(&distance))) {
             clipFar_ = ZtOdPdsUorsToMaster(distance, uorsPerMaster_);
             viewChanged_ = 1;
         }
     } else {
         return false;
     }
+    if (reporter_ && scanned)
+        reporter_->StickyRead(name.Str());
+    else if (reporter_)
+        reporter_->Report(ZtOdPdsCheck::kStickyValue, reporter_->Tracker().NameAt(), name.Str(),
+                          needs);
     return true;
 }
 
 void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
     PointReset pointReset(havePoint_);
+    // A reporting import says why it drops a tag, at the tag unless `at` is given.
+    const ZtOdPdsSourcePosition tagAt =
+        reporter_ ? reporter_->Tracker().NameAt() : ZtOdPdsSourcePosition{};
+    auto drop = [&](ZtOdPdsCheck why, std::wstring_view text, std::int64_t figure,
+                    ZtOdPdsSourcePosition at = {}) {
+        if (reporter_)
+            reporter_->Report(why, at.IsKnown() ? at : tagAt, text, figure);
+    };
 
     // The head: identifier, 1, 0, 0.0 and the tag's point. Values 2 and 4 must scan and
     // mean nothing; value 3 must be 0.
@@ -189,9 +238,18 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
     std::int32_t third = 0;
     double fourth = 0.0;
     ZtOdPdsUorVector head;
-    if (!scan.Int64(&identifier) || !scan.Int32(&second) || !scan.Int32(&third) ||
-        !scan.Double(&fourth) || !ScanUorVector(scan, &head) || third != 0)
+    // How many of the values scanned, for a reporting import's word on a bad head.
+    int scanned = 0;
+    auto took = [&](bool ok) {
+        scanned += ok ? 1 : 0;
+        return ok;
+    };
+    if (!took(scan.Int64(&identifier)) || !took(scan.Int32(&second)) || !took(scan.Int32(&third)) ||
+        !took(scan.Double(&fourth)) || !took(ScanUorVector(scan, &head)) || third != 0) {
+        if (reporter_)
+            reporter_->HeadDropped(block, scanned, third);
         return;
+    }
     const auto id = static_cast<std::uint64_t>(identifier);
     const ZtLPos3f position = head.ToMaster(uorsPerMaster_);
 
@@ -202,21 +260,36 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
     // Each text block rewrites the line ends of the body in force once more, whether or
     // not it gave the body; the rewrites wait until the tag's text is gone.
     std::size_t rewrites = 0;
+    // For a reporting import: whether a text block came, and one with a line end.
+    bool sawText = false;
+    bool sawBody = false;
     {
         // Gone before the comment is made, so that a long text is not held a fourth time.
         ZtOdPdsBlock child;
-        while (block.NextChild(&child)) {
+        std::optional<ZtOdPdsBlockTracker> tracker;
+        if (reporter_)
+            tracker.emplace(reporter_->ValueTracker());
+        while (tracker ? block.NextChild(&child, *tracker) : block.NextChild(&child)) {
             const ZtUWideStringBuffer& name = child.GetName();
             if (name == L"p") {
                 ZtOdPdsUorVector second3d;
                 if (!ScanUorVector(child, &second3d))
-                    return;
+                    return drop(ZtOdPdsCheck::kTagPoint, child.GetValue().Str(), 0,
+                                tracker ? tracker->NameAt() : ZtOdPdsSourcePosition{});
                 point = second3d.ToMaster(uorsPerMaster_);
                 havePoint_ = 1;
             } else if (name == L"text") {
-                if (TakeBody(child, &body))
+                sawText = true;
+                if (reporter_)
+                    reporter_->TextRead(child.GetValue().Str(), tracker->NameAt(), block);
+                if (TakeBody(child, &body)) {
                     rewrites = 0;
+                    sawBody = true;
+                }
                 ++rewrites;
+            } else if (reporter_ && !(name == L"l")) {
+                reporter_->Report(ZtOdPdsCheck::kUnknownKey, tracker->NameAt(), name.Str(),
+                                  kZtOdPdsKeyInTag);
             }
         }
     }
@@ -227,18 +300,20 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
     // every LF, so all of them together are one pass that puts `rewrites` there.
     if (rewrites > 0) {
         if (!ChargeAddedLineEnds(body, rewrites))
-            return;
+            return drop(ZtOdPdsCheck::kTagLineEnds, {}, kZtOdPdsMaxFileAddedLineEnds);
         std::wstring lineEnd(rewrites, L'\r');
         lineEnd += L'\n';
         body.Replace(L"\n", lineEnd.c_str(), 1);
     }
     // Before anything is made, so that a tag without text leaves no empty view behind.
     if (body.IsEmpty())
-        return;
+        return drop(ZtOdPdsCheck::kTagText, {}, !sawText ? 0 : !sawBody ? 1 : 2);
 
     if (viewChanged_ != 0 || !currentView_) {
         CloseView();
         currentView_ = MakeView();
+        if (reporter_)
+            reporter_->ViewTried(currentView_ != nullptr, perspAngle_);
         if (!currentView_)
             return;
     }
@@ -272,6 +347,8 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
 
     currentView_->EditComments().PushBack(comment.release());
     currentView_->EditRedlines().PushBack(tag.release());
+    if (reporter_)
+        reporter_->TagImported(id, tagAt);
 }
 
 ZtOpView* ZtOdPdsTagImportAction::MakeView() {
@@ -298,10 +375,9 @@ ZtOpView* ZtOdPdsTagImportAction::MakeView() {
 }
 
 void ZtOdPdsTagImportAction::CloseView() {
-    if (currentView_) {
-        folder_.AddChild(currentView_);
-        currentView_ = nullptr;
-    }
+    // The folder owns the view from the call on, even when the call fails.
+    if (ZtOpView* view = std::exchange(currentView_, nullptr))
+        folder_.AddChild(view);
     viewChanged_ = 1;
 }
 

@@ -6,9 +6,12 @@
 #include "ztutil/ZtUComponent.h"
 
 #include <cstdint>
+#include <memory>
 
 class ZtOaNode;
 class ZtOdPdsBlock;
+class ZtOdPdsDiagnostics;
+class ZtOdPdsTagReporter;
 class ZtOpNextCommentIdElement;
 class ZtOpSavedViewsElement;
 class ZtOpState;
@@ -68,6 +71,12 @@ public:
 
     const ZtOpFolderItem& GetFolder() const { return folder_; }
 
+    // The files read from now on report what becomes of their blocks to `diagnostics` (not
+    // owned; null: nothing is reported). What waits for a later file, such as viewpoint
+    // keys that no tag has taken yet, is reported by FinishReport, when no file follows.
+    void SetDiagnostics(ZtOdPdsDiagnostics* diagnostics);
+    void FinishReport();
+
     static ZtUComponent& GetComponent();
     static int StartComponent();
     static int EndComponent();
@@ -99,4 +108,6 @@ private:
     std::uint64_t addedLineEndsLeft_ = kZtOdPdsMaxFileAddedLineEnds;
     ZtOpFolderItem folder_;
     ZtOpView* currentView_ = nullptr;
+    // Only for a reporting import.
+    std::unique_ptr<ZtOdPdsTagReporter> reporter_;
 };

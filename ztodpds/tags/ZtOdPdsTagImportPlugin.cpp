@@ -12,13 +12,13 @@
 
 namespace {
 
-constexpr unsigned int kTypeNumber = 137;
-constexpr int kHelpId = 61466;
+constexpr unsigned int kImportTypeNumber = 137;
+constexpr int kImportHelpId = 61466;
 
 } // namespace
 
 ZtOdPdsTagImportPlugin::ZtOdPdsTagImportPlugin()
-    : ZtOpExportPlugin(kTypeNumber, "ZtOdPdsTagImportPlugin", 1) {}
+    : ZtOpExportPlugin(kImportTypeNumber, "ZtOdPdsTagImportPlugin", 1) {}
 
 ZtOdPdsTagImportPlugin::~ZtOdPdsTagImportPlugin() = default;
 
@@ -71,7 +71,7 @@ int ZtOdPdsTagImportPlugin::Import(ZtOpState* state, const wchar_t* path, ZtOpPr
 }
 
 int ZtOdPdsTagImportPlugin::IHelp() {
-    InvokeHelp(nullptr, kHelpId);
+    InvokeHelp(nullptr, kImportHelpId);
     return 1;
 }
 

@@ -16,9 +16,6 @@
 
 namespace {
 
-// The DMRS value of an element node, as the host's DGN loader attaches it.
-constexpr const char* kDmrsAttribute = "ZtDgnDMRSAttribute";
-
 void WriteVector(ZtUFile* file, const wchar_t* format, const ZtOdPdsUorVector& v) {
     ZtUSysFile::fwprintf(file, format, static_cast<long long>(v.x), static_cast<long long>(v.y),
                          static_cast<long long>(v.z));
@@ -30,7 +27,7 @@ void ZtOdPdsTagRecord::Fill(const ZtOaNode* node, const ZtOpRedlineTag* tag,
                             const ZtOpComment* comment, const ZtOpView* view,
                             double uorsPerMaster) {
     if (node) {
-        const ZtOaAttribute* attribute = node->FindAttribute(kDmrsAttribute);
+        const ZtOaAttribute* attribute = node->FindAttribute(kZtOdPdsDmrsAttribute);
         if (attribute && attribute->GetKind() == ZtOaAttribute::kNat64Attribute)
             linkage.Set(static_cast<const ZtOaNat64Attribute*>(attribute)->GetValue());
     }

@@ -12,14 +12,7 @@
 
 namespace {
 
-const std::string kProgram = ZT_BIN_DIR "/pdsreview";
 const std::string kPlant = ZT_SOURCE_DIR "/examples/plant";
-
-// Runs a shell command in `folder` with the built pdsreview first on the path.
-ProgramRun Shell(const std::string& folder, const std::string& command) {
-    return RunProgram("/bin/sh",
-                      {"-c", "cd '" + folder + "' && PATH='" ZT_BIN_DIR "':$PATH && " + command});
-}
 
 // The example commands of a text: the lines of `indent` and "pdsreview " that follow a
 // line beginning with "Examples", up to the first other line that is not empty.
@@ -39,14 +32,15 @@ std::vector<std::string> Examples(const std::string& text, const std::string& in
     return examples;
 }
 
-// An export that fails part-way leaves the old file byte for byte and fails the run; so
-// does standard output that can't be written.
+// An export that fails part-way, here at a limit on file sizes whose signal would end
+// the process, leaves the old file byte for byte and fails the run; so does standard
+// output that can't be written, to a full device or a pipe closed early.
 TEST(PdsReview, FailedWritesLoseNothingAndFailTheRun) {
     ZtTestTempDir dir;
     const std::string old(5000, 'o');
     ASSERT_TRUE(ZtTestWriteBytes(dir.File("old.tag"), old));
-    const ProgramRun cut = Shell(dir.Path(), "trap '' XFSZ; ulimit -f 1; pdsreview open '" +
-                                                 kPlant + "/plant.dri' export-tags old.tag");
+    const ProgramRun cut = RunShellWithPdsReview(
+        dir.Path(), "ulimit -f 1; pdsreview open '" + kPlant + "/plant.dri' export-tags old.tag");
     EXPECT_EQ(cut.exitStatus, 4);
     EXPECT_NE(cut.err.find("export-tags old.tag: status 4: cannot write old.tag: File too large; "
                            "the old file is left as it was"),
@@ -55,14 +49,23 @@ TEST(PdsReview, FailedWritesLoseNothingAndFailTheRun) {
     EXPECT_EQ(ZtTestReadBytes(dir.File("old.tag")), old);
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.Path()), {}), 1);
 
-    const ProgramRun full = Shell(dir.Path(), "pdsreview plugins >/dev/full");
+    const ProgramRun full = RunShellWithPdsReview(dir.Path(), "pdsreview plugins >/dev/full");
     EXPECT_EQ(full.exitStatus, 4);
     EXPECT_NE(full.err.find("cannot write standard output: No space left on device"),
               std::string::npos)
         << full.err;
+    // Four times the sample's models with their elements: more than a pipe holds.
+    std::string opens;
+    for (int i = 0; i < 4; ++i)
+        opens += " open '" + kPlant + "/plant.dri'";
+    const ProgramRun closed =
+        RunProgram("/bin/bash", {"-c", "'" ZT_BIN_DIR "/pdsreview' --json --elements" + opens +
+                                           " | head -c 10 >/dev/null; exit ${PIPESTATUS[0]}"});
+    EXPECT_EQ(closed.exitStatus, 4);
+    EXPECT_EQ(closed.err, "pdsreview: cannot write standard output: Broken pipe\n");
 
-    const ProgramRun fresh = Shell(dir.Path(), "umask 022; pdsreview open '" + kPlant +
-                                                   "/plant.dri' export-tags new.tag");
+    const ProgramRun fresh = RunShellWithPdsReview(
+        dir.Path(), "umask 022; pdsreview open '" + kPlant + "/plant.dri' export-tags new.tag");
     EXPECT_EQ(fresh.exitStatus, 0) << fresh.err;
     struct stat status;
     ASSERT_EQ(::stat(dir.File("new.tag").c_str(), &status), 0);
@@ -77,7 +80,8 @@ TEST(PdsReview, ExamplesRunAsWritten) {
     text << readme.rdbuf();
     std::vector<std::string> examples = Examples(text.str(), "    ");
     EXPECT_GE(examples.size(), 5u);
-    const std::vector<std::string> help = Examples(RunProgram(kProgram, {"--help"}).out, "  ");
+    const std::vector<std::string> help =
+        Examples(RunProgram(PdsReviewProgram(), {"--help"}).out, "  ");
     EXPECT_GE(help.size(), 2u);
     examples.insert(examples.end(), help.begin(), help.end());
 
@@ -85,12 +89,13 @@ TEST(PdsReview, ExamplesRunAsWritten) {
     std::filesystem::copy(ZT_SOURCE_DIR "/examples", root.File("examples"),
                           std::filesystem::copy_options::recursive);
     for (const std::string& example : examples) {
-        const ProgramRun run = Shell(root.Path(), example);
+        const ProgramRun run = RunShellWithPdsReview(root.Path(), example);
         EXPECT_EQ(run.exitStatus, 0) << example << "\n" << run.err;
         EXPECT_EQ(run.err, "") << example;
     }
-    EXPECT_EQ(RunProgram(kProgram, {"--version"}).out, "pdsreview " ZTODPDS_VERSION "\n");
-    EXPECT_EQ(Shell(ZT_BIN_DIR, "pdsreview --plugin ztodpds.so plugins").exitStatus, 0);
+    EXPECT_EQ(RunProgram(PdsReviewProgram(), {"--version"}).out, "pdsreview " ZTODPDS_VERSION "\n");
+    EXPECT_EQ(RunShellWithPdsReview(ZT_BIN_DIR, "pdsreview --plugin ztodpds.so plugins").exitStatus,
+              0);
 }
 
 } // namespace

@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
-"""Runs pdsreview end-to-end cases: one folder per case.
+"""Runs end-to-end cases of pdsreview (or, with --program, another of the project's
+programs, such as pdscheck): one folder per case.
 
 A case folder holds:
-  cmd            one run of pdsreview a line: its arguments, split as a POSIX shell
+  cmd            one run of the program a line: its arguments, split as a POSIX shell
                  would (shlex); a line may end with "> FILE" and "2> FILE" to name
                  the files its output streams are compared with. Lines starting with
                  '#' are comments.
@@ -90,7 +91,7 @@ def compare(label, expected, actual):
 
 def run_case(case_dir, options):
     name = os.path.basename(os.path.normpath(case_dir))
-    program_name = "pdsreview.exe" if options.windows else "pdsreview"
+    program_name = options.program + (".exe" if options.windows else "")
     program = options.emulator + [os.path.join(os.path.abspath(options.bin), program_name)]
     ok = True
     with tempfile.TemporaryDirectory(prefix="pdscase-") as tmp:
@@ -103,7 +104,11 @@ def run_case(case_dir, options):
                 for file_name in files:
                     if file_name.endswith((".dri", ".tag", ".dst")):
                         path = os.path.join(root, file_name)
-                        write(path, substitute(read(path), places))
+                        # Rewritten only where a placeholder stands, so that a file's
+                        # bytes that are not UTF-8 stay as they are.
+                        text = read(path)
+                        if substitute(text, places) != text:
+                            write(path, substitute(text, places))
         for number, words, out_name, err_name in runs_of(case_dir):
             args = [substitute(word, places) for word in words]
             result = subprocess.run(program + args, cwd=tmp, stdin=subprocess.DEVNULL, capture_output=True)
@@ -142,7 +147,8 @@ def run_case(case_dir, options):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("--bin", required=True, help="the folder that holds pdsreview")
+    parser.add_argument("--bin", required=True, help="the folder that holds the program")
+    parser.add_argument("--program", default="pdsreview", help="the program the cases run")
     parser.add_argument("--emulator", default="", help="a command to run pdsreview with, e.g. wine")
     parser.add_argument(
         "--windows", action="store_true", help="pdsreview is a Windows build: compare with the .windows files"

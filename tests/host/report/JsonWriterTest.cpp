@@ -28,7 +28,9 @@ TEST(JsonWriter, DoublesAreShortestExactAndNonFiniteIsNull) {
               "[null, null]\n");
 }
 
-TEST(JsonWriter, WideTextIsUtf8WithLoneSurrogatesEscaped) {
+// Every string is UTF-8: a lone surrogate of wide text, which UTF-8 can't hold, is
+// U+FFFD; a byte of narrow text that begins no UTF-8 sequence (a file name's) is \xNN.
+TEST(JsonWriter, EveryStringIsUtf8) {
     EXPECT_EQ(Value([](JsonWriter& j) { j.WideString(L"a\"\\\n\t\x01\u00e9"); }),
               "[\"a\\\"\\\\\\n\\t\\u0001\xc3\xa9\"]\n");
     // U+1F600 as a pair, then a lone high and a lone low surrogate.
@@ -36,7 +38,13 @@ TEST(JsonWriter, WideTextIsUtf8WithLoneSurrogatesEscaped) {
     std::string out;
     JsonWriter json(out);
     json.WideString(text);
-    EXPECT_EQ(out, "\"x\xf0\x9f\x98\x80\\ud800y\\udc00\"");
+    EXPECT_EQ(out, "\"x\xf0\x9f\x98\x80\xef\xbf\xbdy\xef\xbf\xbd\"");
+    EXPECT_EQ(Value([](JsonWriter& j) {
+                  j.String("caf\xe9 \xc3\xa9 \xed\xa0\x80 \xf0\x9f\x98");
+                  j.String("\x1b]0;title\x07");
+              }),
+              "[\"caf\\\\xe9 \xc3\xa9 \\\\xed\\\\xa0\\\\x80 \\\\xf0\\\\x9f\\\\x98\", "
+              "\"\\u001b]0;title\\u0007\"]\n");
 }
 
 } // namespace

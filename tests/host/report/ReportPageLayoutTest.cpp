@@ -30,32 +30,4 @@ TEST(ReportPageLayout, TheSceneFillsTheTightestDrawing) {
     EXPECT_GT(layout.X(plan, {0, 0, 0}), kPageViewMargin);
 }
 
-TEST(ReportPageLayout, TheScaleBarIsOneTwoOrFiveTimesAPowerOfTen) {
-    struct Case {
-        double scale, length;
-    };
-    for (const Case c : {Case{1, 100}, Case{0.5, 200}, Case{0.2, 500}, Case{7.3, 20},
-                         Case{1500, 0.1}, Case{1e-3, 1e5}}) {
-        PageLayout layout;
-        layout.scale = c.scale;
-        EXPECT_DOUBLE_EQ(layout.ScaleBarLength(), c.length) << c.scale;
-        EXPECT_LE(layout.ScaleBarLength() * c.scale, kPageScaleBarPixels);
-    }
-}
-
-// Elements under a pixel go to the raster; of the rest, the biggest are drawn.
-TEST(ReportPageLayout, ShapesAreTheBiggestElementsOfAPixelOrMore) {
-    ReportScene scene;
-    for (std::size_t i = 0; i < kPageMaxShapes + 2; ++i)
-        scene.elements.push_back({ZtLBox3f({0, 0, 0}, {1.0 + i, 1, 1}), 0, 0});
-    scene.elements.push_back({ZtLBox3f({0, 0, 0}, {0.5, 0.5, 0.5}), 0, 0});
-    const std::vector<bool> shapes = ChooseShapes(scene, 1.0);
-    EXPECT_FALSE(shapes[0]);
-    EXPECT_FALSE(shapes[1]);
-    EXPECT_TRUE(shapes[2]);
-    EXPECT_TRUE(shapes[kPageMaxShapes + 1]);
-    EXPECT_FALSE(shapes.back());
-    EXPECT_EQ(std::count(shapes.begin(), shapes.end(), true), kPageMaxShapes);
-}
-
 } // namespace

@@ -1,7 +1,8 @@
 // The report page's content, from scenes made in memory, and the report step of pdsreview.
 #include "report/ReportPage.h"
-#include "report/ReportScene.h"
+#include "ReportTestScenes.h"
 #include "support/RunProgram.h"
+#include "tools/ZtTestDgnWriter.h"
 #include "tools/ZtTestFiles.h"
 
 #include <gtest/gtest.h>
@@ -15,58 +16,105 @@ std::size_t Occurrences(const std::string& text, const std::string& part) {
     return count;
 }
 
+// The text of the element with `id`, up to its end tag `end`.
+std::string Part(const std::string& page, const std::string& id, const std::string& end) {
+    const std::size_t from = page.find("id=\"" + id + "\"");
+    return from == std::string::npos ? "" : page.substr(from, page.find(end, from) - from);
+}
+
+// One element drawn by its source, one tag on it, seen by a camera from the south-east.
 ReportScene OneTagScene(const std::string& text) {
     ReportScene scene;
+    scene.producer = "pdsreview 9.9";
     scene.controlFile = "a&b.dri";
     scene.sceneUnits = "m";
-    scene.elements.push_back({ZtLBox3f({0, 0, 0}, {10, 5, 2}), 3, 7});
+    scene.elements.push_back({ZtLBox3f({0, 0, 0}, {10, 5, 2}), 3, 7, 4});
+    scene.models.push_back({"pipes.dgn", "", "", 0, 1, ZtLBox3f({0, 0, 0}, {10, 5, 2})});
+    auto source = std::make_shared<FakeElementSource>();
+    source->geometry[0] = Polyline({{0, 0, 0}, {10, 5, 2}, {10, 0, 0}});
+    source->facts[0] = {12, "0 12 101 0", {{"Line </script>", "P-101"}, {"Rating", "PN 16"}}};
+    scene.source = source;
     ReportTag tag;
     tag.id = 42;
     tag.placed = true;
-    tag.position = ZtLPos3f(4, 2, 1);
+    tag.position = ZtLPos3f(5, 2.5, 1);
     tag.text = text;
-    scene.views.push_back({"View <1>", ZtLPos3f(20, -20, 10), ZtLVec3f(-1, 1, 0), {tag}});
+    tag.element = 0;
+    tag.window = tag.windowB = {0.5, 0.5};
+    scene.views.push_back({"View <1>", LookingAt({20, -20, 10}, {5, 2.5, 1}), {}, {tag}});
     scene.sets.push_back({"Set", "", {"Level = \"Level 3\""}, {0}});
     return scene;
 }
 
-TEST(ReportPage, TextIsEscapedWithOneBreakPerLineEnd) {
-    const std::string page = ReportPageHtml(OneTagScene("a < b & c\r\nd\n\re\rf\ng"));
-    EXPECT_NE(page.find("a &lt; b &amp; c\nd\ne\nf\ng</span>"), std::string::npos) << page;
+// Each text of the review's files is escaped and stands in a bidirectional isolate, so
+// that an override in it (U+202E here) turns round nothing beyond its own text.
+TEST(ReportPage, TextIsEscapedAndIsolatedWithOneBreakPerLineEnd) {
+    const std::string page = ReportPageHtml(OneTagScene("a < b & c\r\nd\n\re\rf\ng\u202e"));
+    EXPECT_NE(page.find("<bdi>a &lt; b &amp; c\nd\ne\nf\ng\u202e</bdi></span>"), std::string::npos)
+        << page;
     EXPECT_NE(page.find("<title>Design review: a&amp;b.dri</title>"), std::string::npos);
-    EXPECT_NE(page.find("<h3>View &lt;1&gt;</h3>"), std::string::npos);
-    EXPECT_NE(page.find("Level = &quot;Level 3&quot;"), std::string::npos);
+    EXPECT_NE(page.find("><bdi>View &lt;1&gt;</bdi></button></h3>"), std::string::npos);
+    EXPECT_NE(page.find("<h2 id=\"title-saved-0\">Saved view: View &lt;1&gt;</h2>"),
+              std::string::npos);
+    EXPECT_NE(page.find("<bdi>Level = &quot;Level 3&quot;</bdi>"), std::string::npos);
+    // Inside the page's data, no text closes its script early.
+    EXPECT_NE(page.find("\"Line <\\/script>\""), std::string::npos);
+    EXPECT_EQ(Occurrences(page, "</script>"), 2u);
 }
 
 // Nothing is fetched: no external script, style sheet, image or font, and the one
-// address is the name of the SVG namespace.
-TEST(ReportPage, IsSelfContainedAndTheSameEachTime) {
+// address is the name of the SVG namespace. The program that wrote it is named.
+TEST(ReportPage, IsSelfContainedTheSameEachTimeAndSaysWhoWroteIt) {
     const std::string page = ReportPageHtml(OneTagScene("x"));
     EXPECT_EQ(page, ReportPageHtml(OneTagScene("x")));
     for (const char* part : {" src=", "<link", "@import", "url("})
         EXPECT_EQ(page.find(part), std::string::npos) << part;
     EXPECT_EQ(Occurrences(page, "http"), Occurrences(page, "http://www.w3.org/2000/svg"));
+    EXPECT_NE(page.find("<meta name=\"generator\" content=\"pdsreview 9.9\">"), std::string::npos);
+    EXPECT_NE(page.find("written by pdsreview 9.9</p>"), std::string::npos);
 }
 
-// A pin lands where the view's own mapping puts the tag's point.
-TEST(ReportPage, PinsFollowTheViewsMapping) {
+// A pin stands where the drawing's own mapping puts the tag's point, and the element is
+// drawn through its real vertices.
+TEST(ReportPage, PinsAndShapesFollowTheViewsMapping) {
     const std::string page = ReportPageHtml(OneTagScene("x"));
-    EXPECT_EQ(Occurrences(page, "<g class=\"pin\" data-tag=\"42\""), 3u);
-    const std::size_t svg = page.find("id=\"view-plan\"");
+    EXPECT_EQ(Occurrences(page, "<g class=\"pin\" data-tag=\"42\""), 4u); // 3 drawings, 1 view
+    const std::string plan = Part(page, "view-plan", "</svg>");
     auto number = [&](const char* key) {
-        return std::stod(page.substr(page.find(key, svg) + std::string(key).size()));
+        return std::stod(plan.substr(plan.find(key) + std::string(key).size()));
     };
     const double scale = number("data-scale=\""), ox = number("data-ox=\""),
                  oy = number("data-oy=\"");
-    const std::size_t pin = page.find("translate(", svg) + 10;
-    const double x = std::stod(page.substr(pin));
-    const double y = std::stod(page.substr(page.find(' ', pin)));
-    EXPECT_NEAR(x, ox + scale * 4, 0.01);
-    EXPECT_NEAR(y, oy - scale * 2, 0.01);
+    const double x = number("data-anchor=\"");
+    const double y = std::stod(plan.substr(plan.find(' ', plan.find("data-anchor=\""))));
+    EXPECT_NEAR(x, ox + scale * 5, 0.01);
+    EXPECT_NEAR(y, oy - scale * 2.5, 0.01);
+    const std::size_t path = plan.find("<path class=\"l3 c7\" data-e=\"0\" d=\"M");
+    ASSERT_NE(path, std::string::npos) << plan;
+    const std::string d = plan.substr(path, plan.find("\"/>", path) - path);
+    EXPECT_EQ(Occurrences(d, "L"), 2u) << d;
+    EXPECT_NEAR(std::stod(d.substr(d.find('M') + 1)), ox, 0.01);
 }
 
-// Elements under a pixel go into the raster, the rest are shapes; a set's raster
-// elements get an overlay of their own.
+// The saved view is drawn through its camera, with its tag; a view whose camera gives no
+// view says so.
+TEST(ReportPage, SavedViewsAreDrawnAsTheirCamerasSawThem) {
+    ReportScene scene = OneTagScene("x");
+    const std::string page = ReportPageHtml(scene);
+    const std::string saved = Part(page, "view-saved-0", "</svg>");
+    EXPECT_NE(saved.find("data-perspective=\"1\""), std::string::npos);
+    EXPECT_NE(saved.find("data-anchor=\"230 230\""), std::string::npos) << saved;
+    EXPECT_NE(saved.find("data-e=\"0\" d=\"M"), std::string::npos);
+    scene.views.push_back(scene.views[0]);
+    scene.views[1].camera.SetHeightField(0);
+    const std::string two = ReportPageHtml(scene);
+    EXPECT_NE(Part(two, "saved-1", "</figure>").find("Its camera gives no view."),
+              std::string::npos);
+    EXPECT_NE(two.find("id=\"saved-1\" hidden"), std::string::npos);
+}
+
+// Elements under a pixel go into the rasters, the rest are shapes; a set's raster
+// elements get an overlay of their own, and its shapes are listed for the script.
 TEST(ReportPage, SmallElementsJoinTheRaster) {
     ReportScene scene = OneTagScene("x");
     for (int i = 0; i < 1000; ++i) {
@@ -75,33 +123,102 @@ TEST(ReportPage, SmallElementsJoinTheRaster) {
     }
     scene.sets[0].elements = {0, 1, 2};
     const std::string page = ReportPageHtml(scene);
-    EXPECT_EQ(Occurrences(page, "<rect class="), 3u); // the big one, in each view
-    EXPECT_EQ(Occurrences(page, "<image class=\"raster level\""), 3u);
-    EXPECT_EQ(Occurrences(page, "<image class=\"raster colour\""), 3u);
-    EXPECT_EQ(Occurrences(page, "<image class=\"overlay\" data-set=\"0\""), 3u);
-    EXPECT_NE(page.find("const SETS=[[0]];"), std::string::npos);
+    EXPECT_EQ(Occurrences(page, "<path class=\"l5"), 0u);
+    EXPECT_EQ(Occurrences(page, "<image class=\"raster level\""), 4u);
+    EXPECT_EQ(Occurrences(page, "<image class=\"raster colour\""), 4u);
+    EXPECT_EQ(Occurrences(page, "<image class=\"overlay\" data-set=\"0\""), 4u);
+    EXPECT_NE(page.find("\"sets\": [[0]]"), std::string::npos);
+}
+
+// The data of a clickable element, its attribute lists written once.
+TEST(ReportPage, ElementDataForTheScript) {
+    ReportScene scene = OneTagScene("x");
+    scene.elements.push_back({ZtLBox3f({0, 0, 0}, {10, 5, 2}), 4, 1, 17});
+    auto* source = static_cast<FakeElementSource*>(scene.source.get());
+    source->geometry[1] = Polyline({{0, 0, 0}, {10, 5, 2}});
+    source->facts[1] = source->facts[0];
+    source->facts[1].index = 13;
+    const std::string page = ReportPageHtml(scene);
+    EXPECT_NE(page.find("\"0\": [0, 12, 3, 7, 4, 0, \"0 12 101 0\", 0]"), std::string::npos);
+    EXPECT_NE(page.find("\"1\": [0, 13, 4, 1, 17, 0, \"0 12 101 0\", 0]"), std::string::npos);
+    EXPECT_NE(page.find("\"types\": {\"4\": \"line string\", \"17\": \"text\"}"),
+              std::string::npos);
+    EXPECT_EQ(Occurrences(page, "\"Rating\""), 1u);
+    EXPECT_NE(page.find("data-e=\"0\"><button"), std::string::npos); // the tag's element
+}
+
+// A long legend starts folded; a short one open.
+TEST(ReportPage, LongLegendsFold) {
+    ReportScene scene = OneTagScene("x");
+    for (std::uint8_t level = 10; level < 30; ++level)
+        scene.elements.push_back({ZtLBox3f({0, 0, 0}, {1, 1, 1}), level, 3});
+    const std::string page = ReportPageHtml(scene);
+    EXPECT_NE(page.find("<details class=\"legend level\"><summary>Levels (21)"), std::string::npos);
+    EXPECT_NE(page.find("<details class=\"legend colour\" open><summary>Colours (2)"),
+              std::string::npos);
 }
 
 TEST(ReportPage, StepWritesThePageOrSaysWhyNot) {
-    const std::string program = ZT_BIN_DIR "/pdsreview";
     ZtTestTempDir dir;
     const std::string path = dir.Path() + "/plant.html";
-    const ProgramRun run = RunProgram(
-        program, {"--quiet", "open", ZT_SOURCE_DIR "/examples/plant/plant.dri", "report", path});
+    const ProgramRun run =
+        RunProgram(PdsReviewProgram(),
+                   {"--quiet", "open", ZT_SOURCE_DIR "/examples/plant/plant.dri", "report", path});
     ASSERT_EQ(run.exitStatus, 0) << run.err;
     const std::string page = ZtTestReadBytes(path);
     for (const char* part :
-         {"3 saved views, 6 tags, 5 selection sets",
+         {"3 saved views, 6 tags, 9 selection sets",
           "turned 90\u00b0 about Z, moved by (10, 5, 0) m",
-          "scaled from ft to m, turned 90\u00b0 about Z", "DMRS 0 12 101 0", "18 elements"})
+          "scaled from ft to m, turned 90\u00b0 about Z", "DMRS 0 13 301 0", "18 elements"})
         EXPECT_NE(page.find(part), std::string::npos) << part;
 
     const std::string bad = dir.Path() + "/no/such/page.html";
-    const ProgramRun failed = RunProgram(program, {"--quiet", "report", bad});
+    const ProgramRun failed = RunProgram(PdsReviewProgram(), {"--quiet", "report", bad});
     EXPECT_EQ(failed.exitStatus, 4);
     EXPECT_NE(failed.err.find("pdsreview: report " + bad + ": status 4: cannot write " + bad),
               std::string::npos)
         << failed.err;
+}
+
+// Through pdsreview, from a model's file: a standing cylinder, an ellipse, an arc, a curve
+// and a text are each drawn through points of their own kind.
+TEST(ReportPage, ModelElementsAreDrawnAsWhatTheyAre) {
+    ZtTestDgnWriter w(3, {1000, 1, "m", "mm", {0, 0, 0}});
+    ZtTestDgnSymbology s;
+    w.Cone(s, {}, {0, 0, 0}, 2000, {0, 0, 6000}, 2000);
+    w.Ellipse(s, {10000, 0, 0}, 3000, 1000, {});
+    w.Arc(s, {0, 10000, 0}, 2000, 2000, {}, 0, 90);
+    w.Curve(s, {{-1000, -4000, 0},
+                {0, -4000, 0},
+                {1000, -4000, 0},
+                {3000, -2000, 0},
+                {5000, -4000, 0},
+                {6000, -4000, 0},
+                {7000, -4000, 0}});
+    w.Text(s, {8000, 8000, 0}, "TANK", 1000);
+    w.EndOfDesign();
+    ZtTestTempDir dir;
+    ASSERT_TRUE(w.Save(dir.File("round.dgn")));
+    const ProgramRun run =
+        RunProgram(ZT_BIN_DIR "/pdsreview",
+                   {"--quiet", "model", dir.File("round.dgn"), "report", dir.File("round.html")});
+    ASSERT_EQ(run.exitStatus, 0) << run.err;
+    const std::string plan = Part(ZtTestReadBytes(dir.File("round.html")), "view-plan", "</svg>");
+    auto path = [&](int element) {
+        const std::string start = "data-e=\"" + std::to_string(element) + "\" d=\"";
+        const std::size_t at = plan.find(start);
+        return at == std::string::npos ? std::string()
+                                       : plan.substr(at, plan.find('"', at + start.size()) - at);
+    };
+    // From above the cylinder is its outline and both its ends, all on one circle.
+    EXPECT_EQ(Occurrences(path(0), "M"), 3u) << path(0);
+    EXPECT_GE(Occurrences(path(0), "L"), 3u * 16);
+    EXPECT_GE(Occurrences(path(1), "L"), 16u);
+    EXPECT_EQ(Occurrences(path(1), "Z"), 1u);
+    EXPECT_GE(Occurrences(path(2), "L"), 8u);
+    EXPECT_EQ(Occurrences(path(2), "Z"), 0u);
+    EXPECT_GT(Occurrences(path(3), "L"), 8u); // smoother than its three inner points
+    EXPECT_NE(plan.find(">TANK</text>"), std::string::npos);
 }
 
 } // namespace

@@ -91,4 +91,29 @@ TEST(SavedViewsReport, JsonAndSummary) {
     EXPECT_EQ(empty, "Saved views: 0\n");
 }
 
+// A tag shows the first comment of its view with its identifier; a text of the files
+// reaches a terminal with its control and reordering characters escaped, a name on one
+// line.
+TEST(SavedViewsReport, SummaryShowsEachTagsFirstCommentReadably) {
+    ZtOpState state;
+    auto* view = new ZtOpView;
+    view->SetName(L"View\x1b]0;title\a\nnext");
+    for (const wchar_t* body : {L"first \x1b[2J\r\nline \x202e", L"later"}) {
+        auto* comment = new ZtOpComment(7);
+        comment->SetBody(body);
+        view->EditComments().PushBack(comment);
+    }
+    view->EditRedlines().PushBack(
+        new ZtOpRedlineTag(7, 7, {0, 0}, {0, 0}, 0, {0, 0, 0}, 0, ZtLBox3f()));
+    ZtOpSavedViewsElement::Require(state.EditElementList())->Edit()->AddChild(view);
+    std::string out;
+    ReportStream stream(out, ReportStream::Text::kReadable);
+    AppendSavedItemsSummary(stream, state, SavedItemTree::kSavedViews);
+    EXPECT_EQ(out.substr(out.find("  view")), "  view \"View\\x1b]0;title\\x07\\x0anext\"\n"
+                                              "    eye (0, 0, 0), looking along (0, 0, -1), 0 "
+                                              "clip planes\n"
+                                              "    tag 7: first \\x1b[2J\n"
+                                              "           line \\u202e\n");
+}
+
 } // namespace

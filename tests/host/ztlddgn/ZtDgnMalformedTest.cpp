@@ -48,7 +48,15 @@ TEST(ZtDgnMalformed, FilesThatGiveNoModelSayWhy) {
         std::string reason;
         EXPECT_FALSE(folder.Load(c.bytes, &reason)) << c.what;
         EXPECT_NE(reason.find(c.reason), std::string::npos) << c.what << ": " << reason;
+        // A probe of the control block alone says the same.
+        std::string probed;
+        EXPECT_FALSE(ZtDgnProbeModel(folder.Write("model.dgn", c.bytes).c_str(), &probed));
+        EXPECT_EQ(probed, reason) << c.what;
     }
+    DgnTestFolder folder;
+    std::string none;
+    EXPECT_TRUE(ZtDgnProbeModel(folder.Write("model.dgn", ValidFile()).c_str(), &none));
+    EXPECT_EQ(none, "");
 }
 
 TEST(ZtDgnMalformed, PathsThatCannotBeRead) {

@@ -30,6 +30,22 @@ TEST(ZtOpGuid, FreshGuidsAreDistinctAndShapedLikeRandomOnes) {
               "01234567-89ab-cdef-fedc-ba9876543210");
 }
 
+// Scratch work under a mark leaves the sequence where it stood: the GUIDs drawn after it
+// are those that would have come without the scratch work.
+TEST(ZtOpGuid, AMarkHoldsTheSequenceForWhatComesAfterIt) {
+    ZtOpGuid next;
+    {
+        const ZtOpGuidSequenceMark mark;
+        next = ZtOpGuid::Create();
+        {
+            const ZtOpGuidSequenceMark inner;
+            ZtOpGuid::Create();
+        }
+        EXPECT_NE(ZtOpGuid::Create(), next);
+    }
+    EXPECT_EQ(ZtOpGuid::Create(), next);
+}
+
 TEST(ZtOpSelectionSetsElement, AppendMovesItemsAndRenewsDuplicateGuids) {
     ZtOpState state;
     ZtOpSelectionSetsElement* element = ZtOpSelectionSetsElement::Require(state.EditElementList());

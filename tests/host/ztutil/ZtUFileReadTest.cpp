@@ -1,12 +1,17 @@
 #include "FileStreams.h"
 
 #include "tools/ZtTestFiles.h"
+#include "ztutil/ZtUFileReader.h"
+#include "ztutil/ZtUFileScope.h"
 #include "ztutil/ZtUSysString.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
+#ifndef _WIN32
+#include <unistd.h>
+#endif
 
 namespace {
 
@@ -37,9 +42,17 @@ Units ReadUnitsByLines(const std::wstring& path, int count) {
     return units;
 }
 
-// What the stream must make of UTF-8 bytes without BOM: the host's UTF-8 decoding, then
-// CR LF to LF, then the end at the first U+FFFF. Utf8ToWide is that decoding; the stream
-// shares its decoder, which the fixtures pin down.
+// Code page 1252 from 0x80 to 0x9F; its five undefined bytes keep their value.
+constexpr unsigned kWindows1252[32] = {
+    0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x8D,   0x017D, 0x8F,   0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178,
+};
+
+// What the stream must make of UTF-8 bytes without BOM: the host's UTF-8 decoding, in
+// which a byte that begins no sequence is a character of code page 1252, then CR LF to LF,
+// then the end at the first U+FFFF. Utf8ToWide is that decoding with Latin-1 for such
+// bytes, which the table turns into 1252 (no input here holds an encoded U+0080-U+009F).
 Units Expected(const std::string& bytes) {
     const std::wstring wide = ZtUSysString::Utf8ToWide(bytes);
     Units units;
@@ -48,7 +61,8 @@ Units Expected(const std::string& bytes) {
             break;
         if (wide[i] == L'\r' && i + 1 < wide.size() && wide[i + 1] == L'\n')
             continue;
-        units.push_back(static_cast<unsigned>(wide[i]));
+        const auto unit = static_cast<unsigned>(wide[i]);
+        units.push_back(unit >= 0x80 && unit < 0xA0 ? kWindows1252[unit - 0x80] : unit);
     }
     return units;
 }
@@ -67,11 +81,13 @@ TEST(ZtUFileRead, DecodesFixturesAndShortFiles) {
         {"utf16be_bom.txt", "", {'x', 0xE9, '\n', '\n', 'y'}},
         {"utf16le_uffff.txt", "", {'a', 'b'}},
         // Overlong forms, encoded surrogates, code points past U+10FFFF, stray and
-        // truncated sequences: each byte is a Latin-1 character.
+        // truncated sequences: each byte is a Windows-1252 character.
         {"invalid_utf8.txt",
          "",
-         {0xE9, 0xC0, 0xAF, 0xE0, 0x80, 0xAF, 0xED, 0xA0, 0x80, 0xF4, 0x90, 0x80, 0x80, 0x80, 0xFF,
-          0xD83D, 0xDE00, 0xE2, 0x82}},
+         {0xE9, 0xC0, 0xAF, 0xE0, 0x20AC, 0xAF, 0xED, 0xA0, 0x20AC, 0xF4, 0x90, 0x20AC, 0x20AC,
+          0x20AC, 0xFF, 0xD83D, 0xDE00, 0xE2, 0x201A}},
+        // A Windows author's en dash; the code page's undefined bytes keep their value.
+        {nullptr, "a\x96z\x81\x8d\x8f\x90\x9d", {'a', 0x2013, 'z', 0x81, 0x8D, 0x8F, 0x90, 0x9D}},
         {"line_ends.txt", "", {'a', '\n', 'b', '\r', 'c', '\n', '\n', '\r', '\r', 'd', '\r'}},
         {"uffff.txt", "", {'a', 'b'}},
         {"no_bom_latin1.txt", "", {'c', 'a', 'f', 0xE9, ' ', 0xA3}},
@@ -117,6 +133,41 @@ TEST(ZtUFileRead, SequencesAndLineEndsAcrossChunkSeams) {
             }
         }
     }
+}
+
+TEST(ZtUFileRead, RecordsTheFilesReadAsWindows1252) {
+    struct Case {
+        std::string bytes;
+        std::uint64_t count; // bytes read as Windows-1252; 0: the file is not recorded
+        std::uint64_t first; // the character offset of the first
+    };
+    const Case cases[] = {
+        {"plain \xc3\xa9", 0, 0},
+        {"a\x96z\x96", 2, 1},
+        // Behind a character beyond the basic plane, two units.
+        {"\xf0\x9f\x98\x80\x80", 1, 2},
+        // In a later chunk, behind a CR LF that became one character.
+        {"\r\n" + std::string(kChunk + 3, 'a') + "\xe9", 1, kChunk + 4},
+    };
+    ZtTestTempDir dir;
+    ZtUSysFile::TakeLegacyReads();
+    for (const Case& c : cases) {
+        ASSERT_TRUE(ZtTestWriteBytes(dir.File("legacy.txt"), c.bytes));
+        ReadUnits(dir.WideFile("legacy.txt"));
+        const std::vector<ZtUSysFile::LegacyRead> reads = ZtUSysFile::TakeLegacyReads();
+        if (c.count == 0) {
+            EXPECT_TRUE(reads.empty()) << c.bytes;
+            continue;
+        }
+        ASSERT_EQ(reads.size(), 1u) << c.bytes;
+        EXPECT_EQ(reads[0].path, dir.WideFile("legacy.txt"));
+        EXPECT_EQ(reads[0].bytes, c.count) << c.bytes;
+        EXPECT_EQ(reads[0].firstCharacter, c.first) << c.bytes.size();
+    }
+    // A process that never takes the record keeps no more than a few.
+    for (std::size_t i = 0; i < ZtUSysFile::kLegacyReadsKept + 5; ++i)
+        ReadUnits(dir.WideFile("legacy.txt"));
+    EXPECT_EQ(ZtUSysFile::TakeLegacyReads().size(), ZtUSysFile::kLegacyReadsKept);
 }
 
 TEST(ZtUFileRead, Utf16LineEndAcrossChunkSeam) {
@@ -183,5 +234,38 @@ TEST(ZtUFileRead, ReadErrorEndsTheInputAndSetsTheFlag) {
     EXPECT_EQ(ZtUSysFile::fgetwc(file), kEnd);
     ZtUSysFile::fclose(file);
 }
+
+// A file that grows while it is read is read to the size it had at the start and a
+// margin, as one that claims no size and never ends would be.
+TEST(ZtUFileRead, AFileIsReadNoFurtherThanItsSizeAtTheStartAndAMargin) {
+    ZtTestTempDir dir;
+    for (const std::size_t start : {std::size_t{0}, std::size_t{10}, 3 * kChunk}) {
+        ASSERT_TRUE(ZtTestWriteBytes(dir.File("growing.txt"), std::string(start, 'g')));
+        ZtUFile* file = OpenForReading(dir.WideFile("growing.txt"));
+        ASSERT_NE(file, nullptr);
+        ASSERT_TRUE(
+            ZtTestWriteBytes(dir.File("growing.txt"), std::string(start + 4 * kChunk, 'g')));
+        std::size_t count = 0;
+        while (ZtUSysFile::fgetwc(file) != kEnd)
+            ++count;
+        EXPECT_EQ(count, start + ZtUFileReader::kGrowthMargin) << start;
+        EXPECT_EQ(ZtUSysFile::fclose(file), 0);
+    }
+}
+
+#ifndef _WIN32
+// A link into /proc or /sys, such as a side file planted beside a control file, is not
+// read: such files are no one's text, and some never end.
+TEST(ZtUFileRead, FilesOfTheKernelAreNotRead) {
+    ZtTestTempDir dir;
+    ASSERT_EQ(::symlink("/proc/self/pagemap", dir.File("evil.tag").c_str()), 0);
+    const ZtUFileScope scope;
+    EXPECT_EQ(OpenForReading(dir.WideFile("evil.tag")), nullptr);
+    ASSERT_EQ(scope.GetWarnings().size(), 1u);
+    EXPECT_EQ(scope.GetWarnings()[0],
+              dir.File("evil.tag") + " is a file of the kernel's (in /proc or /sys), not read");
+    EXPECT_TRUE(scope.GetReads().empty());
+}
+#endif
 
 } // namespace

@@ -73,10 +73,10 @@ TEST(ZtUSysFilePaths, HasFileExtension) {
         bool has;
     };
     const Case cases[] = {
-        {L"/m/a.tag", L"tag", true}, {L"a.TAG", L"tag", false}, {L"atag", L"tag", false},
-        {L"tag", L"tag", false},     {L".tag", L"tag", true},   {L"a.tag.bak", L"tag", false},
-        {L"a.dst", L"dst", true},    {L"a.dst", L"st", false},  {nullptr, L"tag", false},
-        {L"a.tag", nullptr, false},
+        {L"/m/a.tag", L"tag", true}, {L"a.TAG", L"tag", true},      {L"atag", L"tag", false},
+        {L"a.Dst", L"DST", true},    {L"a.TAGS", L"tag", false},    {L"tag", L"tag", false},
+        {L".tag", L"tag", true},     {L"a.tag.bak", L"tag", false}, {L"a.dst", L"dst", true},
+        {L"a.dst", L"st", false},    {nullptr, L"tag", false},      {L"a.tag", nullptr, false},
     };
     for (const Case& c : cases)
         EXPECT_EQ(ZtUSysFile::HasFileExtensionW(c.name, c.extension), c.has)

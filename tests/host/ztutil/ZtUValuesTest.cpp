@@ -41,7 +41,8 @@ TEST(ZtUData, HoldsACountOnItsName) {
         ZtUData b = a;
         EXPECT_EQ(name->GetRefCount(), 2);
         EXPECT_TRUE(a == b);
-        b = b; // self-assignment keeps the count
+        const ZtUData& self = b;
+        b = self; // self-assignment keeps the count
         EXPECT_EQ(name->GetRefCount(), 2);
         b.SetInt32(1);
         EXPECT_EQ(name->GetRefCount(), 1);

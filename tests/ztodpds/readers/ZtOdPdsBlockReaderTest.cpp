@@ -1,3 +1,4 @@
+#include "readers/ZtOdPdsBlockReader.h"
 #include "readers/ZtOdPdsBlock.h"
 #include "readers/ZtOdPdsBlockFileSource.h"
 #include "tools/ZtTestFiles.h"
@@ -5,9 +6,15 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <ostream>
 #include <string>
 #include <vector>
+#ifndef _WIN32
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
 
 namespace {
 
@@ -165,6 +172,83 @@ TEST(ZtOdPdsBlockReader, LongNamesAndValuesGrowTheBuffer) {
     EXPECT_EQ(Children(text, 0), (Blocks{{name, value}}));
     EXPECT_EQ(FileBlocks(Utf8(text), 0), (Blocks{{name, value}}));
 }
+
+// From a file, a name longer than the longest and the text behind a NUL are not gathered:
+// neither can change what is read, which only the last characters of such text can (by
+// a "text" before a counted value). A line end starts a new name as always.
+TEST(ZtOdPdsBlockReader, FilesGatherNoTextThatCannotCount) {
+    constexpr std::size_t kLongest = ZtOdPdsBlockReader::kMaxNameLength;
+    const std::string longest(kLongest, 'x');
+    const std::wstring longestWide(kLongest, L'x');
+    const std::string nul(1, '\0');
+    const struct {
+        std::string bytes;
+        std::uint32_t flags;
+        Blocks blocks;
+    } cases[] = {
+        {longest + "x{v}", 0, {{L"", L"v"}}},
+        {longest + "  y{v}", 0, {{L"", L"v"}}},
+        // White space around the longest name is trimmed as ever.
+        {" \t" + longest + " \t " + std::string(kLongest, ' ') + "{v}", 0, {{longestWide, L"v"}}},
+        {longest + "   " + nul + "y{v}", 0, {{longestWide, L"v"}}},
+        {"tag" + nul + longest + longest + "{v}", 0, {{L"tag", L"v"}}},
+        {longest + longest + "\nb{2}", 0, {{L"b", L"2"}}},
+        {"n" + nul + longest + "text{3\n}x}", ZtOdPdsCountedText, {{L"n", L"3\n}x"}}},
+        {"a{b" + nul + longest + "text{4\n}}}}z{1}",
+         ZtOdPdsCountedText,
+         {{L"a", L"b"}, {L"z", L"1"}}},
+        {"a{b" + nul + "{c}{" + longest + "}}z{1}", 0, {{L"a", L"b"}, {L"z", L"1"}}},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(FileBlocks(c.bytes, c.flags), c.blocks) << c.bytes.substr(0, 40);
+}
+
+#ifndef _WIN32
+#if defined(__SANITIZE_ADDRESS__)
+#define ZT_NO_ADDRESS_LIMIT 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define ZT_NO_ADDRESS_LIMIT 1
+#endif
+#endif
+
+// When memory runs short for a value, the reader gathers nothing more of that block and
+// goes on with the next, rather than asking for the memory again at every character.
+TEST(ZtOdPdsBlockReader, AValueThatMemoryRunsShortForIsSkipped) {
+#ifdef ZT_NO_ADDRESS_LIMIT
+    GTEST_SKIP() << "an address-space limit leaves AddressSanitizer no room";
+#else
+    ZtTestTempDir dir;
+    ASSERT_TRUE(ZtTestWriteBytes(dir.File("big.txt"), "a{" + std::string(40u << 20, 'v') +
+                                                          "}\nb{2}\nc{" + std::string(9000, 'w') +
+                                                          "}\n"));
+    const pid_t child = ::fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        long pages = 0;
+        if (FILE* statm = std::fopen("/proc/self/statm", "r")) {
+            if (std::fscanf(statm, "%ld", &pages) != 1)
+                pages = 0;
+            std::fclose(statm);
+        }
+        const rlim_t room = static_cast<rlim_t>(pages) * ::sysconf(_SC_PAGESIZE) + (48u << 20);
+        const struct rlimit limit = {room, room};
+        ::setrlimit(RLIMIT_AS, &limit);
+        ZtOdPdsBlockFileSource source(0);
+        ZtOdPdsBlock block;
+        std::wstring names;
+        if (source.Open(dir.WideFile("big.txt").c_str()))
+            while (source.NextBlock(&block))
+                names += block.GetName().Str() + L":" +
+                         std::to_wstring(block.GetValue().GetLength()) + L" ";
+        ::_exit(names == L"b:1 c:9000 " ? 0 : 1);
+    }
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;
+#endif
+}
+#endif
 
 TEST(ZtOdPdsBlockFileSource, ReadsAnEnclosingBlockByName) {
     ZtTestTempDir dir;

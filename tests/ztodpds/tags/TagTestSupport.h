@@ -18,6 +18,9 @@
 #include <string>
 #include <vector>
 
+// The units factor of most tag tests: a thousand UORs a master unit.
+constexpr double kTagTestFactor = 1000.0;
+
 // A document whose first, empty model gives the units factor, with a folder for tag
 // files. Models of boxes made in memory and saved views with tags, all in master units,
 // can be added to export them.

@@ -8,11 +8,12 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <iterator>
+#include <new>
 #include <vector>
 
 namespace {
-
-constexpr double kFactor = 1000.0;
 
 // Straight down from `height` above (2, 1, 0): the view direction is exactly -Z, so that
 // every value below is exact in UORs.
@@ -53,7 +54,7 @@ struct TwoModels {
         TagDocument::AddTag(view, id, at, body, &second);
     }
 
-    TagDocument doc{kFactor};
+    TagDocument doc{kTagTestFactor};
 };
 
 // Unfiled tags first, then the files by name; each viewpoint key only where it changes,
@@ -97,7 +98,7 @@ TEST(ZtOdPdsTagExportPlugin, WritesGroupsAndStickyKeysAsTheFormatSays) {
         EXPECT_EQ(text, kTwoModelsText);
         EXPECT_EQ(plugin.GetTagCount(), 4);
         EXPECT_EQ(plugin.GetWrittenCount(), 4);
-        EXPECT_DOUBLE_EQ(plugin.GetUorsPerMaster(), kFactor);
+        EXPECT_DOUBLE_EQ(plugin.GetUorsPerMaster(), kTagTestFactor);
         ASSERT_NE(plugin.GetUnfiledRecords(), nullptr);
         EXPECT_EQ(plugin.GetUnfiledRecords()->Size(), 1u);
     }
@@ -106,7 +107,7 @@ TEST(ZtOdPdsTagExportPlugin, WritesGroupsAndStickyKeysAsTheFormatSays) {
 // Statuses in the order of the tests: file name, state, factor, saved views, file.
 TEST(ZtOdPdsTagExportPlugin, StatusesOfIExport) {
     ZtOdPdsTagExportPlugin plugin;
-    TagDocument doc(kFactor);
+    TagDocument doc(kTagTestFactor);
     const ZtUWideString name(doc.dir.WideFile("s.tag").c_str());
     EXPECT_EQ(plugin.IExport(0, nullptr, nullptr, nullptr), kZtOdPdsNoFile);
     EXPECT_EQ(plugin.IExport(0, nullptr, nullptr, &name), kZtOdPdsNoState);
@@ -121,7 +122,7 @@ TEST(ZtOdPdsTagExportPlugin, StatusesOfIExport) {
         ZtOpElementList empty;
     } noViews;
     auto* units = new ZtDgnModel(L"", noViews.EditNameDict());
-    units->SetUorsPerMaster(kFactor);
+    units->SetUorsPerMaster(kTagTestFactor);
     noViews.GetRootNode()->AddChild(units);
     EXPECT_EQ(plugin.IExport(0, &noViews, nullptr, &name), kZtOdPdsNoUnits);
     EXPECT_EQ(ZtTestReadBytes(doc.dir.File("s.tag")), "");
@@ -142,7 +143,7 @@ TEST(ZtOdPdsTagExportPlugin, StatusesOfIExport) {
 // the end when tags were dropped.
 TEST(ZtOdPdsTagExportPlugin, GatheringWalksFoldersAndCountsDroppedTags) {
     ZtTestRecordingProgress progress;
-    TagDocument doc(kFactor);
+    TagDocument doc(kTagTestFactor);
     auto* folder = new ZtOpFolderItem;
     doc.Root()->AddChild(folder);
     auto* selection = new ZtOpSelectionSet;
@@ -172,6 +173,62 @@ TEST(ZtOdPdsTagExportPlugin, GatheringWalksFoldersAndCountsDroppedTags) {
     ASSERT_EQ(progress.seen.size(), expected.size()) << ::testing::PrintToString(progress.seen);
     for (std::size_t i = 0; i < expected.size(); ++i)
         EXPECT_NEAR(progress.seen[i], expected[i], 1e-12) << i;
+}
+
+// A model's file name is a group's name in the file: one with braces and line ends would
+// end its block early and forge records of its own, so they are written as '_'.
+TEST(ZtOdPdsTagExportPlugin, GroupNamesCannotForgeBlocks) {
+    TagDocument doc(kTagTestFactor);
+    ZtOaPartition* model =
+        doc.AddModel(L"/data/p}}\ntag{666 1 0 0.0 1 2 3\r\ntext{10\nINJECTED}.dgn");
+    TagDocument::AddElement(model, TwoModels::Element(1), 0);
+    TagDocument::AddTag(DownView(doc, 10), 1, {1, 1, 0.125}, L"One");
+    ZtOdPdsTagExportPlugin plugin;
+    std::string text;
+    ASSERT_EQ(doc.Export(plugin, &text), kZtOdPdsOk);
+    EXPECT_EQ(text.substr(0, text.find('\n') + 1),
+              "file{0n{p___tag_666 1 0 0.0 1 2 3__text_10_INJECTED_.dgn}}\n");
+    EXPECT_EQ(text.find("INJECTED}"), std::string::npos);
+}
+
+// Several comments may share an identifier: a tag takes the first of them in its view,
+// and each view's comments are its own.
+TEST(ZtOdPdsTagExportPlugin, ATagTakesTheFirstCommentWithItsIdentifier) {
+    TagDocument doc(kTagTestFactor);
+    ZtOpView* first = DownView(doc, 10);
+    TagDocument::AddTag(first, 7, {2, 1, 0}, L"first");
+    auto* later = new ZtOpComment(7);
+    later->SetBody(L"later");
+    first->EditComments().PushBack(later);
+    ZtOpView* second = DownView(doc, 10);
+    TagDocument::AddTag(second, 7, {2, 1, 0}, L"own", nullptr, false);
+    auto* own = new ZtOpComment(7);
+    own->SetBody(L"own");
+    second->EditComments().PushBack(own);
+    ZtOdPdsTagExportPlugin plugin;
+    std::string text;
+    ASSERT_EQ(doc.Export(plugin, &text), kZtOdPdsOk);
+    EXPECT_NE(text.find("text{5\nfirst}}\n"), std::string::npos) << text;
+    EXPECT_NE(text.find("text{3\nown}}\n"), std::string::npos) << text;
+    EXPECT_EQ(text.find("later"), std::string::npos);
+}
+
+// An exception between the open and the close, here from the bar in the middle of the
+// writing, as from an allocation that fails, ends the export with a status and gives the
+// stream up: the old file stays, and no temporary file is left beside it.
+TEST(ZtOdPdsTagExportPlugin, AnExceptionWhileWritingLeavesTheOldFile) {
+    TwoModels models;
+    ASSERT_TRUE(ZtTestWriteBytes(models.doc.dir.File("out.tag"), "old\n"));
+    ZtTestRecordingProgress progress;
+    progress.onReport = [&progress] {
+        if (progress.seen.size() > 5)
+            throw std::bad_alloc();
+    };
+    ZtOdPdsTagExportPlugin plugin;
+    EXPECT_EQ(models.doc.Export(plugin, nullptr, &progress), kZtOdPdsNoState);
+    EXPECT_EQ(progress.seen.size(), 6u);
+    EXPECT_EQ(ZtTestReadBytes(models.doc.dir.File("out.tag")), "old\n");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(models.doc.dir.Path()), {}), 1);
 }
 
 } // namespace

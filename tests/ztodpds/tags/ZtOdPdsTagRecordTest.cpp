@@ -10,8 +10,6 @@
 
 namespace {
 
-constexpr double kFactor = 1000.0;
-
 // A view from (0, 0, 10) looking down -Z, with one tag at the origin.
 struct OneTag {
     OneTag() {
@@ -20,11 +18,11 @@ struct OneTag {
     }
     ZtOdPdsTagRecord Fill() {
         ZtOdPdsTagRecord record;
-        record.Fill(nullptr, tag, view->GetComments()[0], view, kFactor);
+        record.Fill(nullptr, tag, view->GetComments()[0], view, kTagTestFactor);
         return record;
     }
 
-    TagDocument doc{kFactor};
+    TagDocument doc{kTagTestFactor};
     ZtOpView* view;
     ZtOpRedlineTag* tag;
 };

@@ -1,0 +1,5 @@
+[DEFINITION SECTION]
+<Display Set>
+1 set
+<Definition>
+FIND Level 1

@@ -1,0 +1,4 @@
+# review of 12 May
+tag{1 1 0 0.000000 1 2 3
+text{2
+ab}}

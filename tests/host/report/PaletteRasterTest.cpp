@@ -1,0 +1,75 @@
+// The report's palette raster: clipped drawing, and its PNG read back by a decoder.
+#include "report/PaletteRaster.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include <stb_image.h>
+
+namespace {
+
+std::size_t Count(const PaletteRaster& raster, std::uint8_t index) {
+    std::size_t n = 0;
+    for (int y = 0; y < raster.Height(); ++y)
+        for (int x = 0; x < raster.Width(); ++x)
+            n += raster.At(x, y) == index;
+    return n;
+}
+
+TEST(PaletteRaster, DrawsClippedAndIgnoresWhatIsNotFinite) {
+    const double inf = std::numeric_limits<double>::infinity();
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    PaletteRaster raster(20, 10);
+    raster.Fill(nan, 0, 5, 5, 1);
+    raster.Line(0, 0, inf, 5, 1);
+    raster.Disc(5, 5, nan, 1);
+    raster.Fill(-1e300, -1e300, -5, -5, 1);
+    EXPECT_FALSE(raster.IsUsed());
+    raster.Fill(18.5, 8.5, 1e300, 1e300, 2); // to the corner, corners in any order
+    EXPECT_EQ(Count(raster, 2), 4u);
+    raster.Line(-1e9, 3.5, 1e9, 3.5, 3); // a whole row, in a few steps
+    EXPECT_EQ(Count(raster, 3), 20u);
+    raster.Line(2.5, 0.5, 2.5, 9.5, 4); // a whole column
+    EXPECT_EQ(Count(raster, 4), 10u);
+    raster.Disc(10, 5, 2, 5);
+    EXPECT_EQ(Count(raster, 5), 12u);
+    EXPECT_TRUE(raster.IsUsed());
+}
+
+TEST(PaletteRaster, PngHoldsThePaletteColoursAndTransparency) {
+    PaletteRaster raster(7, 3);
+    raster.Fill(1, 0, 1, 2, 1);
+    raster.Fill(6, 2, 6, 2, 2);
+    raster.Fill(3, 1, 3, 1, 9); // past the palette
+    const std::string png = raster.Png({{0, 0, 0, 0}, {255, 0, 0, 255}, {1, 2, 3, 128}});
+    ASSERT_EQ(png.compare(0, 8, "\x89PNG\r\n\x1a\n"), 0);
+    int width = 0, height = 0, channels = 0;
+    unsigned char* pixels =
+        stbi_load_from_memory(reinterpret_cast<const unsigned char*>(png.data()),
+                              static_cast<int>(png.size()), &width, &height, &channels, 4);
+    ASSERT_NE(pixels, nullptr);
+    EXPECT_EQ(width, 7);
+    EXPECT_EQ(height, 3);
+    auto pixel = [&](int x, int y) {
+        const unsigned char* p = pixels + 4 * (y * width + x);
+        return Rgba{p[0], p[1], p[2], p[3]};
+    };
+    EXPECT_EQ(pixel(1, 2), (Rgba{255, 0, 0, 255}));
+    EXPECT_EQ(pixel(6, 2), (Rgba{1, 2, 3, 128}));
+    EXPECT_EQ(pixel(3, 1)[3], 0);
+    EXPECT_EQ(pixel(0, 0)[3], 0);
+    stbi_image_free(pixels);
+    EXPECT_EQ(raster.DataUri({}).rfind("data:image/png;base64,iVBORw0KGgo", 0), 0u);
+}
+
+TEST(ReportHtml, Base64PadsToWholeQuads) {
+    EXPECT_EQ(Base64(""), "");
+    EXPECT_EQ(Base64("f"), "Zg==");
+    EXPECT_EQ(Base64("fo"), "Zm8=");
+    EXPECT_EQ(Base64("foo"), "Zm9v");
+    EXPECT_EQ(Base64("\xff\xfe\xfd\xfc"), "//79/A==");
+}
+
+} // namespace
