@@ -1,6 +1,8 @@
 #include "ztlinear/ZtLPickFrustum3f.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace {
 
@@ -58,8 +60,13 @@ ZtLPickFrustum3f::ZtLPickFrustum3f(const ZtLFrustum3f& frustum) : frustum_(frust
         AddAxis(n);
     }
     const ZtLVec3f boxAxes[3] = {ZtLUnitVec3f::X(), ZtLUnitVec3f::Y(), ZtLUnitVec3f::Z()};
-    for (const ZtLVec3f& axis : boxAxes)
-        AddAxis(axis);
+    for (int k = 0; k < 3; ++k) {
+        const int before = axisCount_;
+        AddAxis(boxAxes[k]);
+        const double none = std::numeric_limits<double>::quiet_NaN();
+        boundsLow_[k] = axisCount_ > before ? axes_[before].low : none;
+        boundsHigh_[k] = axisCount_ > before ? axes_[before].high : none;
+    }
     const ZtLVec3f edges[6] = {right, up, rays[0], rays[1], rays[2], rays[3]};
     for (const ZtLVec3f& axis : boxAxes)
         for (const ZtLVec3f& edge : edges)
@@ -85,6 +92,17 @@ void ZtLPickFrustum3f::AddAxis(const ZtLVec3f& direction) {
 bool ZtLPickFrustum3f::Intersects(const ZtLBox3f& box) const {
     if (box.IsEmpty())
         return false;
+    // On a box axis the projections of a box whose coordinates are all finite are its
+    // own coordinates, so the frustum's bounding box answers for those three axes at
+    // once and turns most boxes away. A coordinate that is not finite makes the sums of
+    // the long way give another answer; such a box goes the long way only.
+    const ZtLPos3f& lo = box.GetMin();
+    const ZtLPos3f& hi = box.GetMax();
+    if (std::isfinite(lo.x) && std::isfinite(lo.y) && std::isfinite(lo.z) && std::isfinite(hi.x) &&
+        std::isfinite(hi.y) && std::isfinite(hi.z))
+        for (int k = 0; k < 3; ++k)
+            if (hi[k] < boundsLow_[k] || lo[k] > boundsHigh_[k])
+                return false;
     for (int i = 0; i < axisCount_; ++i) {
         const Axis& axis = axes_[i];
         if (HighOnAxis(axis.direction, box) < axis.low ||

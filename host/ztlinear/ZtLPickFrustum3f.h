@@ -42,6 +42,10 @@ private:
     double eyeDepth_;
     Axis axes_[kMaxAxes];
     int axisCount_ = 0;
+    // The ranges on the three box axes: the frustum's bounding box (NaN where an axis is
+    // missing, so that it turns nothing away).
+    double boundsLow_[3];
+    double boundsHigh_[3];
     // The six faces' planes with inward normals, as n·x >= d.
     ZtLVec3f faceNormals_[6];
     double faceDistances_[6];

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 #include <numbers>
 #include <random>
 #include <vector>
@@ -160,6 +161,25 @@ TEST(ZtOcPickFrustumTraversal, NothingWithoutAFrustumOrWithLastRenderedPicking) 
     pick.SetPickLastRendered(1);
     root.ApplyTraversal(&pick);
     EXPECT_EQ(pick.GetPickedShape(), nullptr);
+}
+
+// Boxes the index can't keep in its hierarchy (reaching to infinity or far beyond any
+// plant) are still picked as the walk picks them, among the others.
+TEST(ZtOcPickFrustumTraversal, BoxesReachingFarAreSearchedBesideTheOthers) {
+    const double inf = std::numeric_limits<double>::infinity();
+    ZtOaPartition root(L"doc");
+    auto* model = new ZtOaPartition(L"m");
+    root.AddChild(model);
+    for (int i = 0; i < 50; ++i)
+        model->AddChild(Cube(i % 7, i / 7, i % 5));
+    ZtOaShape* endless = Box(-1, -1, -inf, 1, 1, 3); // above the cube on the line of sight
+    ZtOaShape* vast = Box(-1e35, -1e35, 20, 1e35, 1e35, 30);
+    EXPECT_EQ(Pick(root, LookDown()).front(), model->GetChild(0));
+    model->AddChild(endless);
+    EXPECT_EQ(Pick(root, LookDown()).front(), endless);
+    model->AddChild(vast);
+    EXPECT_EQ(Pick(root, LookDown()).front(), vast);
+    EXPECT_EQ(ZtOcGeometryIndex::Of(*model).GetNumItems(), 52u);
 }
 
 // A placement as a model may get: turned about Z (mostly by quarter turns, which keep
