@@ -118,6 +118,26 @@ TEST(ZtOcPickFrustumTraversal, EquallyNearBoxesGoToTheFirstInWalkOrder) {
     }
 }
 
+// Within one model, boxes alike on the line of sight, or with the same top face, spread
+// among many others: the first of them in walk order is picked, wherever the index puts it.
+TEST(ZtOcPickFrustumTraversal, EquallyNearBoxesInOneModelGoToTheFirst) {
+    for (bool alike : {true, false}) {
+        ZtOaPartition root(L"doc");
+        auto* model = new ZtOaPartition(L"m");
+        root.AddChild(model);
+        std::vector<ZtOaShape*> tied;
+        for (int i = 0; i < 2000; ++i) {
+            if (i % 97 == 50) {
+                tied.push_back(Box(-1, -1, alike ? 0 : -i, 1, 1, 5));
+                model->AddChild(tied.back());
+            } else {
+                model->AddChild(Cube(i % 40 - 20.0, i / 40 - 25.0 + 0.5, 0));
+            }
+        }
+        EXPECT_EQ(Pick(root, LookDown()).front(), tied.front()) << (alike ? "alike" : "same top");
+    }
+}
+
 TEST(ZtOcPickFrustumTraversal, NearAndFarPlanesBoundThePick) {
     ZtOaPartition root(L"doc");
     ZtOaShape* near = Cube(0, 0, 50); // depth 49.5 .. 50.5
