@@ -100,7 +100,9 @@ int ZtOdPdsTagImportAction::Perform(const wchar_t* path, ZtOpProgress* progress)
     uorsPerMaster_ = ZtOdPdsFindUORsPerMaster(partition_);
     if (uorsPerMaster_ == 0.0)
         return kZtOdPdsNoUnits;
-    const int tagCount = CountTags(path);
+    // The count is the base of the progress fraction and of a report's word on the tags
+    // read: without either, the file is read once.
+    const int tagCount = progress || reporter_ ? CountTags(path) : 0;
     return ImportFile(state_, path, tagCount, progress);
 }
 

@@ -41,9 +41,9 @@ public:
     ZtOdPdsTagImportAction(const ZtOdPdsTagImportAction&) = delete;
     ZtOdPdsTagImportAction& operator=(const ZtOdPdsTagImportAction&) = delete;
 
-    // Counts the file's tags, then imports it. 0 when the file was read, however little
-    // of it was usable; 1 for a null path or a file that can't be opened; 6 when the
-    // models give no units factor, in which case the file is not touched.
+    // Counts the file's tags where a progress or a report needs the count, then imports it. 0 when
+    // the file was read, however little of it was usable; 1 for a null path or a file that can't be
+    // opened; 6 when the models give no units factor, in which case the file is not touched.
     int Perform(const wchar_t* path, ZtOpProgress* progress) override;
     // The number of lines that begin with "tag{"; 0 if the file can't be read.
     int CountTags(const wchar_t* path);
