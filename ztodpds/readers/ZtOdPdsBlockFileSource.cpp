@@ -5,6 +5,8 @@
 #include "readers/ZtOdPdsBlockTracker.h"
 #include "ztutil/ZtUSysFile.h"
 
+#include <utility>
+
 namespace {
 
 // Feeds the characters of `file` to `reader` until it completes (kComplete), or, with
@@ -36,7 +38,16 @@ int Pump(ZtUFile* file, ZtOdPdsBlockReader& reader, ZtOdPdsBlockTracker* tracker
     return ZtOdPdsBlockReader::kContinue;
 }
 
+// The largest buffer kept from one block for the next: enough for any block of an
+// ordinary file, and small beside the memory that a long block takes anyway.
+constexpr std::size_t kMostSpareCapacity = 1 << 16;
+
 } // namespace
+
+ZtOdPdsBlockFileSource::~ZtOdPdsBlockFileSource() {
+    Close();
+    ZtOdPdsBlockReader::Free(spare_);
+}
 
 int ZtOdPdsBlockFileSource::Open(const wchar_t* path) {
     Close();
@@ -88,10 +99,15 @@ int ZtOdPdsBlockFileSource::NextBlockTracked(ZtOdPdsBlock* block, ZtOdPdsBlockTr
     if (!block)
         return 0;
     block->AddFlags(flags_);
-    ZtOdPdsBlockReader reader(block, 0);
-    if (!file_)
+    if (!file_) {
+        block->Clear();
         return 0;
+    }
+    ZtOdPdsBlockReader reader(block, 0, {std::exchange(spare_, nullptr), spareCapacity_});
     const int result = tracker ? Pump<true>(file_, reader, tracker, true)
                                : Pump<false>(file_, reader, nullptr, true);
+    const ZtOdPdsBlockReader::Buffer spare = reader.TakeBuffer(kMostSpareCapacity);
+    spare_ = spare.text;
+    spareCapacity_ = spare.capacity;
     return result == ZtOdPdsBlockReader::kComplete ? 1 : 0;
 }

@@ -87,10 +87,14 @@ protected:
         return capacity < kMaxNameLength ? capacity : kMaxNameLength;
     }
 
+public:
     struct Buffer {
         wchar_t* text;
         std::size_t capacity;
     };
+    static void Free(wchar_t* text);
+
+protected:
     // The buffer's memory comes from ZtUMemory. These, like the gathering's, take and give
     // values only, so that the reader's address never leaves it. Growing adds half the capacity;
     // when memory is short the old buffer stays and the character is dropped.
@@ -98,7 +102,6 @@ protected:
     static Buffer Grow(Buffer buffer);
     // A buffer holding `length` characters of `text` and room to grow.
     static Buffer Copy(const wchar_t* text, std::size_t length);
-    static void Free(wchar_t* text);
 
 private:
     // What a name at the longest holds when `c` comes: the name as it is, unless `c` makes
@@ -137,11 +140,14 @@ template <bool kSlices> class ZtOdPdsBasicBlockReader : public ZtOdPdsBlockReade
 public:
     // Clears `block` (its flags stay) and reads its flags. With `stopAtName` 1 the reader
     // reports kComplete as soon as the name is taken.
-    ZtOdPdsBasicBlockReader(ZtOdPdsBlock* block, std::int32_t stopAtName) requires(!kSlices)
+    // `spare`, if it holds memory, is the buffer to gather into, the reader's from then on
+    // (TakeBuffer gives it back); else the reader allocates its own.
+    ZtOdPdsBasicBlockReader(ZtOdPdsBlock* block, std::int32_t stopAtName,
+                            Buffer spare = {nullptr, 0}) requires(!kSlices)
         : stopAtName_(stopAtName), block_(block) {
         block_->Clear();
         flags_ = block_->GetFlags();
-        const Buffer buffer = Allocate();
+        const Buffer buffer = spare.text ? spare : Allocate();
         buffer_ = buffer.text;
         capacity_ = buffer.capacity;
         UpdateRoom();
@@ -164,6 +170,21 @@ public:
 
     // Takes the next character of the text given to the constructor.
     [[gnu::always_inline]] int FeedNext() requires kSlices { return Feed(*next_++); }
+
+    // Hands the buffer to the caller, for the next reader, if it is no larger than
+    // `mostCapacity` characters; a larger one is freed. The reader is done with it.
+    Buffer TakeBuffer(std::size_t mostCapacity) requires(!kSlices) {
+        Buffer taken{nullptr, 0};
+        if (capacity_ <= mostCapacity)
+            taken = {buffer_, capacity_};
+        else
+            Free(buffer_);
+        buffer_ = nullptr;
+        capacity_ = 0;
+        length_ = 0;
+        end_ = 0;
+        return taken;
+    }
 
     // What a reporting source looks at between two characters.
     std::int32_t Depth() const { return depth_; }
