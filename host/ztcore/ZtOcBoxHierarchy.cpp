@@ -13,19 +13,29 @@ constexpr std::uint32_t kMortonCells = 1u << kMortonBitsPerAxis;
 constexpr int kRadixBits = 10;
 constexpr std::uint16_t kSteps = 0xFFFF;
 
+// The next float towards minus or plus infinity from a finite one, by its bits: the
+// library's nextafter is a call, and the build takes six a box.
+float StepDown(float f) {
+    if (f == 0.0f)
+        return -std::numeric_limits<float>::denorm_min();
+    auto bits = std::bit_cast<std::uint32_t>(f);
+    bits = f > 0.0f ? bits - 1 : bits + 1;
+    return std::bit_cast<float>(bits);
+}
+
+float StepUp(float f) {
+    return -StepDown(-f);
+}
+
 // The float nearest below or above a double (that lies within the float range).
 float Down(double value) {
-    float f = static_cast<float>(value);
-    if (static_cast<double>(f) > value)
-        f = std::nextafter(f, -std::numeric_limits<float>::infinity());
-    return f;
+    const auto f = static_cast<float>(value);
+    return static_cast<double>(f) > value ? StepDown(f) : f;
 }
 
 float Up(double value) {
-    float f = static_cast<float>(value);
-    if (static_cast<double>(f) < value)
-        f = std::nextafter(f, std::numeric_limits<float>::infinity());
-    return f;
+    const auto f = static_cast<float>(value);
+    return static_cast<double>(f) < value ? StepUp(f) : f;
 }
 
 // The value of step `q` of the 65535 from `low` to `high`. Building and searching both
@@ -50,19 +60,24 @@ struct Steps {
     // between low and high: a first guess, then put right in whichever way rounding needs.
     // Step 0 gives low and the last step high, so both searches end.
     std::uint16_t Below(double value) const {
-        auto q = Guess(std::floor((value - low) * perUnit));
+        auto q = Floor((value - low) * perUnit);
         while (q > 0 && Fraction(low, high, q) > value)
             --q;
         return q;
     }
     std::uint16_t Above(double value) const {
-        auto q = Guess(std::ceil((value - low) * perUnit));
+        auto q = Floor((value - low) * perUnit);
+        if (q < kSteps && q < (value - low) * perUnit)
+            ++q;
         while (q < kSteps && Fraction(low, high, q) < value)
             ++q;
         return q;
     }
-    static std::uint16_t Guess(double q) {
-        return static_cast<std::uint16_t>(std::clamp(q, 0.0, double{kSteps}));
+    // The step at or below `q`, within the steps; a cast, as the library's floor is a call.
+    static std::uint16_t Floor(double q) {
+        if (!(q > 0.0))
+            return 0;
+        return q >= kSteps ? kSteps : static_cast<std::uint16_t>(q);
     }
 };
 
