@@ -60,6 +60,23 @@ bool TakeBody(ZtOdPdsBlock& text, ZtUWideStringBuffer* body) {
     return false;
 }
 
+// Puts `rewrites` CRs before every LF of `body`, in one pass into a string made at its
+// final size.
+void RewriteLineEnds(ZtUWideStringBuffer* body, std::size_t rewrites) {
+    const std::wstring& text = body->Str();
+    const auto lineFeeds = static_cast<std::size_t>(std::count(text.begin(), text.end(), L'\n'));
+    if (lineFeeds == 0)
+        return;
+    std::wstring rewritten;
+    rewritten.reserve(text.size() + lineFeeds * rewrites);
+    for (const wchar_t c : text) {
+        if (c == L'\n')
+            rewritten.append(rewrites, L'\r');
+        rewritten.push_back(c);
+    }
+    body->SetString(std::move(rewritten));
+}
+
 // Gives `flag` back 0 on every way out of a tag: a `p` holds for its own tag only.
 class PointReset {
 public:
@@ -303,9 +320,7 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
     if (rewrites > 0) {
         if (!ChargeAddedLineEnds(body, rewrites))
             return drop(ZtOdPdsCheck::kTagLineEnds, {}, kZtOdPdsMaxFileAddedLineEnds);
-        std::wstring lineEnd(rewrites, L'\r');
-        lineEnd += L'\n';
-        body.Replace(L"\n", lineEnd.c_str(), 1);
+        RewriteLineEnds(&body, rewrites);
     }
     // Before anything is made, so that a tag without text leaves no empty view behind.
     if (body.IsEmpty())
@@ -318,6 +333,7 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
             reporter_->ViewTried(currentView_ != nullptr, perspAngle_);
         if (!currentView_)
             return;
+        cameraMap_.emplace(currentView_->AnonView().GetViewPoint().GetCamera());
     }
 
     // The file's identifiers stand as they are: nothing is drawn from the document's next
@@ -327,9 +343,8 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
     if (id > highestId_)
         highestId_ = id;
 
-    const ZtNvCamera& camera = currentView_->AnonView().GetViewPoint().GetCamera();
-    const ZtLPos2f first2d = ZtOdPdsModelToCameraSpace(position, camera);
-    const ZtLPos2f second2d = havePoint_ ? ZtOdPdsModelToCameraSpace(point, camera) : first2d;
+    const ZtLPos2f first2d = cameraMap_->ToCameraSpace(position);
+    const ZtLPos2f second2d = havePoint_ ? cameraMap_->ToCameraSpace(point) : first2d;
     ZtLBox3f box;
     box.MakeEmpty();
     std::unique_ptr<ZtOpRedlineTag> tag(new ZtOpRedlineTag(comment->GetId(), comment->GetId(),
@@ -378,6 +393,7 @@ ZtOpView* ZtOdPdsTagImportAction::MakeView() {
 
 void ZtOdPdsTagImportAction::CloseView() {
     // The folder owns the view from the call on, even when the call fails.
+    cameraMap_.reset();
     if (ZtOpView* view = std::exchange(currentView_, nullptr))
         folder_.AddChild(view);
     viewChanged_ = 1;

@@ -1,5 +1,6 @@
 #pragma once
 #include "plugin/ZtOdPdsFileAction.h"
+#include "tags/ZtOdPdsCameraMaps.h"
 #include "ztlinear/ZtLColor3f.h"
 #include "ztlinear/ZtLVec3f.h"
 #include "ztplugin/ZtOpSavedItem.h"
@@ -7,6 +8,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 class ZtOaNode;
 class ZtOdPdsBlock;
@@ -108,6 +110,8 @@ private:
     std::uint64_t addedLineEndsLeft_ = kZtOdPdsMaxFileAddedLineEnds;
     ZtOpFolderItem folder_;
     ZtOpView* currentView_ = nullptr;
+    // The current view's camera map, made with the view.
+    std::optional<ZtOdPdsCameraMap> cameraMap_;
     // Only for a reporting import.
     std::unique_ptr<ZtOdPdsTagReporter> reporter_;
 };
