@@ -7,10 +7,13 @@
 #include "ztobject/ZtOaTraversal.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cassert>
 #include <cmath>
+#include <exception>
 #include <limits>
 #include <memory>
+#include <thread>
 #include <utility>
 
 namespace {
@@ -56,6 +59,43 @@ const ZtOcGeometryIndex& ZtOcGeometryIndex::Of(const ZtOaPartition& partition) {
         partition.SetCache(std::move(made));
     }
     return *index;
+}
+
+void ZtOcGeometryIndex::MakeAll(const std::vector<const ZtOaPartition*>& partitions) {
+    const std::size_t threads =
+        std::min<std::size_t>(std::max(1u, std::thread::hardware_concurrency()), partitions.size());
+    if (threads <= 1) {
+        for (const ZtOaPartition* partition : partitions)
+            Of(*partition);
+        return;
+    }
+    // Each thread takes the next partition not yet taken; which thread makes which index
+    // changes nothing in it.
+    std::atomic<std::size_t> next{0};
+    std::vector<std::exception_ptr> failures(threads);
+    auto work = [&](std::size_t thread) {
+        try {
+            for (std::size_t i; (i = next.fetch_add(1)) < partitions.size();)
+                Of(*partitions[i]);
+        } catch (...) {
+            failures[thread] = std::current_exception();
+            next = partitions.size();
+        }
+    };
+    {
+        std::vector<std::jthread> workers;
+        try {
+            workers.reserve(threads - 1);
+            for (std::size_t t = 1; t < threads; ++t)
+                workers.emplace_back(work, t);
+        } catch (...) {
+            // Fewer threads than asked for: those started and this one do the work.
+        }
+        work(0);
+    }
+    for (const std::exception_ptr& failure : failures)
+        if (failure)
+            std::rethrow_exception(failure);
 }
 
 ZtOcGeometryIndex::ZtOcGeometryIndex(const ZtOaPartition& partition)

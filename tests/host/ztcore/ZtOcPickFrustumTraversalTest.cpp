@@ -202,6 +202,29 @@ TEST(ZtOcPickFrustumTraversal, BoxesReachingFarAreSearchedBesideTheOthers) {
     EXPECT_EQ(ZtOcGeometryIndex::Of(*model).GetNumItems(), 52u);
 }
 
+// Indexes made together, on several threads, are the ones the picks then use, and give
+// what indexes made one by one give.
+TEST(ZtOcPickFrustumTraversal, IndexesMadeTogetherServeThePicks) {
+    ZtOaPartition root(L"doc");
+    std::vector<const ZtOaPartition*> models;
+    for (int m = 0; m < 7; ++m) {
+        auto* model = new ZtOaPartition(L"m");
+        for (int i = 0; i < 300; ++i)
+            model->AddChild(Cube(i % 20 - 10.0 + m * 0.1, i / 20 - 7.0, m - 3.0));
+        root.AddChild(model);
+        models.push_back(model);
+    }
+    ZtOcGeometryIndex::MakeAll(models);
+    for (const ZtOaPartition* model : models) {
+        ASSERT_NE(model->GetCache(), nullptr);
+        EXPECT_EQ(&ZtOcGeometryIndex::Of(*model), model->GetCache());
+        EXPECT_EQ(ZtOcGeometryIndex::Of(*model).GetNumItems(), 300u);
+    }
+    for (double wx : {0.45, 0.5, 0.52})
+        EXPECT_FALSE(Pick(root, LookDown(1, 1000, wx, 0.5)).empty());
+    ZtOcGeometryIndex::MakeAll({});
+}
+
 // A placement as a model may get: turned about Z (mostly by quarter turns, which keep
 // equal faces equal), scaled as between units, and moved.
 ZtLAffine3f RandomPlacement(std::mt19937& random) {
