@@ -67,12 +67,12 @@ void RewriteLineEnds(ZtUWideStringBuffer* body, std::size_t rewrites) {
     const auto lineFeeds = static_cast<std::size_t>(std::count(text.begin(), text.end(), L'\n'));
     if (lineFeeds == 0)
         return;
-    std::wstring rewritten;
-    rewritten.reserve(text.size() + lineFeeds * rewrites);
+    std::wstring rewritten(text.size() + lineFeeds * rewrites, L'\r');
+    wchar_t* out = rewritten.data();
     for (const wchar_t c : text) {
         if (c == L'\n')
-            rewritten.append(rewrites, L'\r');
-        rewritten.push_back(c);
+            out += rewrites; // over the CRs the string was made of
+        *out++ = c;
     }
     body->SetString(std::move(rewritten));
 }
