@@ -24,6 +24,7 @@
 #include "ztutil/ZtUResource.h"
 
 #include <algorithm>
+#include <cwchar>
 #include <memory>
 #include <optional>
 #include <string>
@@ -60,20 +61,34 @@ bool TakeBody(ZtOdPdsBlock& text, ZtUWideStringBuffer* body) {
     return false;
 }
 
-// Puts `rewrites` CRs before every LF of `body`, in one pass into a string made at its
-// final size.
-void RewriteLineEnds(ZtUWideStringBuffer* body, std::size_t rewrites) {
-    const std::wstring& text = body->Str();
-    const auto lineFeeds = static_cast<std::size_t>(std::count(text.begin(), text.end(), L'\n'));
+// The LFs of `text`, found by the library's vectorised search: bodies hold few.
+std::size_t CountLineFeeds(const std::wstring& text) {
+    std::size_t count = 0;
+    const wchar_t* end = text.data() + text.size();
+    for (const wchar_t* at = text.data();
+         (at = std::wmemchr(at, L'\n', static_cast<std::size_t>(end - at))); ++at)
+        ++count;
+    return count;
+}
+
+// Puts `rewrites` CRs before each of the `lineFeeds` LFs of `body`, in one pass into a
+// string made at its final size, a run between two LFs copied at a time.
+void RewriteLineEnds(ZtUWideStringBuffer* body, std::size_t lineFeeds, std::size_t rewrites) {
     if (lineFeeds == 0)
         return;
+    const std::wstring& text = body->Str();
     std::wstring rewritten(text.size() + lineFeeds * rewrites, L'\r');
     wchar_t* out = rewritten.data();
-    for (const wchar_t c : text) {
-        if (c == L'\n')
-            out += rewrites; // over the CRs the string was made of
-        *out++ = c;
+    const wchar_t* from = text.data();
+    const wchar_t* end = from + text.size();
+    for (const wchar_t* lf; (lf = std::wmemchr(from, L'\n', static_cast<std::size_t>(end - from)));
+         from = lf + 1) {
+        const auto run = static_cast<std::size_t>(lf - from);
+        out = std::wmemcpy(out, from, run) + run;
+        out += rewrites; // over the CRs the string was made of
+        *out++ = L'\n';
     }
+    std::wmemcpy(out, from, static_cast<std::size_t>(end - from));
     body->SetString(std::move(rewritten));
 }
 
@@ -172,11 +187,8 @@ int ZtOdPdsTagImportAction::ImportFile(ZtOpState* state, const wchar_t* path, in
     return kZtOdPdsOk;
 }
 
-bool ZtOdPdsTagImportAction::ChargeAddedLineEnds(const ZtUWideStringBuffer& body,
+bool ZtOdPdsTagImportAction::ChargeAddedLineEnds(std::uint64_t lineFeeds,
                                                  std::uint64_t perLineFeed) {
-    const wchar_t* characters = body.GetString();
-    const auto lineFeeds =
-        static_cast<std::uint64_t>(std::count(characters, characters + body.GetLength(), L'\n'));
     // Divided rather than multiplied, so that no count of rewrites can wrap the product.
     if (lineFeeds != 0 && perLineFeed > addedLineEndsLeft_ / lineFeeds)
         return false;
@@ -318,9 +330,10 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
     // Comments hold CR LF line ends, the file LF. Each rewrite puts one more CR before
     // every LF, so all of them together are one pass that puts `rewrites` there.
     if (rewrites > 0) {
-        if (!ChargeAddedLineEnds(body, rewrites))
+        const std::size_t lineFeeds = CountLineFeeds(body.Str());
+        if (!ChargeAddedLineEnds(lineFeeds, rewrites))
             return drop(ZtOdPdsCheck::kTagLineEnds, {}, kZtOdPdsMaxFileAddedLineEnds);
-        RewriteLineEnds(&body, rewrites);
+        RewriteLineEnds(&body, lineFeeds, rewrites);
     }
     // Before anything is made, so that a tag without text leaves no empty view behind.
     if (body.IsEmpty())

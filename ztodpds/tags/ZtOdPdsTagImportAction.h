@@ -87,9 +87,9 @@ private:
     // Reads one sticky key (target, eye, up, persp_ang, clip_near, clip_far) into the
     // view that the next tags take; false for a block that is no sticky key.
     bool ReadStickyKey(const ZtOdPdsBlock& block);
-    // Takes from the file's budget the CRs that `perLineFeed` before every LF of `body`
-    // would add; false, and nothing taken, when they don't fit.
-    bool ChargeAddedLineEnds(const ZtUWideStringBuffer& body, std::uint64_t perLineFeed);
+    // Takes from the file's budget the CRs that `perLineFeed` before each of a body's
+    // `lineFeeds` LFs would add; false, and nothing taken, when they don't fit.
+    bool ChargeAddedLineEnds(std::uint64_t lineFeeds, std::uint64_t perLineFeed);
 
     ZtOpState* state_;
     ZtOaNode* partition_;
