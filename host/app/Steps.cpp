@@ -147,7 +147,7 @@ constexpr StepKind kStepKinds[] = {
      FileUse::kReads,
      "import the topics of a BCF file as saved views with their tags",
      "ZtOdPdsTagImportPlugin",
-     {1, 6},
+     {1, 2, 6},
      ImportBcfFile,
      ExplainRead},
     {"select",

@@ -200,7 +200,7 @@ bool ReadBcfArchive(const std::string& path, BcfArchive* archive,
             archive->versionId = BcfXmlAttribute(document->Root(), "VersionId");
     }
     if (folders.empty() && !hasVersion) {
-        *error = path + " is a zip archive without BCF topics or bcf.version";
+        *error = "not a BCF file: a zip archive without BCF topics or bcf.version";
         return false;
     }
     archive->version = archive->versionId.rfind("3.", 0) == 0 ? BcfVersion::k30 : BcfVersion::k21;

@@ -13,9 +13,9 @@ bool BcfAvailable() {
 }
 
 StepOutcome ExportBcf(ReviewRun&, const Step& step, const BcfExportOptions&) {
-    return {0, step.name + ": " + kNoBcf, {}, {}, {}};
+    return {0, step.name + " " + step.argument + ": " + kNoBcf, {}, {}, {}};
 }
 
 StepOutcome ImportBcf(ReviewRun&, const Step& step, ZtOpProgress*) {
-    return {0, step.name + ": " + kNoBcf, {}, {}, {}};
+    return {0, step.name + " " + step.argument + ": " + kNoBcf, {}, {}, {}};
 }

@@ -59,7 +59,8 @@ std::unique_ptr<BcfZipReader> BcfZipReader::Open(const std::string& path, std::s
     if (!archive) {
         zip_error_t why;
         zip_error_init_with_code(&why, code);
-        *error = path + " is no zip archive that can be read: " + zip_error_strerror(&why);
+        *error = std::string("not a BCF file: no zip archive that can be read (") +
+                 zip_error_strerror(&why) + ")";
         zip_error_fini(&why);
         return nullptr;
     }
