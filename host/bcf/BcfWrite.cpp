@@ -84,6 +84,7 @@ void WriteCamera(BcfXmlWriter& xml, const BcfCamera& camera, BcfVersion version)
     xml.Close();
 }
 
+// The document's bytes; empty only where memory ran out, as a document is never empty.
 std::string Finished(BcfXmlWriter& xml) {
     std::string bytes;
     return xml.Finish(&bytes) ? bytes : std::string();
@@ -198,24 +199,39 @@ std::string BcfViewpointXml(const BcfViewpoint& viewpoint, BcfVersion version) {
     return Finished(xml);
 }
 
+namespace {
+
+// Adds an XML document, refusing one that could not be made.
+bool AddXml(BcfZipWriter& zip, const std::string& name, std::string xml, std::string* error) {
+    if (xml.empty()) {
+        *error = name + ": out of memory";
+        return false;
+    }
+    return zip.Add(name, std::move(xml));
+}
+
+} // namespace
+
 bool WriteBcfArchive(const BcfArchive& archive, const std::string& path, std::time_t time,
                      std::string* error) {
     BcfZipWriter zip(path, time);
-    bool ok = zip.Add("bcf.version", VersionXml(archive.version));
+    bool ok = AddXml(zip, "bcf.version", VersionXml(archive.version), error);
     if (Is30(archive.version))
-        ok = ok && zip.Add("extensions.xml", ExtensionsXml(archive));
+        ok = ok && AddXml(zip, "extensions.xml", ExtensionsXml(archive), error);
     for (const BcfTopic& topic : archive.topics) {
         const std::string folder = topic.guid + "/";
-        ok = ok && zip.Add(folder + "markup.bcf", BcfMarkupXml(topic, archive.version));
+        ok = ok && AddXml(zip, folder + "markup.bcf", BcfMarkupXml(topic, archive.version), error);
         for (std::size_t i = 0; ok && i < topic.viewpoints.size(); ++i) {
             const BcfViewpoint& viewpoint = topic.viewpoints[i];
-            ok = zip.Add(folder + ViewpointFile(i), BcfViewpointXml(viewpoint, archive.version));
+            ok = AddXml(zip, folder + ViewpointFile(i), BcfViewpointXml(viewpoint, archive.version),
+                        error);
             if (ok && !viewpoint.snapshot.empty())
                 ok = zip.Add(folder + SnapshotFile(i), viewpoint.snapshot);
         }
     }
     if (ok && zip.Close())
         return true;
-    *error = zip.Error();
+    if (error->empty())
+        *error = zip.Error();
     return false;
 }
