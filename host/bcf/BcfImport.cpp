@@ -70,7 +70,7 @@ public:
         for (const BcfTopic& topic : archive_.topics)
             WriteTopic(topic);
         if (archive_.hasDocuments)
-            Warn("its documents are not brought in: a tag holds none");
+            Warn("the archive's documents are left out: a tag holds none");
         return std::move(out_);
     }
 

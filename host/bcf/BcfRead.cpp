@@ -5,7 +5,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <map>
+#include <optional>
+#include <set>
 
 namespace {
 
@@ -177,6 +178,29 @@ private:
     std::vector<std::string>* problems_;
 };
 
+// The folder that holds the archive's BCF: none, or the one an archive made by zipping
+// that folder puts everything under; the shallowest that holds bcf.version, else the
+// shallowest parent of a topic folder.
+std::string RootOf(const std::vector<std::string>& names) {
+    std::optional<std::string> root;
+    const auto consider = [&](const std::string& name, const std::string& last, bool up) {
+        if (name.size() < last.size() ||
+            name.compare(name.size() - last.size(), last.size(), last) != 0)
+            return;
+        std::string folder = name.substr(0, name.size() - last.size());
+        if (up)
+            folder.erase(folder.find_last_of('/') + 1);
+        if ((folder.empty() || folder.back() == '/') && (!root || folder.size() < root->size()))
+            root = folder;
+    };
+    for (const std::string& name : names)
+        consider(name, "bcf.version", false);
+    for (const std::string& name : names)
+        if (!root)
+            consider(name, "/markup.bcf", true);
+    return root.value_or(std::string());
+}
+
 } // namespace
 
 bool ReadBcfArchive(const std::string& path, BcfArchive* archive,
@@ -184,17 +208,19 @@ bool ReadBcfArchive(const std::string& path, BcfArchive* archive,
     const std::unique_ptr<BcfZipReader> zip = BcfZipReader::Open(path, error);
     if (!zip)
         return false;
-    std::map<std::string, bool> folders; // sorted, for the same order on every run
+    const std::string root = RootOf(zip->Names());
+    std::set<std::string> folders; // sorted, for the same order on every run
     for (const std::string& name : zip->Names()) {
-        const std::size_t slash = name.find('/');
-        if (slash != std::string::npos && name.substr(slash + 1) == "markup.bcf")
-            folders[name.substr(0, slash + 1)] = true;
-        archive->hasExtensions |= name == "extensions.xml" || name == "extensions.xsd";
-        archive->hasDocuments |= name == "documents.xml";
-        archive->hasProject |= name == "project.bcfp";
+        if (name.compare(0, root.size(), root) != 0)
+            continue;
+        const std::string inside = name.substr(root.size());
+        const std::size_t slash = inside.find('/');
+        if (slash != std::string::npos && slash > 0 && inside.substr(slash + 1) == "markup.bcf")
+            folders.insert(name.substr(0, root.size() + slash + 1));
+        archive->hasDocuments |= inside == "documents.xml";
     }
     std::string bytes, why;
-    const bool hasVersion = zip->Read("bcf.version", &bytes, &why);
+    const bool hasVersion = zip->Read(root + "bcf.version", &bytes, &why);
     if (hasVersion) {
         if (const auto document = BcfXmlDocument::Parse(bytes, &why))
             archive->versionId = BcfXmlAttribute(document->Root(), "VersionId");
@@ -204,7 +230,7 @@ bool ReadBcfArchive(const std::string& path, BcfArchive* archive,
         return false;
     }
     archive->version = archive->versionId.rfind("3.", 0) == 0 ? BcfVersion::k30 : BcfVersion::k21;
-    for (const auto& [folder, unused] : folders) {
+    for (const std::string& folder : folders) {
         BcfTopic topic;
         if (TopicReader(*zip, folder, problems).Read(&topic))
             archive->topics.push_back(std::move(topic));

@@ -70,12 +70,11 @@ struct BcfTopic {
 
 enum class BcfVersion { k21, k30 };
 
-// The archive as a whole: its topics in the order of their folders' names.
+// The archive as a whole: its topics in the writer's order (their indexes, else their
+// folders' names).
 struct BcfArchive {
     BcfVersion version = BcfVersion::k21;
     std::string versionId; // as the archive gives it, "2.1"
     std::vector<BcfTopic> topics;
-    bool hasExtensions = false;
-    bool hasDocuments = false;
-    bool hasProject = false;
+    bool hasDocuments = false; // 3.0's documents, which no tag holds
 };

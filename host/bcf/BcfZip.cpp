@@ -2,6 +2,9 @@
 
 #include <zip.h>
 
+#include <algorithm>
+#include <cctype>
+
 BcfZipWriter::BcfZipWriter(std::string path, std::time_t time)
     : path_(std::move(path)), time_(time) {
     int code = 0;
@@ -67,11 +70,28 @@ std::unique_ptr<BcfZipReader> BcfZipReader::Open(const std::string& path, std::s
     return std::unique_ptr<BcfZipReader>(new BcfZipReader(archive));
 }
 
+namespace {
+
+std::string Folded(std::string name) {
+    for (char& c : name)
+        c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return name;
+}
+
+} // namespace
+
+// Some writers on Windows part an entry's folders with backslashes.
 BcfZipReader::BcfZipReader(zip* archive) : archive_(archive) {
     const zip_int64_t count = zip_get_num_entries(archive_, 0);
     for (zip_int64_t i = 0; i < count; ++i)
-        if (const char* name = zip_get_name(archive_, static_cast<zip_uint64_t>(i), 0))
-            names_.emplace_back(name);
+        if (const char* name = zip_get_name(archive_, static_cast<zip_uint64_t>(i), 0)) {
+            std::string path(name);
+            std::replace(path.begin(), path.end(), '\\', '/');
+            const auto entry = static_cast<std::uint64_t>(i);
+            byName_.emplace(path, entry);
+            byFoldedName_.emplace(Folded(path), entry);
+            names_.push_back(std::move(path));
+        }
 }
 
 BcfZipReader::~BcfZipReader() {
@@ -80,7 +100,17 @@ BcfZipReader::~BcfZipReader() {
 
 bool BcfZipReader::Read(const std::string& name, std::string* bytes, std::string* error) const {
     bytes->clear();
-    zip_file_t* file = zip_fopen(archive_, name.c_str(), 0);
+    // The name as it stands, else as it is spelt in any case.
+    std::uint64_t entry = 0;
+    if (const auto exact = byName_.find(name); exact != byName_.end())
+        entry = exact->second;
+    else if (const auto folded = byFoldedName_.find(Folded(name)); folded != byFoldedName_.end())
+        entry = folded->second;
+    else {
+        *error = name + ": no such entry";
+        return false;
+    }
+    zip_file_t* file = zip_fopen_index(archive_, entry, 0);
     if (!file) {
         *error = name + ": " + zip_strerror(archive_);
         return false;

@@ -1,9 +1,11 @@
 #pragma once
 #include <cstddef>
+#include <cstdint>
 #include <ctime>
 #include <deque>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 struct zip;
@@ -45,9 +47,10 @@ public:
     BcfZipReader(const BcfZipReader&) = delete;
     BcfZipReader& operator=(const BcfZipReader&) = delete;
 
-    // The names of the entries, in the archive's order.
+    // The names of the entries, in the archive's order, their folders parted by slashes.
     const std::vector<std::string>& Names() const { return names_; }
-    // The bytes of an entry; false with the reason in `error` where it can't be read.
+    // The bytes of an entry, found by its name in any case where none has it as it is;
+    // false with the reason in `error` where it can't be read.
     bool Read(const std::string& name, std::string* bytes, std::string* error) const;
 
 private:
@@ -55,4 +58,7 @@ private:
 
     zip* archive_;
     std::vector<std::string> names_;
+    // The entry of each name, and of each name in lower case; the first where several
+    // have one.
+    std::unordered_map<std::string, std::uint64_t> byName_, byFoldedName_;
 };
