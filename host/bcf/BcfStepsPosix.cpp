@@ -106,6 +106,8 @@ StepOutcome ExportBcf(ReviewRun& run, const Step& step, const BcfExportOptions& 
         ZtUFileScope::RecordFailure(step.argument, error);
         return {};
     }
+    if (archive.topics.empty())
+        warnings.push_back("the document has no review tags: the archive holds no topics");
     AddWarnings(run, step, warnings);
     std::size_t comments = 0, snapshots = 0;
     for (const BcfTopic& topic : archive.topics) {
