@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <filesystem>
 
 BcfZipWriter::BcfZipWriter(std::string path, std::time_t time)
     : path_(std::move(path)), time_(time) {
@@ -67,7 +68,13 @@ std::unique_ptr<BcfZipReader> BcfZipReader::Open(const std::string& path, std::s
         zip_error_fini(&why);
         return nullptr;
     }
-    return std::unique_ptr<BcfZipReader>(new BcfZipReader(archive));
+    std::error_code ignored;
+    const std::uintmax_t size = std::filesystem::file_size(path, ignored);
+    const std::size_t limit =
+        size == static_cast<std::uintmax_t>(-1) || size > kMaxEntryBytes / kUnpackingFactor
+            ? kMaxEntryBytes
+            : std::max(kMinEntryLimit, static_cast<std::size_t>(size) * kUnpackingFactor);
+    return std::unique_ptr<BcfZipReader>(new BcfZipReader(archive, limit));
 }
 
 namespace {
@@ -81,7 +88,7 @@ std::string Folded(std::string name) {
 } // namespace
 
 // Some writers on Windows part an entry's folders with backslashes.
-BcfZipReader::BcfZipReader(zip* archive) : archive_(archive) {
+BcfZipReader::BcfZipReader(zip* archive, std::size_t limit) : archive_(archive), limit_(limit) {
     const zip_int64_t count = zip_get_num_entries(archive_, 0);
     for (zip_int64_t i = 0; i < count; ++i)
         if (const char* name = zip_get_name(archive_, static_cast<zip_uint64_t>(i), 0)) {
@@ -107,12 +114,12 @@ bool BcfZipReader::Read(const std::string& name, std::string* bytes, std::string
     else if (const auto folded = byFoldedName_.find(Folded(name)); folded != byFoldedName_.end())
         entry = folded->second;
     else {
-        *error = name + ": no such entry";
+        *error = "no such entry";
         return false;
     }
     zip_file_t* file = zip_fopen_index(archive_, entry, 0);
     if (!file) {
-        *error = name + ": " + zip_strerror(archive_);
+        *error = zip_strerror(archive_);
         return false;
     }
     // Read in pieces whatever the entry's header claims, so that a false size can't make
@@ -122,15 +129,15 @@ bool BcfZipReader::Read(const std::string& name, std::string* bytes, std::string
     for (;;) {
         const zip_int64_t got = zip_fread(file, piece, sizeof piece);
         if (got < 0) {
-            *error = name + ": " + zip_error_strerror(zip_file_get_error(file));
+            *error = zip_error_strerror(zip_file_get_error(file));
             ok = false;
             break;
         }
         if (got == 0)
             break;
-        if (bytes->size() + static_cast<std::size_t>(got) > kMaxEntryBytes) {
-            *error =
-                name + ": unpacks to more than " + std::to_string(kMaxEntryBytes >> 20) + " MiB";
+        if (bytes->size() + static_cast<std::size_t>(got) > limit_) {
+            *error = "unpacks to more than " + std::to_string(limit_) +
+                     " bytes, too many for an archive of this size";
             ok = false;
             break;
         }

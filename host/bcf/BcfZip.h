@@ -36,10 +36,13 @@ private:
 };
 
 // A zip archive being read. An entry is read whole, and no larger than a limit that keeps
-// a small archive from unpacking into a great deal of memory.
+// a small archive from unpacking into a great deal of memory: as many times the archive's
+// size as XML packs into, above a floor for the smallest archives and below a ceiling.
 class BcfZipReader {
 public:
     static constexpr std::size_t kMaxEntryBytes = std::size_t{64} << 20;
+    static constexpr std::size_t kMinEntryLimit = std::size_t{1} << 20;
+    static constexpr std::size_t kUnpackingFactor = 64;
 
     // Null with the reason in `error` where the file is no zip archive.
     static std::unique_ptr<BcfZipReader> Open(const std::string& path, std::string* error);
@@ -50,13 +53,14 @@ public:
     // The names of the entries, in the archive's order, their folders parted by slashes.
     const std::vector<std::string>& Names() const { return names_; }
     // The bytes of an entry, found by its name in any case where none has it as it is;
-    // false with the reason in `error` where it can't be read.
+    // false with the reason (without the name) in `error` where it can't be read.
     bool Read(const std::string& name, std::string* bytes, std::string* error) const;
 
 private:
-    explicit BcfZipReader(zip* archive);
+    BcfZipReader(zip* archive, std::size_t limit);
 
     zip* archive_;
+    std::size_t limit_; // of an entry's bytes
     std::vector<std::string> names_;
     // The entry of each name, and of each name in lower case; the first where several
     // have one.

@@ -142,6 +142,8 @@ TEST(BcfArchiveTest, ReadsWhatItCanOfBadArchives) {
                                "<!ENTITY f \"&e;&e;&e;&e;&e;&e;&e;&e;&e;&e;\"><!ENTITY g "
                                "\"&f;&f;&f;&f;&f;&f;&f;&f;&f;&f;\">]>"
                                "<Markup><Topic Guid=\"g\"><Title>&g;</Title></Topic></Markup>";
+    // A good topic, but unpacking to thousands of times its packed size.
+    const std::string bomb = std::string(kMarkup).insert(8, std::size_t{3} << 20, ' ');
     const struct {
         const char* what;
         std::vector<std::pair<std::string, std::string>> entries;
@@ -163,6 +165,7 @@ TEST(BcfArchiveTest, ReadsWhatItCanOfBadArchives) {
         {"viewpoint missing", {{"t/markup.bcf", kMarkup}}, 1, 1, 1},
         {"viewpoint not XML", {{"t/markup.bcf", kMarkup}, {"t/v.bcfv", "<<"}}, 1, 1, 1},
         {"entities that expand without end", {{"t/markup.bcf", laughs}}, 0, 0, 1},
+        {"markup that unpacks far beyond the archive's size", {{"t/markup.bcf", bomb}}, 0, 0, 1},
         {"under the folder that was zipped",
          {{"review/bcf.version", kVersion},
           {"review/t/markup.bcf", kMarkup},
