@@ -20,24 +20,32 @@ std::string OffsetText(std::uint64_t offset) {
 
 } // namespace
 
+int ZtDgnOpenDesignFile(const std::string& path, std::uint64_t* size, std::string* reason) {
+    const int descriptor = ZtUSysDescriptor::OpenForReading(path);
+    if (descriptor < 0) {
+        *reason = errno == EISDIR ? "not a regular file"
+                                  : "cannot open the file: " + std::string(std::strerror(errno));
+        return -1;
+    }
+    const long long bytes = ZtUSysDescriptor::RegularFileSize(descriptor);
+    if (bytes < 0) {
+        ZtUSysDescriptor::Close(descriptor);
+        *reason = "not a regular file";
+        return -1;
+    }
+    *size = static_cast<std::uint64_t>(bytes);
+    return descriptor;
+}
+
 ZtDgnElementStream::~ZtDgnElementStream() {
     if (descriptor_ >= 0)
         ZtUSysDescriptor::Close(descriptor_);
 }
 
 bool ZtDgnElementStream::Open(const std::string& path, std::string* reason) {
-    descriptor_ = ZtUSysDescriptor::OpenForReading(path);
-    if (descriptor_ < 0) {
-        *reason = errno == EISDIR ? "not a regular file"
-                                  : "cannot open the file: " + std::string(std::strerror(errno));
+    descriptor_ = ZtDgnOpenDesignFile(path, &fileSize_, reason);
+    if (descriptor_ < 0)
         return false;
-    }
-    const long long size = ZtUSysDescriptor::RegularFileSize(descriptor_);
-    if (size < 0) {
-        *reason = "not a regular file";
-        return false;
-    }
-    fileSize_ = static_cast<std::uint64_t>(size);
     // A file smaller than one read needs no more room than itself besides an element.
     buffer_.resize(static_cast<std::size_t>(std::min<std::uint64_t>(fileSize_, kReadSize)) +
                    kMaxElementBytes);

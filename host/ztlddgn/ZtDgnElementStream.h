@@ -11,6 +11,10 @@ struct ZtDgnRawElement {
     std::uint64_t offset = 0;
 };
 
+// Opens the design file `path` (UTF-8) for reading: its descriptor, with its size in
+// `size`; -1 with a reason in words for a user if it can't be read as a regular file.
+int ZtDgnOpenDesignFile(const std::string& path, std::uint64_t* size, std::string* reason);
+
 // Reads the elements of a design file one after the other through a buffer that holds
 // any whole element, so that a caller always sees an element's bytes in one piece.
 class ZtDgnElementStream {

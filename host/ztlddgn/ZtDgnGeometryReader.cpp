@@ -1,11 +1,10 @@
 #include "ztlddgn/ZtDgnGeometryReader.h"
 
 #include "ztlddgn/ZtDgnBytes.h"
+#include "ztlddgn/ZtDgnElementStream.h"
 #include "ztutil/ZtUSysDescriptor.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
 
 namespace {
 
@@ -22,18 +21,9 @@ ZtDgnGeometryReader::~ZtDgnGeometryReader() {
 }
 
 bool ZtDgnGeometryReader::Open(const std::string& path, int dimension, std::string* reason) {
-    descriptor_ = ZtUSysDescriptor::OpenForReading(path);
-    if (descriptor_ < 0) {
-        *reason = errno == EISDIR ? "not a regular file"
-                                  : "cannot open the file: " + std::string(std::strerror(errno));
+    descriptor_ = ZtDgnOpenDesignFile(path, &fileSize_, reason);
+    if (descriptor_ < 0)
         return false;
-    }
-    const long long size = ZtUSysDescriptor::RegularFileSize(descriptor_);
-    if (size < 0) {
-        *reason = "not a regular file";
-        return false;
-    }
-    fileSize_ = static_cast<std::uint64_t>(size);
     dimension_ = dimension;
     return true;
 }
