@@ -1,4 +1,5 @@
 #pragma once
+#include "bcf/BcfSteps.h"
 #include "review/OpenRoad.h"
 #include "review/ReviewRun.h"
 #include "ztlinear/ZtLColor3f.h"
@@ -23,6 +24,7 @@ struct CommandLine {
     std::string attributes;              // --attributes: the run's attribute source
     std::optional<ZtLColor3f> redlineColor;
     std::optional<int> redlineThickness;
+    BcfExportOptions bcf; // --bcf-version, --author
     std::vector<Step> steps;
 };
 

@@ -9,7 +9,7 @@ constexpr ExitStatusKind kExitStatuses[] = {
     {kExitHostFailure,
      "pdsreview can't do what was asked: a usage error, a plug-in library\n"
      "that can't be loaded, a model file that is no DGN model, an attribute\n"
-     "source that can't be read",
+     "source that can't be read, a file that is no BCF archive",
      "pdsreview can't do what was asked"},
     {3, "no document, or a pass over a file failed", "no document, or a pass over the file failed"},
     {kExitWriteFailed,

@@ -95,6 +95,24 @@ constexpr OptionKind kOptions[] = {
          line.redlineThickness = thickness;
          return true;
      }},
+    {"--bcf-version", nullptr, "2.1|3.0", "the BCF version that export-bcf writes (default 2.1)",
+     [](CommandLine& line, const std::string& value, std::string* error) {
+         if (value != "2.1" && value != "3.0") {
+             *error = "--bcf-version takes 2.1 or 3.0, not '" + value + "'";
+             return false;
+         }
+         line.bcf.version = value == "3.0" ? BcfVersion::k30 : BcfVersion::k21;
+         return true;
+     }},
+    {"--author", nullptr, "NAME", "the author of what export-bcf writes (default: the user's name)",
+     [](CommandLine& line, const std::string& value, std::string* error) {
+         if (value.find_first_not_of(" \t") == std::string::npos) {
+             *error = "--author takes a name";
+             return false;
+         }
+         line.bcf.author = value;
+         return true;
+     }},
     {"--control-mode", nullptr, "N", "the host's control mode when the entry function is called",
      [](CommandLine& line, const std::string& value, std::string* error) {
          if (ParseWhole(value, &line.controlMode))

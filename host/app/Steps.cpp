@@ -2,6 +2,7 @@
 
 #include "app/ExitStatus.h"
 #include "app/ProcessEnvironment.h"
+#include "bcf/BcfSteps.h"
 #include "report/ReportPage.h"
 #include "report/ReportScene.h"
 #include "review/FileProblems.h"
@@ -83,6 +84,14 @@ StepOutcome Report(Session& session, const Step& step) {
     return {};
 }
 
+StepOutcome ExportBcfFile(Session& session, const Step& step) {
+    return ExportBcf(session.run, step, session.options.bcf);
+}
+
+StepOutcome ImportBcfFile(Session& session, const Step& step) {
+    return ImportBcf(session.run, step, &session.progress);
+}
+
 constexpr StepKind kStepKinds[] = {
     {"plugins",
      nullptr,
@@ -125,6 +134,22 @@ constexpr StepKind kStepKinds[] = {
      {1, 3, 4, 6},
      ExportTagFile,
      ExplainExport},
+    {"export-bcf",
+     "FILE.bcfzip",
+     FileUse::kWrites,
+     "write the document's review tags as BCF topics, a topic a tag",
+     nullptr,
+     {4},
+     ExportBcfFile,
+     ExplainExport},
+    {"import-bcf",
+     "FILE.bcfzip",
+     FileUse::kReads,
+     "import the topics of a BCF file as saved views with their tags",
+     "ZtOdPdsTagImportPlugin",
+     {1, 2, 6},
+     ImportBcfFile,
+     ExplainRead},
     {"select",
      nullptr,
      FileUse::kNone,

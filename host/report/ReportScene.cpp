@@ -126,7 +126,11 @@ void GatherView(const ZtOpState& state, const ZtOpSavedItem& item,
         return;
     const auto& view = static_cast<const ZtOpView&>(item);
     const ZtNvCamera& camera = view.AnonView().GetViewPoint().GetCamera();
-    ReportView out{ZtUSysString::WideToUtf8(item.GetName().Str()), camera, {}, {}};
+    ReportView out{ZtUSysString::WideToUtf8(item.GetName().Str()),
+                   camera,
+                   {},
+                   {},
+                   view.AnonView().GetViewPoint().GetFocalDistance()};
     const ZtOaClipPlaneSet& planes = view.AnonView().GetClipPlaneSet();
     for (int i = 0; i < planes.Size(); ++i)
         if (planes.Get(i)->IsEnabled())
@@ -162,6 +166,8 @@ ReportScene GatherReportScene(const ReviewRun& run) {
     const OpenedSceneSet* set = run.sceneSet.get();
     const ZtOaUnit::Linear sceneUnits = set ? set->set.GetLinearUnits() : ZtOaUnit::Linear(-1);
     scene.sceneUnits = set ? UnitName(sceneUnits) : "master units";
+    if (set && ZtOaUnit::IsValid(sceneUnits))
+        scene.metresPerUnit = ZtOaUnit::SizeInMetres(sceneUnits);
 
     // Where each model's elements begin in the scene's list, for the selections.
     std::vector<std::pair<const ZtOaPartition*, std::size_t>> firstElement;

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -60,6 +61,8 @@ struct ReportView {
     // The enabled clip planes: the view keeps what lies on the side of each normal.
     std::vector<ZtLPlane3f> clipPlanes;
     std::vector<ReportTag> tags;
+    // How far ahead of the camera the view looks, where it says.
+    std::optional<double> focalDistance;
 };
 
 struct ReportSet {
@@ -101,6 +104,8 @@ struct ReportScene {
     std::string producer; // "pdsreview 0.1"
     std::string controlFile;
     std::string sceneUnits;
+    // The length of the scene's unit; a metre where no control file gave it one.
+    double metresPerUnit = 1;
     std::vector<ReportModel> models;
     std::vector<ReportFailedModel> failed;
     std::vector<ReportElement> elements;

@@ -36,6 +36,7 @@ LAYERS = [
     "host/check",
     "host/review",
     "host/report",
+    "host/bcf",
     "host/manual",
     "host/app",
     "host/checkapp",

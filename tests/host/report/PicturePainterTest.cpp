@@ -21,7 +21,7 @@ TEST(PicturePainter, SavedViewPngShowsTheSceneAndItsTag) {
     tag.position = {10, 0, 0};
     tag.window = {0.5, 0.5};
     tag.windowB = {0.75, 0.75};
-    scene.views.push_back({"v", LookingAt({0, 0, 0}, {1, 0, 0}), {}, {tag}});
+    scene.views.push_back({"v", LookingAt({0, 0, 0}, {1, 0, 0}), {}, {tag}, {}});
     const std::string png = SavedViewPng(scene, scene.views[0], 120);
     int width = 0, height = 0, channels = 0;
     unsigned char* pixels =

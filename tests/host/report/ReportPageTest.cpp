@@ -41,7 +41,7 @@ ReportScene OneTagScene(const std::string& text) {
     tag.text = text;
     tag.element = 0;
     tag.window = tag.windowB = {0.5, 0.5};
-    scene.views.push_back({"View <1>", LookingAt({20, -20, 10}, {5, 2.5, 1}), {}, {tag}});
+    scene.views.push_back({"View <1>", LookingAt({20, -20, 10}, {5, 2.5, 1}), {}, {tag}, {}});
     scene.sets.push_back({"Set", "", {"Level = \"Level 3\""}, {0}});
     return scene;
 }

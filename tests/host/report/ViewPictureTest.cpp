@@ -154,7 +154,8 @@ TEST(ViewPicture, PinsStandAtTheirPointsOrAsTheCameraMapsThem) {
     behind.position = {-20, 0, 0};
     ReportTag loose;
     loose.id = 9;
-    scene.views.push_back({"v", LookingAt({-10, 0, 0}, {0, 0, 0}), {}, {placed, behind, loose}});
+    scene.views.push_back(
+        {"v", LookingAt({-10, 0, 0}, {0, 0, 0}), {}, {placed, behind, loose}, {}});
     ViewPicture plan;
     AddScenePins(scene, kPlan, &plan);
     ASSERT_EQ(plan.pins.size(), 2u);
