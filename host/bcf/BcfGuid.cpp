@@ -1,5 +1,7 @@
 #include "bcf/BcfGuid.h"
 
+#include "ztplugin/ZtOpGuid.h"
+
 #include <cstdint>
 
 namespace {
@@ -25,13 +27,5 @@ std::string BcfNamedGuid(std::string_view name) {
     std::uint64_t low = Hash(name, 0x84222325cbf29ce4ULL);
     high = (high & ~0xF000ULL) | 0x8000ULL;
     low = (low & ~(0xC0ULL << 56)) | (0x80ULL << 56);
-    static constexpr char kHex[] = "0123456789abcdef";
-    std::string guid;
-    for (int i = 0; i < 32; ++i) {
-        if (i == 8 || i == 12 || i == 16 || i == 20)
-            guid += '-';
-        const std::uint64_t word = i < 16 ? high : low;
-        guid += kHex[(word >> (60 - 4 * (i % 16))) & 0xF];
-    }
-    return guid;
+    return ZtOpGuid(high, low).ToString();
 }

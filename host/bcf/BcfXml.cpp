@@ -1,5 +1,7 @@
 #include "bcf/BcfXml.h"
 
+#include "report/ReportHtml.h"
+
 #include <libxml/parser.h>
 #include <libxml/xmlwriter.h>
 
@@ -11,12 +13,6 @@ namespace {
 
 const xmlChar* X(const char* text) {
     return reinterpret_cast<const xmlChar*>(text);
-}
-
-std::string Shortest(double value) {
-    char text[32];
-    const auto end = std::to_chars(text, text + sizeof text, value).ptr;
-    return std::string(text, end);
 }
 
 } // namespace
@@ -49,7 +45,7 @@ void BcfXmlWriter::Text(const char* name, const std::string& value) {
 }
 
 void BcfXmlWriter::Number(const char* name, double value) {
-    Text(name, Shortest(value));
+    Text(name, Exact(value));
 }
 
 void BcfXmlWriter::Triple(const char* name, const std::array<double, 3>& xyz) {

@@ -1,6 +1,5 @@
 #include "ztlddgn/ZtDgnTextPool.h"
 
-#include <cstring>
 #include <functional>
 #include <limits>
 
@@ -21,7 +20,8 @@ std::size_t ZtDgnTextPool::Find(std::string_view text, std::size_t hash) const {
         if (slot.hash != static_cast<std::uint32_t>(hash))
             continue;
         const std::string_view held = Get(slot.id - 1);
-        if (held.size() == text.size() && std::memcmp(held.data(), text.data(), text.size()) == 0)
+        // Not memcmp: an empty text may have no data pointer at all.
+        if (held == text)
             return at;
     }
 }

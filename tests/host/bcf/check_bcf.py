@@ -12,6 +12,7 @@ import shutil
 import subprocess
 import sys
 import tempfile
+import time
 import zipfile
 import xml.etree.ElementTree as ET
 from pathlib import Path
@@ -30,8 +31,12 @@ def run(bin_dir, args, env=None):
     return result
 
 
+# Even, as zip dates count in two-second steps.
+SOURCE_DATE_EPOCH = 1700000000
+
+
 def export(bin_dir, sample, out, version):
-    env = dict(os.environ, SOURCE_DATE_EPOCH="1700000000")
+    env = dict(os.environ, SOURCE_DATE_EPOCH=str(SOURCE_DATE_EPOCH))
     result = run(bin_dir, ["--author", "reviewer", "--bcf-version", version, "open", str(sample),
                            "export-bcf", str(out)], env)
     assert result.returncode == 0, result.stderr
@@ -179,6 +184,13 @@ def main():
             with zipfile.ZipFile(first) as z:
                 if sum(n.endswith("/markup.bcf") for n in z.namelist()) != 6:
                     problems.append(f"{version}: the sample's 6 tags are not 6 topics")
+                # Two exports within one second agree whatever dates the entries: each
+                # entry must carry SOURCE_DATE_EPOCH's time (local, as zip dates are).
+                epoch = time.localtime(SOURCE_DATE_EPOCH)[:6]
+                for info in z.infolist():
+                    if info.date_time != epoch:
+                        problems.append(f"{version}: {info.filename} is dated {info.date_time}, "
+                                        f"not SOURCE_DATE_EPOCH's {epoch}")
             found = independent_reader(first, version)
             if found is None:
                 if os.environ.get("ZT_REQUIRE_BCF_READER") == "1":

@@ -116,6 +116,19 @@ TEST(ZtOcPickFrustumTraversal, EquallyNearBoxesGoToTheFirstInWalkOrder) {
         ASSERT_FALSE(path.empty());
         EXPECT_EQ(path.front(), firstInModel ? inA : inB);
     }
+    // Within one model's index as well.
+    for (bool smallFirst : {true, false}) {
+        ZtOaPartition root(L"doc");
+        auto* model = new ZtOaPartition(L"m");
+        ZtOaShape* small = Box(-1, -1, 0, 1, 1, 5);
+        ZtOaShape* large = Box(-2, -2, -3, 2, 2, 5);
+        model->AddChild(smallFirst ? small : large);
+        model->AddChild(smallFirst ? large : small);
+        root.AddChild(model);
+        const auto path = Pick(root, LookDown());
+        ASSERT_FALSE(path.empty());
+        EXPECT_EQ(path.front(), smallFirst ? small : large);
+    }
 }
 
 // Within one model, boxes alike on the line of sight, or with the same top face, spread
