@@ -1,5 +1,6 @@
 #include "ztplugin/ZtOpFindSpecEvaluator.h"
 
+#include <algorithm>
 #include <unordered_map>
 
 namespace {
@@ -105,6 +106,7 @@ void ZtOpFindSpecEvaluator::SetObject(const ZtOpFindProperty* properties, std::s
     for (std::size_t i = 0; same && i < count; ++i)
         same =
             layout_[i].first == properties[i].category && layout_[i].second == properties[i].name;
+    layoutLasts_ = same;
     if (same)
         return;
     layout_.clear();
@@ -146,14 +148,20 @@ void ZtOpFindSpecEvaluator::Resolve() {
         }
         c.last = static_cast<std::uint32_t>(positions_.size());
     }
+    read_.assign(positions_.begin(), positions_.end());
+    std::sort(read_.begin(), read_.end());
+    read_.erase(std::unique(read_.begin(), read_.end()), read_.end());
+    keyed_ = read_.size() <= ZtOpFindRowTuples::kWidth;
+    if (tuples_.GetNumTuples() > 0) {
+        tuples_.Clear();
+        specResults_.clear();
+    }
     resolved_ = true;
 }
 
-// Inline, as Evaluate: the hot loop of a walk makes no call through the library's symbols.
-inline bool ZtOpFindSpecEvaluator::HoldsAt(Condition& c, std::uint32_t position,
-                                           const ZtUData& value) {
-    if (value.GetType() != ZtUData::kWideString)
-        return c.comparison.Holds(value);
+// Inline, as the others below: the hot loop of a walk makes no call through the library's
+// symbols.
+inline std::uint32_t ZtOpFindSpecEvaluator::RowAt(std::uint32_t position, const ZtUData& value) {
     if (rowFor_[position] != object_) {
         rowAt_[position] = texts_.RowOf(value);
         rowFor_[position] = object_;
@@ -161,7 +169,14 @@ inline bool ZtOpFindSpecEvaluator::HoldsAt(Condition& c, std::uint32_t position,
         if (remembered_.size() < results)
             remembered_.resize(results);
     }
-    const std::uint32_t row = rowAt_[position];
+    return rowAt_[position];
+}
+
+inline bool ZtOpFindSpecEvaluator::HoldsAt(Condition& c, std::uint32_t position,
+                                           const ZtUData& value) {
+    if (value.GetType() != ZtUData::kWideString)
+        return c.comparison.Holds(value);
+    const std::uint32_t row = RowAt(position, value);
     if (row == ZtOpFindTextRows::kNoRow)
         return c.comparison.Holds(value);
     std::uint8_t& result =
@@ -192,7 +207,44 @@ inline bool ZtOpFindSpecEvaluator::Evaluate(Condition& c) {
     return c.result;
 }
 
+// The number of the rows of the texts at the positions read, or kNoTuple where one holds
+// no text or past the bounds. A missing value has a row of its own.
+inline std::uint32_t ZtOpFindSpecEvaluator::TupleOfObject() {
+    constexpr std::uint32_t kMissing = ZtOpFindTextRows::kNoRow - 1;
+    ZtOpFindRowTuples::Key key{};
+    for (std::size_t i = 0; i < read_.size(); ++i) {
+        const ZtUData* value = properties_[read_[i]].value;
+        if (value && value->GetType() != ZtUData::kWideString)
+            return ZtOpFindRowTuples::kNoTuple;
+        key[i] = value ? RowAt(read_[i], *value) : kMissing;
+        if (key[i] == ZtOpFindTextRows::kNoRow)
+            return ZtOpFindRowTuples::kNoTuple;
+    }
+    const std::uint32_t tuple = tuples_.TupleOf(key);
+    const std::size_t results = std::size_t{tuples_.GetNumTuples()} * (specStart_.size() - 1);
+    if (specResults_.size() < results)
+        specResults_.resize(results);
+    return tuple;
+}
+
+// The spec's result on the object depends on the layout and on the texts at the positions
+// read alone, so that it is kept by their rows' key while the layout lasts.
 bool ZtOpFindSpecEvaluator::Matches(std::size_t index) {
+    if (!keyed_ || !layoutLasts_)
+        return EvaluateSpec(index);
+    if (tupleFor_ != object_) {
+        tuple_ = TupleOfObject();
+        tupleFor_ = object_;
+    }
+    if (tuple_ == ZtOpFindRowTuples::kNoTuple)
+        return EvaluateSpec(index);
+    std::uint8_t& result = specResults_[tuple_ * (specStart_.size() - 1) + index];
+    if (result == 0)
+        result = EvaluateSpec(index) ? 2 : 1;
+    return result == 2;
+}
+
+inline bool ZtOpFindSpecEvaluator::EvaluateSpec(std::size_t index) {
     const std::size_t first = specStart_[index];
     const std::size_t last = specStart_[index + 1];
     if (first == last)

@@ -1,5 +1,6 @@
 #pragma once
 #include "ztplugin/ZtOpFindComparison.h"
+#include "ztplugin/ZtOpFindRowTuples.h"
 #include "ztplugin/ZtOpFindSpec.h"
 #include "ztplugin/ZtOpFindTextRows.h"
 
@@ -44,8 +45,10 @@ bool ZtOpFindSpecMatches(const ZtOpFindSpec& spec, const ZtOpFindTarget& target)
 // names once for a run of objects that name their properties alike (the same name objects
 // in the same order, as the elements of one model do), not object by object; a condition
 // that several specs share is evaluated once an object; a comparison's wanted side is read
-// once, and its result on a text value is kept for the next object with that text (a
-// model's elements repeat a few levels, colours and files by the million). The specs must
+// once, and its result on a text value is kept for the next object with that text; and
+// where every property the conditions read holds a text, the specs' results are kept for
+// the next object with those texts there (a model's elements repeat a few levels, colours
+// and files by the million). The specs must
 // outlive the evaluator, and the names of the objects' properties must not die while it is
 // in use (a tree holds them for its walk).
 class ZtOpFindSpecEvaluator {
@@ -83,7 +86,10 @@ private:
 
     void Resolve();
     bool Evaluate(Condition& condition);
+    std::uint32_t RowAt(std::uint32_t position, const ZtUData& value);
     bool HoldsAt(Condition& condition, std::uint32_t position, const ZtUData& value);
+    std::uint32_t TupleOfObject();
+    bool EvaluateSpec(std::size_t index);
 
     std::vector<Condition> conditions_;
     std::vector<Step> steps_;
@@ -103,4 +109,14 @@ private:
     // rowFor_ is the object.
     std::vector<std::uint32_t> rowAt_;
     std::vector<std::uint64_t> rowFor_;
+    // The positions that comparisons read, where they are few enough for a key; the keys
+    // of the rows there, and for each key a result a spec (0, 1 or 2 as above). Kept for
+    // one layout, and only while it lasts from object to object.
+    std::vector<std::uint32_t> read_;
+    bool keyed_ = false;
+    bool layoutLasts_ = false;
+    ZtOpFindRowTuples tuples_;
+    std::vector<std::uint8_t> specResults_;
+    std::uint32_t tuple_ = ZtOpFindRowTuples::kNoTuple;
+    std::uint64_t tupleFor_ = 0;
 };

@@ -275,6 +275,46 @@ TEST_F(FindSpecEvaluation, EvaluatorFollowsEachObjectsNames) {
     }
 }
 
+// Objects of one layout, as a model's elements: results kept by the texts at the places
+// read must be those of each object evaluated alone, whatever comes before it, missing
+// values and values that are not text included.
+TEST_F(FindSpecEvaluation, EvaluatorKeepsResultsByTheTextsRead) {
+    ZtOpFindSpec levelAndFile, bigOrSteel;
+    levelAndFile.AddCondition(Make(element, level, 5, 6, L"level 3"));
+    levelAndFile.AddCondition(Make(nullptr, file, 33, 13, L"steel*"));
+    bigOrSteel.AddCondition(Make(pds, size, 0, 11, L"10"));
+    bigOrSteel.AddCondition(Make(nullptr, file, 65, 6, L"steel.dgn"));
+    ZtOpFindSpecEvaluator evaluator({&levelAndFile, &bigOrSteel});
+    ZtUData levels[] = {Text(L"Level 3"), Text(L"Level 4")};
+    ZtUData files[] = {Text(L"pipes.dgn"), Text(L"steel.dgn")};
+    ZtUData sizes[] = {Text(L"12"), Text(L"9"), ZtUData(), Text(L"")}; // 40 reads as no text
+    sizes[2].SetInt32(40);
+    std::string met;
+    for (int i = 0; i < 48; ++i) {
+        const ZtOpFindProperty properties[] = {
+            {element, level, &levels[i % 2]},
+            {element, file, i % 5 == 4 ? nullptr : &files[i / 2 % 2]},
+            {pds, size, i % 7 == 6 ? nullptr : &sizes[i / 4 % 4]},
+        };
+        evaluator.SetObject(properties, std::size(properties));
+
+        struct Listed : ZtOpFindTarget {
+            std::vector<ZtOpFindProperty> list;
+            std::size_t GetNumFindProperties() const override { return list.size(); }
+            ZtOpFindProperty GetFindProperty(std::size_t i) const override { return list[i]; }
+        } target;
+        target.list.assign(std::begin(properties), std::end(properties));
+        for (std::size_t s = 0; s < 2; ++s) {
+            met += evaluator.Matches(s) ? '1' : '0';
+            EXPECT_EQ(ZtOpFindSpecMatches(s == 0 ? levelAndFile : bigOrSteel, target),
+                      met.back() == '1')
+                << "object " << i << " spec " << s;
+        }
+    }
+    EXPECT_NE(met.find('1'), std::string::npos);
+    EXPECT_NE(met.find('0'), std::string::npos);
+}
+
 TEST(ZtOpWildcardMatches, Patterns) {
     struct Case {
         const wchar_t* pattern;
