@@ -234,6 +234,6 @@ StepOutcome SelectAll(ReviewRun& run, ZtOpProgress* progress) {
     run.selections = ComputeSelections(run.state, progress);
     std::size_t selected = 0;
     for (const SelectionResult& result : *run.selections)
-        selected += result.elements.size();
+        selected += result.indices.size();
     return {0, {}, {{"sets", run.selections->size()}, {"elementsSelected", selected}}, {}, {}};
 }

@@ -11,16 +11,14 @@ namespace {
 
 // The properties of one node at a time, as find specs see them. The list is kept from
 // node to node, so that the walk allocates only while it meets more properties than ever.
-class NodeTarget : public ZtOpFindTarget, private ZtOaPropertyVisitor {
+class NodeProperties : private ZtOaPropertyVisitor {
 public:
     void Gather(const ZtOaNode& node) {
         properties_.clear();
         node.VisitProperties(*this);
     }
-    std::size_t GetNumFindProperties() const override { return properties_.size(); }
-    ZtOpFindProperty GetFindProperty(std::size_t index) const override {
-        return properties_[index];
-    }
+    const ZtOpFindProperty* Data() const { return properties_.data(); }
+    std::size_t Size() const { return properties_.size(); }
 
 private:
     void Visit(ZtUName* category, const ZtOaProperty& property) override {
@@ -34,7 +32,7 @@ class SelectTraversal : public ZtOaTraversal {
 public:
     SelectTraversal(const std::vector<const ZtOpFindSpec*>& specs, ZtOpProgress* progress,
                     std::size_t elements)
-        : specs_(specs), selected_(specs.size()), progress_(progress), elements_(elements) {}
+        : evaluator_(specs), selected_(specs.size()), progress_(progress), elements_(elements) {}
 
     Result VisitNode(const ZtOaPathLink& link) override {
         const ZtOaNode* node = link.GetNode();
@@ -43,19 +41,24 @@ public:
             return kContinue;
         if (progress_ && ++visited_ % kReportEvery == 0 && elements_ > 0)
             progress_->SetProgress(static_cast<double>(visited_) / static_cast<double>(elements_));
-        target_.Gather(*node);
+        properties_.Gather(*node);
+        evaluator_.SetObject(properties_.Data(), properties_.Size());
         const ZtOaPartition* model = nullptr;
-        for (std::size_t i = 0; i < specs_.size(); ++i) {
-            if (!ZtOpFindSpecMatches(*specs_[i], target_))
+        for (std::size_t i = 0; i < selected_.size(); ++i) {
+            if (!evaluator_.Matches(i))
                 continue;
             if (!model)
                 model = ModelOf(link);
-            selected_[i].push_back({model, index});
+            ZtOpTreeSelection& selection = selected_[i];
+            selection.indices.push_back(index);
+            if (selection.runs.empty() || selection.runs.back().model != model)
+                selection.runs.push_back({model, 0});
+            selection.runs.back().end = selection.indices.size();
         }
         return kContinue;
     }
 
-    std::vector<std::vector<ZtOpSelectedElement>> Take() { return std::move(selected_); }
+    std::vector<ZtOpTreeSelection> Take() { return std::move(selected_); }
 
 private:
     static const ZtOaPartition* ModelOf(const ZtOaPathLink& link) {
@@ -68,9 +71,9 @@ private:
     // Elements between two reports: often enough for a bar, rare enough to cost nothing.
     static constexpr std::size_t kReportEvery = 4096;
 
-    const std::vector<const ZtOpFindSpec*>& specs_;
-    std::vector<std::vector<ZtOpSelectedElement>> selected_;
-    NodeTarget target_;
+    ZtOpFindSpecEvaluator evaluator_;
+    std::vector<ZtOpTreeSelection> selected_;
+    NodeProperties properties_;
     ZtOpProgress* progress_;
     std::size_t elements_;
     std::size_t visited_ = 0;
@@ -78,9 +81,9 @@ private:
 
 } // namespace
 
-std::vector<std::vector<ZtOpSelectedElement>>
-ZtOpSelectInTree(const ZtOaNode& root, const std::vector<const ZtOpFindSpec*>& specs,
-                 ZtOpProgress* progress, std::size_t elements) {
+std::vector<ZtOpTreeSelection> ZtOpSelectInTree(const ZtOaNode& root,
+                                                const std::vector<const ZtOpFindSpec*>& specs,
+                                                ZtOpProgress* progress, std::size_t elements) {
     SelectTraversal traversal(specs, progress, elements);
     root.ApplyTraversal(&traversal);
     if (progress)
