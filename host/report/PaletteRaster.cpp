@@ -1,7 +1,9 @@
 #include "report/PaletteRaster.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <memory>
 
 #define STB_IMAGE_WRITE_STATIC
 #define STBI_WRITE_NO_STDIO
@@ -9,6 +11,9 @@
 #include <stb_image_write.h>
 
 namespace {
+
+// How hard the deflater looks for matches (stb's quality: the length of its hash chains).
+constexpr int kDeflateEffort = 8;
 
 // A coordinate as a pixel number within [low, high]: what lies beyond either end lands
 // on it, before any conversion to int could overflow.
@@ -47,9 +52,37 @@ bool ClipLine(double& x0, double& y0, double& x1, double& y1, double w, double h
     return true;
 }
 
-void Append(void* context, void* data, int size) {
-    static_cast<std::string*>(context)->append(static_cast<const char*>(data),
-                                               static_cast<std::size_t>(size));
+// The CRC-32 of a PNG chunk (the polynomial of ISO 3309, bits reflected), a byte at a
+// time from a table.
+constexpr std::array<std::uint32_t, 256> MakeCrcTable() {
+    std::array<std::uint32_t, 256> table{};
+    for (std::uint32_t n = 0; n < 256; ++n) {
+        std::uint32_t c = n;
+        for (int k = 0; k < 8; ++k)
+            c = c & 1 ? 0xEDB88320u ^ (c >> 1) : c >> 1;
+        table[n] = c;
+    }
+    return table;
+}
+constexpr std::array<std::uint32_t, 256> kCrcTable = MakeCrcTable();
+
+void AppendU32(std::string& out, std::uint32_t v) {
+    for (int shift = 24; shift >= 0; shift -= 8)
+        out += static_cast<char>((v >> shift) & 0xFF);
+}
+
+// A chunk: the length of its data, its type, the data, and the CRC of type and data.
+void AppendChunk(std::string& png, const char (&type)[5], const std::uint8_t* data,
+                 std::size_t size) {
+    AppendU32(png, static_cast<std::uint32_t>(size));
+    const std::size_t start = png.size();
+    png.append(type, 4);
+    if (size)
+        png.append(reinterpret_cast<const char*>(data), size);
+    std::uint32_t crc = 0xFFFFFFFFu;
+    for (std::size_t i = start; i < png.size(); ++i)
+        crc = kCrcTable[(crc ^ static_cast<std::uint8_t>(png[i])) & 0xFF] ^ (crc >> 8);
+    AppendU32(png, crc ^ 0xFFFFFFFFu);
 }
 
 } // namespace
@@ -108,13 +141,40 @@ void PaletteRaster::Disc(double cx, double cy, double radius, std::uint8_t index
 }
 
 std::string PaletteRaster::Png(const std::vector<Rgba>& palette) const {
-    std::vector<std::uint8_t> rgba(pixels_.size() * 4, 0);
-    for (std::size_t i = 0; i < pixels_.size(); ++i)
-        if (pixels_[i] < palette.size())
-            std::copy(palette[pixels_[i]].begin(), palette[pixels_[i]].end(), rgba.begin() + 4 * i);
-    std::string png;
-    if (!stbi_write_png_to_func(Append, &png, width_, height_, 4, rgba.data(), width_ * 4))
-        png.clear();
+    // An indexed PNG, a byte a pixel as the raster holds them: a quarter of the RGBA data
+    // to compress. Every index in use has an entry; those past the palette are
+    // transparent black, as the palette's own transparency is given in tRNS.
+    const std::uint8_t highest =
+        pixels_.empty() ? 0 : *std::max_element(pixels_.begin(), pixels_.end());
+    std::vector<std::uint8_t> colours, alphas;
+    for (std::size_t i = 0; i <= highest; ++i) {
+        const Rgba c = i < palette.size() ? palette[i] : Rgba{0, 0, 0, 0};
+        colours.insert(colours.end(), c.begin(), c.begin() + 3);
+        alphas.push_back(c[3]);
+    }
+    // Each row after its filter byte, 0: no filter, which suits palette indices best.
+    const std::size_t row = static_cast<std::size_t>(width_);
+    std::vector<std::uint8_t> rows((row + 1) * static_cast<std::size_t>(height_), 0);
+    for (std::size_t y = 0; y < static_cast<std::size_t>(height_); ++y)
+        std::copy_n(pixels_.begin() + static_cast<std::ptrdiff_t>(y * row), row,
+                    rows.begin() + static_cast<std::ptrdiff_t>(y * (row + 1) + 1));
+    int deflatedSize = 0;
+    const std::unique_ptr<unsigned char, void (*)(void*)> deflated(
+        stbi_zlib_compress(rows.data(), static_cast<int>(rows.size()), &deflatedSize,
+                           kDeflateEffort),
+        [](void* p) { STBIW_FREE(p); });
+    if (!deflated)
+        return {};
+    std::string png = "\x89PNG\r\n\x1a\n";
+    std::string header;
+    AppendU32(header, static_cast<std::uint32_t>(width_));
+    AppendU32(header, static_cast<std::uint32_t>(height_));
+    header += std::string("\x08\x03\x00\x00\x00", 5); // 8 bits an index, no interlace
+    AppendChunk(png, "IHDR", reinterpret_cast<const std::uint8_t*>(header.data()), header.size());
+    AppendChunk(png, "PLTE", colours.data(), colours.size());
+    AppendChunk(png, "tRNS", alphas.data(), alphas.size());
+    AppendChunk(png, "IDAT", deflated.get(), static_cast<std::size_t>(deflatedSize));
+    AppendChunk(png, "IEND", nullptr, 0);
     return png;
 }
 
