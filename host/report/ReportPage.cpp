@@ -6,6 +6,7 @@
 #include "report/ReportPageLayout.h"
 #include "report/ReportPageParts.h"
 #include "report/ReportScene.h"
+#include "report/SceneMarkIndex.h"
 #include "report/ViewPictureSvg.h"
 #include "ztutil/ZtUFile.h"
 #include "ztutil/ZtUSysFile.h"
@@ -252,7 +253,10 @@ private:
                         "</h2></figcaption><p>Its camera gives no view.</p></figure>\n";
                 continue;
             }
-            ViewPicture picture = DrawScene(scene_, shapes_, isShape_, *projection, budget);
+            if (!marks_)
+                marks_.emplace(scene_, isShape_);
+            ViewPicture picture =
+                DrawScene(scene_, shapes_, isShape_, *projection, budget, &*marks_);
             AddSavedViewPins(view, *projection, &picture);
             Figure(
                 id, title, " data-perspective=\"1\"", picture, v != 0, [] {}, [] {});
@@ -298,6 +302,8 @@ private:
     const std::vector<std::uint32_t> chosen_;
     const std::vector<SceneShape> shapes_;
     std::vector<bool> isShape_;
+    // Made for the first saved view that the page draws, for all of them.
+    std::optional<SceneMarkIndex> marks_;
     PageKeys keys_;
     std::vector<Rgba> palette_[2];
     std::array<std::uint8_t, kPageColours> index_[2]{};
