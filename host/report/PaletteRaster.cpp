@@ -127,6 +127,7 @@ void PaletteRaster::Set(int x, int y, std::uint8_t index) {
         pixels_[static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) +
                 static_cast<std::size_t>(x)] = index;
         used_ = true;
+        highest_ = std::max(highest_, index);
     }
 }
 
@@ -142,6 +143,7 @@ void PaletteRaster::Fill(double x0, double y0, double x1, double y1, std::uint8_
         std::fill_n(pixels_.begin() + static_cast<std::ptrdiff_t>(y) * width_ + left,
                     right - left + 1, index);
     used_ = true;
+    highest_ = std::max(highest_, index);
 }
 
 void PaletteRaster::Line(double x0, double y0, double x1, double y1, std::uint8_t index) {
@@ -175,10 +177,8 @@ std::string PaletteRaster::Png(const std::vector<Rgba>& palette) const {
     // An indexed PNG, a byte a pixel as the raster holds them: a quarter of the RGBA data
     // to compress. Every index in use has an entry; those past the palette are
     // transparent black, as the palette's own transparency is given in tRNS.
-    const std::uint8_t highest =
-        pixels_.empty() ? 0 : *std::max_element(pixels_.begin(), pixels_.end());
     std::vector<std::uint8_t> colours, alphas;
-    for (std::size_t i = 0; i <= highest; ++i) {
+    for (std::size_t i = 0; i <= highest_; ++i) {
         const Rgba c = i < palette.size() ? palette[i] : Rgba{0, 0, 0, 0};
         colours.insert(colours.end(), c.begin(), c.begin() + 3);
         alphas.push_back(c[3]);

@@ -41,4 +41,5 @@ private:
     int width_, height_;
     std::vector<std::uint8_t> pixels_;
     bool used_ = false;
+    std::uint8_t highest_ = 0; // no pixel holds a higher index
 };
