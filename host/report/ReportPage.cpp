@@ -34,6 +34,8 @@ constexpr int kSavedViewMaxHeight = 460;
 constexpr std::size_t kSavedViewShapes = 30000;
 constexpr std::size_t kSavedViewMinShapes = 1000;
 constexpr Rgba kHighlight = {255, 196, 0, 255};
+// Bytes of the page converted and written at a time.
+constexpr std::size_t kWritePiece = std::size_t{1} << 20;
 // The permission argument of a new file: read and write, as the host's file layer takes it.
 constexpr int kReadWrite = 0x180;
 
@@ -325,7 +327,19 @@ bool WriteReportPage(const ReportScene& scene, const std::string& path) {
                            ZtUSysFile::kTranslateText, ZtUSysFile::kShareReadWrite, 0, kReadWrite);
     if (!file)
         return false;
-    const std::wstring page = ZtUSysString::Utf8ToWide(ReportPageHtml(scene));
-    const bool written = file->Write(page.data(), page.size());
+    // In pieces, each ending before a character's first byte, so that the wide text is
+    // never more than one piece of a page that may run to many megabytes.
+    const std::string page = ReportPageHtml(scene);
+    bool written = true;
+    for (std::size_t at = 0; at < page.size() && written;) {
+        std::size_t end = std::min(page.size(), at + kWritePiece);
+        while (end < page.size() && end > at + 1 &&
+               (static_cast<unsigned char>(page[end]) & 0xC0) == 0x80)
+            --end;
+        const std::wstring piece =
+            ZtUSysString::Utf8ToWide(std::string_view(page).substr(at, end - at));
+        written = file->Write(piece.data(), piece.size());
+        at = end;
+    }
     return ZtUSysFile::fclose(file) == 0 && written;
 }
