@@ -131,17 +131,26 @@ void PaletteRaster::Set(int x, int y, std::uint8_t index) {
     }
 }
 
-void PaletteRaster::Fill(double x0, double y0, double x1, double y1, std::uint8_t index) {
+std::optional<PaletteRaster::Span> PaletteRaster::Cover(double x0, double y0, double x1,
+                                                        double y1) const {
     if (!Finite({x0, y0, x1, y1}) || std::max(x0, x1) < 0 || std::max(y0, y1) < 0 ||
         std::min(x0, x1) >= width_ || std::min(y0, y1) >= height_)
-        return;
-    const int left = PixelWithin(std::min(x0, x1), 0, width_ - 1);
-    const int right = PixelWithin(std::max(x0, x1), 0, width_ - 1);
-    const int top = PixelWithin(std::min(y0, y1), 0, height_ - 1);
-    const int bottom = PixelWithin(std::max(y0, y1), 0, height_ - 1);
-    for (int y = top; y <= bottom; ++y)
-        std::fill_n(pixels_.begin() + static_cast<std::ptrdiff_t>(y) * width_ + left,
-                    right - left + 1, index);
+        return std::nullopt;
+    return Span{PixelWithin(std::min(x0, x1), 0, width_ - 1),
+                PixelWithin(std::min(y0, y1), 0, height_ - 1),
+                PixelWithin(std::max(x0, x1), 0, width_ - 1),
+                PixelWithin(std::max(y0, y1), 0, height_ - 1)};
+}
+
+void PaletteRaster::Fill(double x0, double y0, double x1, double y1, std::uint8_t index) {
+    if (const std::optional<Span> span = Cover(x0, y0, x1, y1))
+        Fill(*span, index);
+}
+
+void PaletteRaster::Fill(const Span& span, std::uint8_t index) {
+    for (int y = span.top; y <= span.bottom; ++y)
+        std::fill_n(pixels_.begin() + static_cast<std::ptrdiff_t>(y) * width_ + span.left,
+                    span.right - span.left + 1, index);
     used_ = true;
     highest_ = std::max(highest_, index);
 }

@@ -267,27 +267,32 @@ private:
     }
 
     // What the picture marks as pixels, coloured by level and by colour number, and for
-    // each selection set its marked elements in the highlight.
+    // each selection set its marked elements in the highlight. Each mark's pixels are
+    // worked out once for all the rasters.
     void Rasters(const ViewPicture& picture) {
-        for (int byColour = 0; byColour < 2; ++byColour) {
-            PaletteRaster raster(picture.width, picture.height);
-            PaintMarks(
-                picture,
-                [&](std::uint32_t e) {
-                    const ReportElement& element = scene_.elements[e];
-                    return index_[byColour][byColour ? element.colour : element.level];
-                },
-                &raster);
-            Image(raster, palette_[byColour], byColour ? "raster colour" : "raster level", "");
-        }
-        for (std::size_t s = 0; s < inSet_.size(); ++s) {
-            PaletteRaster raster(picture.width, picture.height);
-            PaintMarks(
-                picture, [&](std::uint32_t e) { return static_cast<std::uint8_t>(inSet_[s][e]); },
-                &raster);
-            Image(raster, {{0, 0, 0, 0}, kHighlight}, "overlay",
+        const PaletteRaster blank(picture.width, picture.height);
+        std::vector<std::pair<std::uint32_t, PaletteRaster::Span>> spans;
+        for (const PictureMark& mark : picture.marks)
+            if (const auto span = blank.Cover(mark.x0, mark.y0, mark.x1, mark.y1))
+                spans.emplace_back(mark.element, *span);
+        const auto paint = [&](auto indexOf) {
+            PaletteRaster raster = blank;
+            for (const auto& [element, span] : spans)
+                if (const std::uint8_t index = indexOf(scene_.elements[element], element))
+                    raster.Fill(span, index);
+            return raster;
+        };
+        for (int byColour = 0; byColour < 2; ++byColour)
+            Image(paint([&](const ReportElement& e, std::uint32_t) {
+                      return index_[byColour][byColour ? e.colour : e.level];
+                  }),
+                  palette_[byColour], byColour ? "raster colour" : "raster level", "");
+        for (std::size_t s = 0; s < inSet_.size(); ++s)
+            Image(paint([&](const ReportElement&, std::uint32_t e) {
+                      return static_cast<std::uint8_t>(inSet_[s][e]);
+                  }),
+                  {{0, 0, 0, 0}, kHighlight}, "overlay",
                   " data-set=\"" + std::to_string(s) + "\" visibility=\"hidden\"");
-        }
     }
 
     void Image(const PaletteRaster& raster, const std::vector<Rgba>& palette, const char* cls,
