@@ -202,17 +202,20 @@ TEST_F(AllocationFailure, DisplaySetImportAndEvaluation) {
     RecordProperty("allocations", std::to_string(allocations));
 }
 
+// On one thread, and with the models read ahead on two: a read that fails on its thread
+// fails the road where a read of that file at its turn would.
 TEST_F(AllocationFailure, ControlFileWithItsSideFiles) {
     std::unique_ptr<ZtOdPdsDriLoaderPlugin> loader;
     std::unique_ptr<OpenedSceneSet> opened;
-    const std::uint64_t allocations = FailEachAllocation({
+    OpenParameters parameters;
+    const Road road{
         [&] {
             state_ = std::make_unique<ZtOpState>();
             loader = std::make_unique<ZtOdPdsDriLoaderPlugin>();
         },
         [&] {
-            return Outcome{
-                OpenControlFile(*state_, *loader, ZtTestWide(kSample + "plant.dri"), {}, &opened)};
+            return Outcome{OpenControlFile(*state_, *loader, ZtTestWide(kSample + "plant.dri"),
+                                           parameters, &opened)};
         },
         [](const Outcome& outcome, std::uint64_t) {
             EXPECT_TRUE(outcome.status == 0 || outcome.status == kZtOdPdsUnreadableSet)
@@ -224,8 +227,12 @@ TEST_F(AllocationFailure, ControlFileWithItsSideFiles) {
             state_.reset();
             loader.reset();
         },
-    });
-    RecordProperty("allocations", std::to_string(allocations));
+    };
+    for (const std::size_t threads : {1u, 2u}) {
+        parameters.threads = threads;
+        RecordProperty("allocations_" + std::to_string(threads),
+                       std::to_string(FailEachAllocation(road)));
+    }
 }
 
 } // namespace
