@@ -2,15 +2,17 @@
 control file, with 10,000 tags and five display sets beside it. Opens it with pdsreview,
 selects the sets, exports the tags and writes the report, and prints the wall time, the
 CPU time and the peak memory (the process's high-water mark) of each step, against loading the ten
-models alone. Then loads one of the models with GDAL (`ogr2ogr -f Memory`, from Debian's
-gdal-bin, installed when missing) and with pdsreview, and prints the ratio of CPU times.
+models alone (on one thread, then on as many as pdsreview takes: --threads). Then loads one of
+the models with GDAL (`ogr2ogr -f Memory`, from Debian's gdal-bin, installed when missing) and
+with pdsreview, and prints the ratio of CPU times.
 
 Each step's figures come from a run of pdsreview that stops after it: a step's time is
 what its run takes beyond the run before, and its peak is its run's. The scene is made
 in a temporary folder (about 800 MB under /tmp with the default size) and removed at
 the end.
 
-    python3 bench/review_10m.py [BIN_DIR] [--models N] [--elements N] [--no-gdal] [--no-report]
+    python3 bench/review_10m.py [BIN_DIR] [--models N] [--elements N] [--threads N] [--no-gdal]
+                                [--no-report]
 """
 
 import argparse
@@ -105,6 +107,7 @@ def main():
     parser.add_argument("--no-report", action="store_true",
                         help="stop after the export: the report draws every saved view")
     parser.add_argument("--work", default=tempfile.gettempdir(), help="where the scene goes")
+    parser.add_argument("--threads", type=int, help="pdsreview's --threads (default: one a core)")
     args = parser.parse_args()
     review = os.path.join(args.bin, "pdsreview")
     total = args.models * args.elements
@@ -115,10 +118,11 @@ def main():
               % (args.models, total,
                  sum(os.path.getsize(os.path.join(work, n)) for n in os.listdir(work)) / 1e6,
                  time.monotonic() - start))
-        base = [review, "--quiet"]
-        alone = base + ["--no-tags", "--no-display-sets", "--no-attributes", "open", control]
-        timed(alone)  # once to warm the file cache, then measured
-        load_wall, load_cpu, load_peak = timed(alone)
+        base = [review, "--quiet"] + (["--threads", str(args.threads)] if args.threads else [])
+        alone = ["--no-tags", "--no-display-sets", "--no-attributes", "open", control]
+        timed(base + alone)  # once to warm the file cache, then measured
+        line("load, 1 thread", *timed([review, "--quiet", "--threads", "1"] + alone), total)
+        load_wall, load_cpu, load_peak = timed(base + alone)
         line("load the models", load_wall, load_cpu, load_peak, total)
         # Beside the control file, the exported tags would be read by the next open.
         out = os.path.join(work, "out")

@@ -126,7 +126,7 @@ StepOutcome ImportDisplaySets(ReviewRun& run, const Step& step, ZtOpProgress* pr
 }
 
 StepOutcome ExportTags(ReviewRun& run, const Step& step, bool keepOldFileOnWarning,
-                       ZtOpProgress* progress) {
+                       std::size_t threads, ZtOpProgress* progress) {
     std::vector<std::wstring> modelNames;
     const std::vector<const ZtDgnModel*> models = SceneModels(run.state);
     for (const ZtDgnModel* model : models) {
@@ -138,7 +138,8 @@ StepOutcome ExportTags(ReviewRun& run, const Step& step, bool keepOldFileOnWarni
     // The export's first pick would make every model's geometry index in turn: made here,
     // they take all the cores. Without tags there is no pick, and no index is made.
     if (savedTags > 0)
-        ZtOcGeometryIndex::MakeAll(std::vector<const ZtOaPartition*>(models.begin(), models.end()));
+        ZtOcGeometryIndex::MakeAll(std::vector<const ZtOaPartition*>(models.begin(), models.end()),
+                                   threads);
     TagExportTally tally(savedTags, std::move(modelNames), keepOldFileOnWarning);
     StepOutcome outcome;
     {

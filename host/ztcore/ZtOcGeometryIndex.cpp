@@ -61,9 +61,11 @@ const ZtOcGeometryIndex& ZtOcGeometryIndex::Of(const ZtOaPartition& partition) {
     return *index;
 }
 
-void ZtOcGeometryIndex::MakeAll(const std::vector<const ZtOaPartition*>& partitions) {
-    const std::size_t threads =
-        std::min<std::size_t>(std::max(1u, std::thread::hardware_concurrency()), partitions.size());
+void ZtOcGeometryIndex::MakeAll(const std::vector<const ZtOaPartition*>& partitions,
+                                std::size_t threads) {
+    if (threads == 0)
+        threads = std::max(1u, std::thread::hardware_concurrency());
+    threads = std::min(threads, partitions.size());
     if (threads <= 1) {
         for (const ZtOaPartition* partition : partitions)
             Of(*partition);

@@ -43,11 +43,12 @@ public:
     // Bytes held by this index, nested partitions' not counted.
     std::size_t GetMemoryBytes() const;
 
-    // Makes the indexes of `partitions` at once, on as many threads as the machine has
-    // cores, so that Of finds them made. Each is made as Of would make it; the partitions
+    // Makes the indexes of `partitions` at once, on `threads` threads (0: one a core), so
+    // that Of finds them made. Each is made as Of would make it; the partitions
     // must be distinct, none below another, and untouched by other threads meanwhile.
     // An exception on a worker thread comes out here, after every thread has ended.
-    static void MakeAll(const std::vector<const ZtOaPartition*>& partitions);
+    static void MakeAll(const std::vector<const ZtOaPartition*>& partitions,
+                        std::size_t threads = 0);
 
     // Offers the candidates of the subtree to `pick`, as a walk from `link` (the
     // partition's own link, with the transform that places the partition's children in

@@ -59,10 +59,19 @@ std::wstring LastName(const wchar_t* path) {
 
 } // namespace
 
-ZtDgnModel::ZtDgnModel(const wchar_t* path, ZtUNameDict* names)
-    : ZtOaPartition(LastName(path).c_str(), path, Ownership::kBorrowsChildren),
-      ownNames_(names ? nullptr : std::make_unique<ZtUNameDict>()),
-      names_(names ? names : ownNames_.get()) {
+ZtDgnModel::ZtDgnModel(const wchar_t* path, ZtUNameDict* names) : ZtDgnModel(path, UnnamedTag{}) {
+    BindNames(names);
+}
+
+ZtDgnModel::ZtDgnModel(const wchar_t* path, UnnamedTag)
+    : ZtOaPartition(LastName(path).c_str(), path, Ownership::kBorrowsChildren) {
+    SetHeader(header_);
+}
+
+void ZtDgnModel::BindNames(ZtUNameDict* names) {
+    if (!names)
+        ownNames_ = std::make_unique<ZtUNameDict>();
+    names_ = names ? names : ownNames_.get();
     category_ = names_->Find(L"Element", kElementCategory);
     typeName_ = names_->Find(L"Type", "ZtDgnType");
     graphicGroupName_ = names_->Find(L"Graphic Group", "ZtDgnGraphicGroup");
@@ -83,7 +92,7 @@ ZtDgnModel::ZtDgnModel(const wchar_t* path, ZtUNameDict* names)
         ZtOaProperty(names_->Find(L"UORs per Master Unit", kUorsPerMaster), ZtUData()));
     sceneProps_ = sceneProps.get();
     AddAttribute(sceneProps.release());
-    SetHeader(header_);
+    SetUorsPerMaster(uorsPerMaster_);
 }
 
 ZtDgnModel::~ZtDgnModel() = default;
@@ -95,6 +104,8 @@ void ZtDgnModel::SetHeader(const ZtDgnModelHeader& header) {
 
 void ZtDgnModel::SetUorsPerMaster(double factor) {
     uorsPerMaster_ = factor;
+    if (!sceneProps_)
+        return;
     ZtUData value;
     value.SetDouble(factor);
     sceneProps_->EditPropertyVector().Edit(0)->SetValue(value);

@@ -43,7 +43,15 @@ public:
     // names of properties are interned in `names` (the document's dictionary), which
     // must outlive the model; without one the model keeps a dictionary of its own.
     ZtDgnModel(const wchar_t* path, ZtUNameDict* names);
+    // A model with no names yet, which touches no dictionary and so may be built on a
+    // thread of its own; BindNames must be called before anything but the building.
+    struct UnnamedTag {};
+    ZtDgnModel(const wchar_t* path, UnnamedTag);
     ~ZtDgnModel() override;
+
+    // Interns the names of the model's properties in `names` (its own dictionary if null)
+    // and gives the partition its scene attribute; once, for a model made unnamed.
+    void BindNames(ZtUNameDict* names);
 
     // The control block's facts, and the scene attribute that goes with them.
     void SetHeader(const ZtDgnModelHeader& header);
@@ -102,13 +110,13 @@ private:
     const ZtOaAttributeList& ElementAttributes(std::uint32_t slot) const;
 
     std::unique_ptr<ZtUNameDict> ownNames_;
-    ZtUNameDict* names_;
+    ZtUNameDict* names_ = nullptr;
     ZtDgnModelHeader header_;
     double uorsPerMaster_ = 1.0;
     bool option10AtLoad_ = true;
     std::uint32_t fileElementCount_ = 0;
     std::vector<std::string> warnings_;
-    ZtOaPropertyAttribute* sceneProps_; // owned by the partition's attribute list
+    ZtOaPropertyAttribute* sceneProps_ = nullptr; // owned by the partition's attribute list
 
     ZtDgnChunkedArray<ZtDgnElement> elements_;
     // Linkage words of all elements, each element's side by side; the first chunk holds
@@ -118,11 +126,11 @@ private:
     ZtDgnChunkedArray<ZtDgnGroupNode, 64> groups_;
 
     // The properties that element nodes share.
-    ZtUName* category_;
-    ZtUName* typeName_;
-    ZtUName* graphicGroupName_;
-    ZtUName* weightName_;
-    ZtUName* styleName_;
+    ZtUName* category_ = nullptr;
+    ZtUName* typeName_ = nullptr;
+    ZtUName* graphicGroupName_ = nullptr;
+    ZtUName* weightName_ = nullptr;
+    ZtUName* styleName_ = nullptr;
     std::vector<ZtOaProperty> levelProperties_;  // by level
     std::vector<ZtOaProperty> colourProperties_; // by colour
     std::vector<ZtOaProperty> typeProperties_;   // by type

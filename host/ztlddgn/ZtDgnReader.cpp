@@ -102,6 +102,16 @@ bool ZtDgnProbeModel(const wchar_t* path, std::string* reason) {
 
 std::unique_ptr<ZtDgnModel> ZtDgnReadModel(const wchar_t* path, ZtUNameDict* names, bool option10,
                                            ZtOpProgress* progress, std::string* reason) {
+    std::unique_ptr<ZtDgnModel> model = ZtDgnDecodeModel(path, progress, reason);
+    if (model) {
+        model->BindNames(names);
+        model->SetOption10AtLoad(option10);
+    }
+    return model;
+}
+
+std::unique_ptr<ZtDgnModel> ZtDgnDecodeModel(const wchar_t* path, ZtOpProgress* progress,
+                                             std::string* reason) {
     std::string ignored;
     std::string& why = reason ? *reason : ignored;
     ZtDgnElementStream stream;
@@ -109,9 +119,8 @@ std::unique_ptr<ZtDgnModel> ZtDgnReadModel(const wchar_t* path, ZtUNameDict* nam
     if (!ReadHeader(path, stream, &header, why))
         return nullptr;
 
-    auto model = std::make_unique<ZtDgnModel>(path, names);
+    auto model = std::make_unique<ZtDgnModel>(path, ZtDgnModel::UnnamedTag{});
     model->SetHeader(header);
-    model->SetOption10AtLoad(option10);
     model->ReserveForFile(stream.GetFileSize());
 
     std::vector<OpenGroup> open;
