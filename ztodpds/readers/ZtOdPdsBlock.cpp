@@ -37,23 +37,22 @@ int ZtOdPdsBlock::ReadChild(ZtOdPdsBlock* child, ZtOdPdsBlockTracker* tracker) {
     int result = 0;
     // A closing brace with nothing open (kUnmatchedClose) is passed over: what follows it
     // is gathered below depth 0 and makes no block unless later braces make up for it.
-    while (at < end) {
-        int fed;
-        if constexpr (kTracked)
-            fed = tracker->Feed(reader, value[at]);
-        else
-            fed = reader.FeedNext();
-        ++at;
-        if (fed == ZtOdPdsBlockReader::kComplete) {
-            result = 1;
-            break;
-        }
-    }
     if constexpr (kTracked) {
+        while (at < end) {
+            const int fed = tracker->Feed(reader, value[at]);
+            ++at;
+            if (fed == ZtOdPdsBlockReader::kComplete) {
+                result = 1;
+                break;
+            }
+        }
         if (result)
             tracker->Completed();
         else
             tracker->Stopped(reader, ZtOdPdsBlockReader::kContinue);
+    } else {
+        result = reader.FeedTo(value.data() + end) == ZtOdPdsBlockReader::kComplete ? 1 : 0;
+        at = static_cast<std::size_t>(reader.Next() - value.data());
     }
     cursor_ = static_cast<std::int32_t>(at);
     return result;

@@ -16,7 +16,9 @@ namespace {
 template <bool kTracked>
 int Pump(ZtUFile* file, ZtOdPdsBlockReader& reader, ZtOdPdsBlockTracker* tracker,
          bool stopAtStray) {
-    for (unsigned c; (c = ZtUSysFile::fgetwc(file)) != ZtUFile::kEnd;) {
+    // The plain read lets the reader take the runs of a value by itself.
+    const auto next = [file] { return ZtUSysFile::fgetwc(file); };
+    for (unsigned c = next(); c != ZtUFile::kEnd;) {
         int result;
         if constexpr (kTracked)
             result = tracker->Feed(reader, static_cast<wchar_t>(c));
@@ -32,6 +34,10 @@ int Pump(ZtUFile* file, ZtOdPdsBlockReader& reader, ZtOdPdsBlockTracker* tracker
             }
             return result;
         }
+        if constexpr (kTracked)
+            c = next();
+        else
+            c = reader.GatherRun(next, ZtUFile::kEnd);
     }
     if constexpr (kTracked)
         tracker->Stopped(reader, ZtOdPdsBlockReader::kContinue);

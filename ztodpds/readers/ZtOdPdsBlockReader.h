@@ -168,8 +168,70 @@ public:
     // Takes the next character.
     [[gnu::always_inline]] int FeedChar(wchar_t c) requires(!kSlices) { return Feed(c); }
 
+    // Takes characters from `next` (a callable that gives the next one, or `endMark` at
+    // the end of the input) for as long as they only lengthen the text gathered: inside a
+    // block, with no count being read, while the buffer has room, passed through or no
+    // brace. Gives the first character it did not take, for FeedChar, or `endMark`. A
+    // source fed this way takes the runs of a value in a loop of a few instructions.
+    template <class Next>
+    [[gnu::always_inline]] unsigned GatherRun(Next&& next, unsigned endMark) requires(!kSlices) {
+        if (depth_ <= 0 || inCount_)
+            return next();
+        // No count starts here: that takes an opening brace, which ends the run.
+        wchar_t* out = buffer_ + length_;
+        const wchar_t* const room = buffer_ + end_;
+        std::uint32_t passThrough = passThrough_;
+        unsigned c;
+        for (;;) {
+            c = next();
+            if (c == endMark || out >= room)
+                break;
+            if (passThrough != 0)
+                --passThrough;
+            else if (c == L'{' || c == L'}')
+                break;
+            *out++ = static_cast<wchar_t>(c);
+        }
+        passThrough_ = passThrough;
+        length_ = static_cast<std::size_t>(out - buffer_);
+        return c;
+    }
+
     // Takes the next character of the text given to the constructor.
     [[gnu::always_inline]] int FeedNext() requires kSlices { return Feed(*next_++); }
+
+    // Takes the characters of the text given to the constructor up to `end`, as FeedNext
+    // one after another would, until the block completes (kComplete) or `end` is reached
+    // (kContinue). A run of characters that only lengthens the slice (passed through, or
+    // none of the characters that the reader tests for) is taken at once.
+    int FeedTo(const wchar_t* end) requires kSlices {
+        while (next_ < end) {
+            if (!buffer_ && depth_ >= 0 && !inCount_) {
+                const wchar_t* run = next_;
+                if (passThrough_ != 0) {
+                    const auto left = static_cast<std::size_t>(end - run);
+                    run += passThrough_ < left ? passThrough_ : left;
+                    passThrough_ -= static_cast<std::uint32_t>(run - next_);
+                } else if (depth_ > 0) {
+                    while (run < end && *run != L'{' && *run != L'}')
+                        ++run;
+                } else {
+                    while (run < end && *run != L'{' && *run != L'}' && *run != L'\n' &&
+                           *run != L'\r')
+                        ++run;
+                }
+                length_ += static_cast<std::size_t>(run - next_);
+                next_ = run;
+                if (run == end)
+                    break;
+            }
+            if (Feed(*next_++) == kComplete)
+                return kComplete;
+        }
+        return kContinue;
+    }
+    // The next character that the reader over a text would take.
+    const wchar_t* Next() const requires kSlices { return next_; }
 
     // Hands the buffer to the caller, for the next reader, if it is no larger than
     // `mostCapacity` characters; a larger one is freed. The reader is done with it.

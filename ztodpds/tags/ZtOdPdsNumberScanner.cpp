@@ -15,12 +15,15 @@ bool ZtOdPdsNumberScanner::Integer(std::uint64_t limit, std::int64_t* value) {
     if (*p < L'0' || *p > L'9')
         return false;
     // The magnitude stops at one past the limit, which the negative side still reaches,
-    // so that it never overflows.
+    // so that it never overflows: a magnitude up to cap / 10 takes a digit without
+    // overflow, and one above it passes the cap with any digit. One division a number.
     const std::uint64_t cap = limit + 1;
+    const std::uint64_t mostTimesTen = cap / 10;
     std::uint64_t magnitude = 0;
     for (; *p >= L'0' && *p <= L'9'; ++p) {
         const auto digit = static_cast<std::uint64_t>(*p - L'0');
-        magnitude = magnitude > (cap - digit) / 10 ? cap : magnitude * 10 + digit;
+        const std::uint64_t next = magnitude * 10 + digit;
+        magnitude = magnitude > mostTimesTen || next > cap ? cap : next;
     }
     if (negative)
         *value = magnitude >= cap ? -static_cast<std::int64_t>(limit) - 1

@@ -47,14 +47,15 @@ bool ScanUorVector(const ZtOdPdsBlock& block, ZtOdPdsUorVector* vector) {
 }
 
 // The body of a `text` value: all behind its first line end, which ends the count. The
-// value moves into `body` and the count is cut off there in place, so that a long text is
-// not copied. False for a value without a line end, which leaves `body` as it was.
+// value is exchanged with `body` and the count is cut off there in place, so that a text
+// is not copied and no memory is taken for it. False for a value without a line end,
+// which leaves `body` as it was.
 bool TakeBody(ZtOdPdsBlock& text, ZtUWideStringBuffer* body) {
     const ZtUWideStringBuffer& value = text.GetValue();
     const std::size_t length = value.GetLength();
     for (std::size_t i = 0; i < length; ++i)
         if (value.GetString()[i] == L'\n' || value.GetString()[i] == L'\r') {
-            text.TakeValue(body);
+            text.SwapValue(body);
             body->ExtractSubString(i + 1, length - i - 1, body);
             return true;
         }
@@ -71,14 +72,13 @@ std::size_t CountLineFeeds(const std::wstring& text) {
     return count;
 }
 
-// Puts `rewrites` CRs before each of the `lineFeeds` LFs of `body`, in one pass into a
-// string made at its final size, a run between two LFs copied at a time.
-void RewriteLineEnds(ZtUWideStringBuffer* body, std::size_t lineFeeds, std::size_t rewrites) {
-    if (lineFeeds == 0)
-        return;
-    const std::wstring& text = body->Str();
-    std::wstring rewritten(text.size() + lineFeeds * rewrites, L'\r');
-    wchar_t* out = rewritten.data();
+// `text` with `rewrites` CRs before each of its `lineFeeds` LFs, in one pass into
+// `rewritten` (whose memory is reused) at its final size, a run between two LFs copied at
+// a time.
+void RewriteLineEnds(const std::wstring& text, std::size_t lineFeeds, std::size_t rewrites,
+                     std::wstring* rewritten) {
+    rewritten->assign(text.size() + lineFeeds * rewrites, L'\r');
+    wchar_t* out = rewritten->data();
     const wchar_t* from = text.data();
     const wchar_t* end = from + text.size();
     for (const wchar_t* lf; (lf = std::wmemchr(from, L'\n', static_cast<std::size_t>(end - from)));
@@ -89,20 +89,23 @@ void RewriteLineEnds(ZtUWideStringBuffer* body, std::size_t lineFeeds, std::size
         *out++ = L'\n';
     }
     std::wmemcpy(out, from, static_cast<std::size_t>(end - from));
-    body->SetString(std::move(rewritten));
 }
 
-// Gives `flag` back 0 on every way out of a tag: a `p` holds for its own tag only.
-class PointReset {
-public:
-    explicit PointReset(int& flag) : flag_(flag) {}
-    ~PointReset() { flag_ = 0; }
-    PointReset(const PointReset&) = delete;
-    PointReset& operator=(const PointReset&) = delete;
+// The most characters that the buffers kept from one tag for the next may hold room for:
+// enough for any ordinary tag, and small beside the memory that a long text takes anyway.
+constexpr std::size_t kMostKeptCapacity = std::size_t{1} << 16;
 
-private:
-    int& flag_;
-};
+void ReleaseIfLong(ZtUWideStringBuffer* text) {
+    if (text->Str().capacity() > kMostKeptCapacity) {
+        ZtUWideStringBuffer released;
+        std::swap(*text, released);
+    }
+}
+
+void ReleaseIfLong(std::wstring* text) {
+    if (text->capacity() > kMostKeptCapacity)
+        std::wstring().swap(*text);
+}
 
 } // namespace
 
@@ -250,8 +253,27 @@ bool ZtOdPdsTagImportAction::ReadStickyKey(const ZtOdPdsBlock& block) {
     return true;
 }
 
+// Gives `havePoint` back 0 on every way out of a tag, as a `p` holds for its own tag only,
+// and lets go of what the tag's buffers took for a long text.
+class ZtOdPdsTagImportAction::TagEnd {
+public:
+    explicit TagEnd(ZtOdPdsTagImportAction& action) : action_(action) {}
+    ~TagEnd() {
+        action_.havePoint_ = 0;
+        if (action_.child_.ValueCapacity() > kMostKeptCapacity)
+            action_.child_.ReleaseValue();
+        ReleaseIfLong(&action_.body_);
+        ReleaseIfLong(&action_.rewritten_);
+    }
+    TagEnd(const TagEnd&) = delete;
+    TagEnd& operator=(const TagEnd&) = delete;
+
+private:
+    ZtOdPdsTagImportAction& action_;
+};
+
 void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
-    PointReset pointReset(havePoint_);
+    const TagEnd tagEnd(*this);
     // A reporting import says why it drops a tag, at the tag unless `at` is given.
     const ZtOdPdsSourcePosition tagAt =
         reporter_ ? reporter_->Tracker().NameAt() : ZtOdPdsSourcePosition{};
@@ -287,7 +309,8 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
     // The nested blocks; the line of the head is gathered as a name and dropped at its
     // line end.
     ZtLPos3f point;
-    ZtUWideStringBuffer body;
+    ZtUWideStringBuffer& body = body_;
+    body.Clear();
     // Each text block rewrites the line ends of the body in force once more, whether or
     // not it gave the body; the rewrites wait until the tag's text is gone.
     std::size_t rewrites = 0;
@@ -295,8 +318,8 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
     bool sawText = false;
     bool sawBody = false;
     {
-        // Gone before the comment is made, so that a long text is not held a fourth time.
-        ZtOdPdsBlock child;
+        // Kept from tag to tag, with its memory; a text's value goes to the body.
+        ZtOdPdsBlock& child = child_;
         std::optional<ZtOdPdsBlockTracker> tracker;
         if (reporter_)
             tracker.emplace(reporter_->ValueTracker());
@@ -324,20 +347,30 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
             }
         }
     }
-    // The tag's text is all read: its memory goes before the body is rewritten and the
-    // comment takes it, so that a long text is held twice at most.
-    block.ReleaseValue();
+    // The tag's text is all read: a long one's memory goes before the body is rewritten
+    // and the comment takes it, so that a long text is held twice at most. A short one's
+    // stays for the next block.
+    if (block.ValueCapacity() > kMostKeptCapacity)
+        block.ReleaseValue();
+    if (child_.ValueCapacity() > kMostKeptCapacity)
+        child_.ReleaseValue();
+    // Before anything is made, so that a tag without text leaves no empty view behind. An
+    // empty body has no line end to rewrite, so it is dropped for its text in any case.
+    if (body.IsEmpty())
+        return drop(ZtOdPdsCheck::kTagText, {}, !sawText ? 0 : !sawBody ? 1 : 2);
     // Comments hold CR LF line ends, the file LF. Each rewrite puts one more CR before
     // every LF, so all of them together are one pass that puts `rewrites` there.
+    const wchar_t* text = body.GetString();
     if (rewrites > 0) {
         const std::size_t lineFeeds = CountLineFeeds(body.Str());
         if (!ChargeAddedLineEnds(lineFeeds, rewrites))
             return drop(ZtOdPdsCheck::kTagLineEnds, {}, kZtOdPdsMaxFileAddedLineEnds);
-        RewriteLineEnds(&body, lineFeeds, rewrites);
+        if (lineFeeds != 0) {
+            RewriteLineEnds(body.Str(), lineFeeds, rewrites, &rewritten_);
+            text = rewritten_.c_str();
+            ReleaseIfLong(&body);
+        }
     }
-    // Before anything is made, so that a tag without text leaves no empty view behind.
-    if (body.IsEmpty())
-        return drop(ZtOdPdsCheck::kTagText, {}, !sawText ? 0 : !sawBody ? 1 : 2);
 
     if (viewChanged_ != 0 || !currentView_) {
         CloseView();
@@ -352,7 +385,7 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
     // The file's identifiers stand as they are: nothing is drawn from the document's next
     // identifiers here.
     std::unique_ptr<ZtOpComment> comment(new ZtOpComment(id));
-    comment->SetBody(body.GetString());
+    comment->SetBody(text);
     if (id > highestId_)
         highestId_ = id;
 
