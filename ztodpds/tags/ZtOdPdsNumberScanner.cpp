@@ -20,6 +20,11 @@ bool ZtOdPdsNumberScanner::Integer(std::uint64_t limit, std::int64_t* value) {
     const std::uint64_t cap = limit + 1;
     const std::uint64_t mostTimesTen = cap / 10;
     std::uint64_t magnitude = 0;
+    // Eighteen digits are below 10^18 and can't reach the cap, which is at least 2^31.
+    for (int unchecked = 18; unchecked > 0 && *p >= L'0' && *p <= L'9'; --unchecked, ++p)
+        magnitude = magnitude * 10 + static_cast<std::uint64_t>(*p - L'0');
+    if (magnitude > cap)
+        magnitude = cap;
     for (; *p >= L'0' && *p <= L'9'; ++p) {
         const auto digit = static_cast<std::uint64_t>(*p - L'0');
         const std::uint64_t next = magnitude * 10 + digit;
@@ -46,7 +51,54 @@ bool ZtOdPdsNumberScanner::Int32(std::int32_t* value) {
     return true;
 }
 
+// A number of at most 16 decimal digits with at most one point among them, whose digits
+// make an integer below 2^53, is that integer divided by a power of ten that a double
+// holds exactly: one correctly rounded division, as wcstod
+// rounds. Anything else (an exponent, hexadecimal, more digits) is left to wcstod. Gives
+// the end of the number, or null.
+namespace {
+
+const wchar_t* ScanPlainDecimal(const wchar_t* text, double* value) {
+    static constexpr double kPowersOfTen[] = {1e0, 1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7, 1e8,
+                                              1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16};
+    const wchar_t* p = text;
+    while (ZtUIsWhiteSpace(*p))
+        ++p;
+    const bool negative = *p == L'-';
+    if (*p == L'-' || *p == L'+')
+        ++p;
+    std::uint64_t mantissa = 0;
+    int digits = 0;
+    int fraction = -1;
+    for (;; ++p) {
+        if (*p >= L'0' && *p <= L'9') {
+            if (++digits > 16)
+                return nullptr;
+            mantissa = mantissa * 10 + static_cast<std::uint64_t>(*p - L'0');
+            fraction += fraction >= 0 ? 1 : 0;
+        } else if (*p == L'.' && fraction < 0) {
+            fraction = 0;
+        } else {
+            break;
+        }
+    }
+    // A point with no digit behind it, no digits at all, or what makes a longer number.
+    if (digits == 0 || fraction == 0 || *p == L'e' || *p == L'E' || *p == L'x' || *p == L'X' ||
+        mantissa >= (std::uint64_t{1} << 53))
+        return nullptr;
+    const double magnitude =
+        static_cast<double>(mantissa) / kPowersOfTen[fraction < 0 ? 0 : fraction];
+    *value = negative ? -magnitude : magnitude;
+    return p;
+}
+
+} // namespace
+
 bool ZtOdPdsNumberScanner::Double(double* value) {
+    if (const wchar_t* end = ScanPlainDecimal(at_, value)) {
+        at_ = end;
+        return true;
+    }
     wchar_t* end = nullptr;
     const double number = std::wcstod(at_, &end);
     if (end == at_)
