@@ -33,6 +33,14 @@
 
 namespace {
 
+using namespace std::string_view_literals;
+
+// A block's name against a key: the lengths first, so that most keys are told apart by
+// them without a look at the characters. Keys are literals of known length ("..."sv).
+bool IsKey(const ZtUWideStringBuffer& name, std::wstring_view key) {
+    return std::wstring_view(name.Str()) == key;
+}
+
 bool ScanUorVector(ZtOdPdsNumberScanner& scan, ZtOdPdsUorVector* vector) {
     ZtOdPdsUorVector read;
     if (!scan.Int64(&read.x) || !scan.Int64(&read.y) || !scan.Int64(&read.z))
@@ -172,7 +180,7 @@ int ZtOdPdsTagImportAction::ImportFile(ZtOpState* state, const wchar_t* path, in
                 reporter_->KnownKey();
             continue;
         }
-        if (block.GetName() == L"tag") {
+        if (IsKey(block.GetName(), L"tag"sv)) {
             if (reporter_)
                 reporter_->KnownKey();
             ImportTag(block);
@@ -208,36 +216,36 @@ bool ZtOdPdsTagImportAction::ReadStickyKey(const ZtOdPdsBlock& block) {
     // How many numbers the key takes, and whether they scanned.
     int needs = 1;
     bool scanned = false;
-    if (name == L"target") {
+    if (IsKey(name, L"target"sv)) {
         needs = 3;
         if ((scanned = ScanUorVector(scan, &vector))) {
             target_ = vector.ToMaster(uorsPerMaster_);
             viewChanged_ = 1;
         }
-    } else if (name == L"eye") {
+    } else if (IsKey(name, L"eye"sv)) {
         needs = 3;
         if ((scanned = ScanUorVector(scan, &vector))) {
             eye_ = vector.ToMaster(uorsPerMaster_);
             viewChanged_ = 1;
         }
-    } else if (name == L"up") {
+    } else if (IsKey(name, L"up"sv)) {
         // The value is never read: views are always upright in +Z.
         up_.SetValue(0.0, 0.0, 1.0);
         if (reporter_ &&
             !(ScanUorVector(scan, &vector) && vector.x == 0 && vector.y == 0 && vector.z > 0))
             reporter_->Report(ZtOdPdsCheck::kIgnoredKey, reporter_->Tracker().NameAt(), name.Str());
         return true;
-    } else if (name == L"persp_ang") {
+    } else if (IsKey(name, L"persp_ang"sv)) {
         if ((scanned = scan.Int32(&degrees))) {
             perspAngle_ = ZtOdPdsDegreesToRadians(degrees);
             viewChanged_ = 1;
         }
-    } else if (name == L"clip_near") {
+    } else if (IsKey(name, L"clip_near"sv)) {
         if ((scanned = scan.Int64(&distance))) {
             clipNear_ = ZtOdPdsUorsToMaster(distance, uorsPerMaster_);
             viewChanged_ = 1;
         }
-    } else if (name == L"clip_far") {
+    } else if (IsKey(name, L"clip_far"sv)) {
         if ((scanned = scan.Int64(&distance))) {
             clipFar_ = ZtOdPdsUorsToMaster(distance, uorsPerMaster_);
             viewChanged_ = 1;
@@ -325,14 +333,14 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
             tracker.emplace(reporter_->ValueTracker());
         while (tracker ? block.NextChild(&child, *tracker) : block.NextChild(&child)) {
             const ZtUWideStringBuffer& name = child.GetName();
-            if (name == L"p") {
+            if (IsKey(name, L"p"sv)) {
                 ZtOdPdsUorVector second3d;
                 if (!ScanUorVector(child, &second3d))
                     return drop(ZtOdPdsCheck::kTagPoint, child.GetValue().Str(), 0,
                                 tracker ? tracker->NameAt() : ZtOdPdsSourcePosition{});
                 point = second3d.ToMaster(uorsPerMaster_);
                 havePoint_ = 1;
-            } else if (name == L"text") {
+            } else if (IsKey(name, L"text"sv)) {
                 sawText = true;
                 if (reporter_)
                     reporter_->TextRead(child.GetValue().Str(), tracker->NameAt(), block);
@@ -341,7 +349,7 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
                     sawBody = true;
                 }
                 ++rewrites;
-            } else if (reporter_ && !(name == L"l")) {
+            } else if (reporter_ && !(IsKey(name, L"l"sv))) {
                 reporter_->Report(ZtOdPdsCheck::kUnknownKey, tracker->NameAt(), name.Str(),
                                   kZtOdPdsKeyInTag);
             }
