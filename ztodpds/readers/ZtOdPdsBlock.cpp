@@ -7,9 +7,10 @@
 #include <limits>
 
 // Out of line, so that the readers' character loops stay small enough to be inlined whole.
+// The name is trimmed before it is copied, as Trim would trim it.
 void ZtOdPdsBlock::SetName(const wchar_t* text, std::size_t length) {
-    name_.SetString(text, length);
-    name_.Trim();
+    const std::wstring_view trimmed = ZtUTrimmedView({text, length});
+    name_.SetString(trimmed.data(), trimmed.size());
 }
 
 int ZtOdPdsBlock::NextChild(ZtOdPdsBlock* child) {

@@ -215,8 +215,7 @@ public:
                     while (run < end && *run != L'{' && *run != L'}')
                         ++run;
                 } else {
-                    while (run < end && *run != L'{' && *run != L'}' && *run != L'\n' &&
-                           *run != L'\r')
+                    while (run < end && !StopsOutside(*run))
                         ++run;
                 }
                 length_ += static_cast<std::size_t>(run - next_);
@@ -255,6 +254,18 @@ public:
     std::wstring_view Gathered() const { return {Text(), length_}; }
 
 private:
+    // Whether a reader outside any block looks at `c`: a brace or a line end. Most
+    // characters are told apart by one test of a bit, their low six bits in a mask of the
+    // four, before the exact test.
+    static bool StopsOutside(wchar_t c) {
+        constexpr std::uint64_t kLowBits = std::uint64_t{1} << L'\n' | std::uint64_t{1} << L'\r' |
+                                           std::uint64_t{1} << (L'{' - 64) |
+                                           std::uint64_t{1} << (L'}' - 64);
+        const auto unit = static_cast<std::uint32_t>(c);
+        return unit < 128 && ((kLowBits >> (unit & 63)) & 1) != 0 &&
+               (c == L'\n' || c == L'\r' || c == L'{' || c == L'}');
+    }
+
     // OpenBrace and CloseBrace give this for a brace that is gathered like any character.
     static constexpr int kGather = -1;
 
