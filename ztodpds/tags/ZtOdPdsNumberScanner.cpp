@@ -20,9 +20,13 @@ bool ZtOdPdsNumberScanner::Integer(std::uint64_t limit, std::int64_t* value) {
     const std::uint64_t cap = limit + 1;
     const std::uint64_t mostTimesTen = cap / 10;
     std::uint64_t magnitude = 0;
-    // Eighteen digits are below 10^18 and can't reach the cap, which is at least 2^31.
-    for (int unchecked = 18; unchecked > 0 && *p >= L'0' && *p <= L'9'; --unchecked, ++p)
-        magnitude = magnitude * 10 + static_cast<std::uint64_t>(*p - L'0');
+    // Eighteen digits make less than 10^18, which 64 bits hold: the cap is applied behind
+    // them. A character below '0' wraps to a large digit.
+    auto digitAt = [](const wchar_t* at) {
+        return static_cast<std::uint32_t>(*at) - static_cast<std::uint32_t>(L'0');
+    };
+    for (int unchecked = 18; unchecked > 0 && digitAt(p) < 10; --unchecked, ++p)
+        magnitude = magnitude * 10 + digitAt(p);
     if (magnitude > cap)
         magnitude = cap;
     for (; *p >= L'0' && *p <= L'9'; ++p) {
