@@ -55,13 +55,13 @@ bool ZtOdPdsNumberScanner::Int32(std::int32_t* value) {
     return true;
 }
 
-// A number of at most 16 decimal digits with at most one point among them, whose digits
-// make an integer below 2^53, is that integer divided by a power of ten that a double
-// holds exactly: one correctly rounded division, as wcstod
-// rounds. Anything else (an exponent, hexadecimal, more digits) is left to wcstod. Gives
-// the end of the number, or null.
 namespace {
 
+// A number of at most 16 decimal digits with at most one point among them, whose digits
+// make an integer below 2^53, is that integer divided by a power of ten that a double
+// holds exactly: one correctly rounded division, as wcstod rounds. Anything else (an
+// exponent, hexadecimal, more digits) is left to wcstod. Gives the end of the number, or
+// null.
 const wchar_t* ScanPlainDecimal(const wchar_t* text, double* value) {
     static constexpr double kPowersOfTen[] = {1e0, 1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7, 1e8,
                                               1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16};
@@ -86,8 +86,9 @@ const wchar_t* ScanPlainDecimal(const wchar_t* text, double* value) {
             break;
         }
     }
-    // A point with no digit behind it, no digits at all, or what makes a longer number.
-    if (digits == 0 || fraction == 0 || *p == L'e' || *p == L'E' || *p == L'x' || *p == L'X' ||
+    // No digits at all, or what makes a longer number. A point with no digit behind it
+    // ends the number as wcstod ends it.
+    if (digits == 0 || *p == L'e' || *p == L'E' || *p == L'x' || *p == L'X' ||
         mantissa >= (std::uint64_t{1} << 53))
         return nullptr;
     const double magnitude =
