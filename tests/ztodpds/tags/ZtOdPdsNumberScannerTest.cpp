@@ -59,6 +59,8 @@ TEST(ZtOdPdsNumberScanner, DoublesReadAsTheCLibraryReadsThem) {
         L"9007199254740993",
         L"9007199254740991.5",
         L"0.30000000000000004441",
+        // 2^64 + 1, whose digits would wrap 64 bits to 1.
+        L"18446744073709551617",
         L"1e3",
         L"1.5E-2",
         L"0x1p4",
