@@ -5,13 +5,23 @@
 #include <cwchar>
 #include <limits>
 
-bool ZtOdPdsNumberScanner::Integer(std::uint64_t limit, std::int64_t* value) {
-    const wchar_t* p = at_;
+namespace {
+
+// The white space and the sign in front of a number: where its digits begin.
+const wchar_t* SkipToDigits(const wchar_t* p, bool* negative) {
     while (ZtUIsWhiteSpace(*p))
         ++p;
-    const bool negative = *p == L'-';
+    *negative = *p == L'-';
     if (*p == L'-' || *p == L'+')
         ++p;
+    return p;
+}
+
+} // namespace
+
+bool ZtOdPdsNumberScanner::Integer(std::uint64_t limit, std::int64_t* value) {
+    bool negative = false;
+    const wchar_t* p = SkipToDigits(at_, &negative);
     if (*p < L'0' || *p > L'9')
         return false;
     // The magnitude stops at one past the limit, which the negative side still reaches,
@@ -65,12 +75,8 @@ namespace {
 const wchar_t* ScanPlainDecimal(const wchar_t* text, double* value) {
     static constexpr double kPowersOfTen[] = {1e0, 1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7, 1e8,
                                               1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16};
-    const wchar_t* p = text;
-    while (ZtUIsWhiteSpace(*p))
-        ++p;
-    const bool negative = *p == L'-';
-    if (*p == L'-' || *p == L'+')
-        ++p;
+    bool negative = false;
+    const wchar_t* p = SkipToDigits(text, &negative);
     std::uint64_t mantissa = 0;
     int digits = 0;
     int fraction = -1;
@@ -110,5 +116,13 @@ bool ZtOdPdsNumberScanner::Double(double* value) {
         return false;
     *value = number;
     at_ = end;
+    return true;
+}
+
+bool ZtOdPdsNumberScanner::UorVector(ZtOdPdsUorVector* vector) {
+    ZtOdPdsUorVector read;
+    if (!Int64(&read.x) || !Int64(&read.y) || !Int64(&read.z))
+        return false;
+    *vector = read;
     return true;
 }

@@ -9,6 +9,7 @@
 #include "tags/ZtOdPdsCameraMaps.h"
 #include "tags/ZtOdPdsFindUORsPerMaster.h"
 #include "tags/ZtOdPdsNumberScanner.h"
+#include "tags/ZtOdPdsTagBody.h"
 #include "tags/ZtOdPdsTagCounter.h"
 #include "tags/ZtOdPdsTagReporter.h"
 #include "tags/ZtOdPdsUnits.h"
@@ -39,80 +40,6 @@ using namespace std::string_view_literals;
 // them without a look at the characters. Keys are literals of known length ("..."sv).
 bool IsKey(const ZtUWideStringBuffer& name, std::wstring_view key) {
     return std::wstring_view(name.Str()) == key;
-}
-
-bool ScanUorVector(ZtOdPdsNumberScanner& scan, ZtOdPdsUorVector* vector) {
-    ZtOdPdsUorVector read;
-    if (!scan.Int64(&read.x) || !scan.Int64(&read.y) || !scan.Int64(&read.z))
-        return false;
-    *vector = read;
-    return true;
-}
-
-bool ScanUorVector(const ZtOdPdsBlock& block, ZtOdPdsUorVector* vector) {
-    ZtOdPdsNumberScanner scan(block.GetValue().GetString());
-    return ScanUorVector(scan, vector);
-}
-
-// The body of a `text` value: all behind its first line end, which ends the count. The
-// value is exchanged with `body` and the count is cut off there in place, so that a text
-// is not copied and no memory is taken for it. False for a value without a line end,
-// which leaves `body` as it was.
-bool TakeBody(ZtOdPdsBlock& text, ZtUWideStringBuffer* body) {
-    const ZtUWideStringBuffer& value = text.GetValue();
-    const std::size_t length = value.GetLength();
-    for (std::size_t i = 0; i < length; ++i)
-        if (value.GetString()[i] == L'\n' || value.GetString()[i] == L'\r') {
-            text.SwapValue(body);
-            body->ExtractSubString(i + 1, length - i - 1, body);
-            return true;
-        }
-    return false;
-}
-
-// The LFs of `text`, found by the library's vectorised search: bodies hold few.
-std::size_t CountLineFeeds(const std::wstring& text) {
-    std::size_t count = 0;
-    const wchar_t* end = text.data() + text.size();
-    for (const wchar_t* at = text.data();
-         (at = std::wmemchr(at, L'\n', static_cast<std::size_t>(end - at))); ++at)
-        ++count;
-    return count;
-}
-
-// `text` with `rewrites` CRs before each of its `lineFeeds` LFs, in one pass into
-// `rewritten` (whose memory is reused) at its final size, a run between two LFs copied at
-// a time.
-void RewriteLineEnds(const std::wstring& text, std::size_t lineFeeds, std::size_t rewrites,
-                     std::wstring* rewritten) {
-    rewritten->assign(text.size() + lineFeeds * rewrites, L'\r');
-    wchar_t* out = rewritten->data();
-    const wchar_t* from = text.data();
-    const wchar_t* end = from + text.size();
-    for (const wchar_t* lf; (lf = std::wmemchr(from, L'\n', static_cast<std::size_t>(end - from)));
-         from = lf + 1) {
-        const auto run = static_cast<std::size_t>(lf - from);
-        out = std::wmemcpy(out, from, run) + run;
-        out += rewrites; // over the CRs the string was made of
-        *out++ = L'\n';
-    }
-    std::wmemcpy(out, from, static_cast<std::size_t>(end - from));
-}
-
-// The most characters that the buffers kept from one tag for the next may hold room for:
-// enough for any ordinary tag, and small beside the memory that a long text takes anyway.
-constexpr std::size_t kMostKeptCapacity = std::size_t{1} << 16;
-
-void ReleaseIfLong(ZtUWideStringBuffer* text) {
-    if (text->Str().capacity() > kMostKeptCapacity) {
-        ZtUWideStringBuffer released;
-        std::swap(*text, released);
-    }
-}
-
-void ReleaseIfLong(std::wstring* text) {
-    if (text->capacity() > kMostKeptCapacity)
-        std::wstring().swap(*text);
 }
 
 } // namespace
@@ -218,13 +145,13 @@ bool ZtOdPdsTagImportAction::ReadStickyKey(const ZtOdPdsBlock& block) {
     bool scanned = false;
     if (IsKey(name, L"target"sv)) {
         needs = 3;
-        if ((scanned = ScanUorVector(scan, &vector))) {
+        if ((scanned = scan.UorVector(&vector))) {
             target_ = vector.ToMaster(uorsPerMaster_);
             viewChanged_ = 1;
         }
     } else if (IsKey(name, L"eye"sv)) {
         needs = 3;
-        if ((scanned = ScanUorVector(scan, &vector))) {
+        if ((scanned = scan.UorVector(&vector))) {
             eye_ = vector.ToMaster(uorsPerMaster_);
             viewChanged_ = 1;
         }
@@ -232,7 +159,7 @@ bool ZtOdPdsTagImportAction::ReadStickyKey(const ZtOdPdsBlock& block) {
         // The value is never read: views are always upright in +Z.
         up_.SetValue(0.0, 0.0, 1.0);
         if (reporter_ &&
-            !(ScanUorVector(scan, &vector) && vector.x == 0 && vector.y == 0 && vector.z > 0))
+            !(scan.UorVector(&vector) && vector.x == 0 && vector.y == 0 && vector.z > 0))
             reporter_->Report(ZtOdPdsCheck::kIgnoredKey, reporter_->Tracker().NameAt(), name.Str());
         return true;
     } else if (IsKey(name, L"persp_ang"sv)) {
@@ -268,10 +195,10 @@ public:
     explicit TagEnd(ZtOdPdsTagImportAction& action) : action_(action) {}
     ~TagEnd() {
         action_.havePoint_ = 0;
-        if (action_.child_.ValueCapacity() > kMostKeptCapacity)
+        if (action_.child_.ValueCapacity() > kZtOdPdsMostKeptCapacity)
             action_.child_.ReleaseValue();
-        ReleaseIfLong(&action_.body_);
-        ReleaseIfLong(&action_.rewritten_);
+        ZtOdPdsReleaseIfLong(&action_.body_);
+        ZtOdPdsReleaseIfLong(&action_.rewritten_);
     }
     TagEnd(const TagEnd&) = delete;
     TagEnd& operator=(const TagEnd&) = delete;
@@ -306,7 +233,7 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
         return ok;
     };
     if (!took(scan.Int64(&identifier)) || !took(scan.Int32(&second)) || !took(scan.Int32(&third)) ||
-        !took(scan.Double(&fourth)) || !took(ScanUorVector(scan, &head)) || third != 0) {
+        !took(scan.Double(&fourth)) || !took(scan.UorVector(&head)) || third != 0) {
         if (reporter_)
             reporter_->HeadDropped(block, scanned, third);
         return;
@@ -335,7 +262,7 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
             const ZtUWideStringBuffer& name = child.GetName();
             if (IsKey(name, L"p"sv)) {
                 ZtOdPdsUorVector second3d;
-                if (!ScanUorVector(child, &second3d))
+                if (!ZtOdPdsNumberScanner(child.GetValue().GetString()).UorVector(&second3d))
                     return drop(ZtOdPdsCheck::kTagPoint, child.GetValue().Str(), 0,
                                 tracker ? tracker->NameAt() : ZtOdPdsSourcePosition{});
                 point = second3d.ToMaster(uorsPerMaster_);
@@ -344,7 +271,7 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
                 sawText = true;
                 if (reporter_)
                     reporter_->TextRead(child.GetValue().Str(), tracker->NameAt(), block);
-                if (TakeBody(child, &body)) {
+                if (ZtOdPdsTakeTagBody(child, &body)) {
                     rewrites = 0;
                     sawBody = true;
                 }
@@ -358,9 +285,9 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
     // The tag's text is all read: a long one's memory goes before the body is rewritten
     // and the comment takes it, so that a long text is held twice at most. A short one's
     // stays for the next block.
-    if (block.ValueCapacity() > kMostKeptCapacity)
+    if (block.ValueCapacity() > kZtOdPdsMostKeptCapacity)
         block.ReleaseValue();
-    if (child_.ValueCapacity() > kMostKeptCapacity)
+    if (child_.ValueCapacity() > kZtOdPdsMostKeptCapacity)
         child_.ReleaseValue();
     // Before anything is made, so that a tag without text leaves no empty view behind. An
     // empty body has no line end to rewrite, so it is dropped for its text in any case.
@@ -370,13 +297,13 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
     // every LF, so all of them together are one pass that puts `rewrites` there.
     const wchar_t* text = body.GetString();
     if (rewrites > 0) {
-        const std::size_t lineFeeds = CountLineFeeds(body.Str());
+        const std::size_t lineFeeds = ZtOdPdsCountLineFeeds(body.Str());
         if (!ChargeAddedLineEnds(lineFeeds, rewrites))
             return drop(ZtOdPdsCheck::kTagLineEnds, {}, kZtOdPdsMaxFileAddedLineEnds);
         if (lineFeeds != 0) {
-            RewriteLineEnds(body.Str(), lineFeeds, rewrites, &rewritten_);
+            ZtOdPdsRewriteLineEnds(body.Str(), lineFeeds, rewrites, &rewritten_);
             text = rewritten_.c_str();
-            ReleaseIfLong(&body);
+            ZtOdPdsReleaseIfLong(&body);
         }
     }
 
