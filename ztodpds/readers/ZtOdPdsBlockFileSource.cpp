@@ -16,7 +16,7 @@ namespace {
 template <bool kTracked>
 int Pump(ZtUFile* file, ZtOdPdsBlockReader& reader, ZtOdPdsBlockTracker* tracker,
          bool stopAtStray) {
-    for (unsigned c; (c = ZtUSysFile::fgetwc(file)) != ZtUFile::kEnd;) {
+    for (unsigned c = ZtUSysFile::fgetwc(file); c != ZtUFile::kEnd; c = ZtUSysFile::fgetwc(file)) {
         int result;
         if constexpr (kTracked)
             result = tracker->Feed(reader, static_cast<wchar_t>(c));
@@ -31,6 +31,17 @@ int Pump(ZtUFile* file, ZtOdPdsBlockReader& reader, ZtOdPdsBlockTracker* tracker
                     tracker->Stopped(reader, result);
             }
             return result;
+        }
+        // The plain read lets the reader take the runs of a value out of the stream's
+        // buffer at once.
+        if constexpr (!kTracked) {
+            std::size_t count = 0;
+            const wchar_t* run = ZtUSysFile::PeekBuffered(file, &count);
+            std::size_t taken;
+            while (count != 0 && (taken = reader.GatherRun(run, count, ZtUFile::kEnd)) != 0) {
+                ZtUSysFile::SkipBuffered(file, taken);
+                run = ZtUSysFile::PeekBuffered(file, &count);
+            }
         }
     }
     if constexpr (kTracked)

@@ -1,5 +1,6 @@
 #pragma once
 #include "readers/ZtOdPdsBlock.h"
+#include "readers/ZtOdPdsBlockReaderBase.h"
 #include "ztutil/ZtUWideString.h"
 
 #include <cassert>
@@ -8,108 +9,6 @@
 #include <cwchar>
 #include <cwctype>
 #include <string_view>
-
-// The parts of the block reader that do not depend on where its characters come from.
-class ZtOdPdsBlockReaderBase {
-public:
-    enum Result : int {
-        kContinue = 0,
-        // The block is complete, or with stop-at-name its name is.
-        kComplete = 1,
-        // A closing brace came with no block open.
-        kUnmatchedClose = 3,
-    };
-    // The longest name, trimmed, that a reader of a file gathers: no key comes near it. A
-    // longer one is dropped as it is read, and its block reads as one without a name.
-    static constexpr std::size_t kMaxNameLength = std::size_t{1} << 20;
-
-protected:
-    // How much of the text being gathered a reader holds.
-    enum class Held : std::uint8_t {
-        kAll,
-        // All up to a NUL, behind which nothing counts.
-        kToNul,
-        // A name of the longest length, and white space behind it that the trim drops.
-        kToSpace,
-        // A name longer than the longest, which is dropped.
-        kOverlong,
-        // Nothing: memory ran short, and the block is skipped at its end.
-        kStarved,
-    };
-
-    // What a reader holds of text it no longer gathers: how much, and how many letters of
-    // "text" the characters fed end with, for the counted-text test.
-    struct Holding {
-        Held held;
-        std::uint32_t textMatched;
-    };
-    // The holding after `c`: inline, as a reader may hold a file's worth of characters.
-    // Only the letter t both begins and ends "text", so a mismatch falls back to it.
-    static Holding Hold(Holding holding, wchar_t c) {
-        std::uint32_t& matched = holding.textMatched;
-        if (c == L't')
-            matched = matched == 3 ? 4 : 1;
-        else if ((c == L'e' && matched == 1) || (c == L'x' && matched == 2))
-            ++matched;
-        else
-            matched = 0;
-        // White space behind a full name is trimmed away; anything else makes it too long.
-        if (holding.held == Held::kToSpace && !ZtUIsWhiteSpace(c))
-            holding.held = c == L'\0' ? Held::kToNul : Held::kOverlong;
-        return holding;
-    }
-    // The text a reader has gathered into its buffer, as one value, so that the rarer
-    // steps of gathering can be out of line without the reader's address.
-    struct Gathering {
-        wchar_t* buffer;
-        std::size_t length;
-        std::size_t capacity;
-        // Up to here Append stores with no further test: nothing while the text is held
-        // in part, else to the end of the buffer or of the longest name.
-        std::size_t end;
-        Holding holding;
-    };
-    // How a reader's text is bounded: text read from memory is bounded by that memory
-    // already. Text read from a file holds nothing behind a NUL, and a name read from a
-    // file no more than the longest name.
-    enum class Limits : std::uint8_t { kNone, kFile, kFileName };
-    // Gathers `c` where Append can't at once: into a grown buffer, or into the holding
-    // once the text must not or can't grow. A reader of a file looks for a NUL only here,
-    // in all it gathered: the buffer grows by half each time, so each character is looked
-    // at a few times at most.
-    static Gathering AppendSlowly(Gathering gathering, wchar_t c, Limits limits);
-    // Where the gathering's end lies.
-    static std::size_t EndOf(Held held, std::size_t capacity, Limits limits) {
-        if (held != Held::kAll)
-            return 0;
-        if (limits != Limits::kFileName)
-            return capacity;
-        return capacity < kMaxNameLength ? capacity : kMaxNameLength;
-    }
-
-public:
-    struct Buffer {
-        wchar_t* text;
-        std::size_t capacity;
-    };
-    static void Free(wchar_t* text);
-
-protected:
-    // The buffer's memory comes from ZtUMemory. These, like the gathering's, take and give
-    // values only, so that the reader's address never leaves it. Growing adds half the capacity;
-    // when memory is short the old buffer stays and the character is dropped.
-    static Buffer Allocate();
-    static Buffer Grow(Buffer buffer);
-    // A buffer holding `length` characters of `text` and room to grow.
-    static Buffer Copy(const wchar_t* text, std::size_t length);
-
-private:
-    // What a name at the longest holds when `c` comes: the name as it is, unless `c` makes
-    // it longer.
-    static Held HoldFullName(wchar_t c);
-    // Holding starts as `held`, after the last characters gathered and then `c`.
-    static Holding StartHolding(Held held, const wchar_t* text, std::size_t length, wchar_t c);
-};
 
 // The character machine of the `name{value}` syntax, for one block: it gathers text,
 // takes the name at the first opening brace and the value at the matching closing brace.
@@ -168,8 +67,68 @@ public:
     // Takes the next character.
     [[gnu::always_inline]] int FeedChar(wchar_t c) requires(!kSlices) { return Feed(c); }
 
+    // Takes from the `count` characters of `text` those that FeedChar would only add to
+    // the text gathered: inside a block, with no count being read, while the buffer has
+    // room, passed through or no brace, and up to `endMark`, which a source gives for the
+    // end of its input. Gives how many it took; the rest are for FeedChar.
+    std::size_t GatherRun(const wchar_t* text, std::size_t count,
+                          wchar_t endMark) requires(!kSlices) {
+        // No count starts here: that takes an opening brace, which ends the run.
+        if (depth_ <= 0 || inCount_ || length_ >= end_)
+            return 0;
+        const std::size_t most = count < end_ - length_ ? count : end_ - length_;
+        // Runs are short: each character is stored as it is looked at.
+        wchar_t* const out = buffer_ + length_;
+        std::size_t taken = 0;
+        if (passThrough_ != 0) {
+            const std::size_t passing = most < passThrough_ ? most : passThrough_;
+            for (wchar_t c; taken < passing && (c = text[taken]) != endMark; ++taken)
+                out[taken] = c;
+            passThrough_ -= static_cast<std::uint32_t>(taken);
+        }
+        if (passThrough_ == 0) {
+            for (wchar_t c; taken < most && (c = text[taken]) != L'{' && c != L'}' && c != endMark;
+                 ++taken)
+                out[taken] = c;
+        }
+        length_ += taken;
+        return taken;
+    }
+
     // Takes the next character of the text given to the constructor.
     [[gnu::always_inline]] int FeedNext() requires kSlices { return Feed(*next_++); }
+
+    // Takes the characters of the text given to the constructor up to `end`, as FeedNext
+    // one after another would, until the block completes (kComplete) or `end` is reached
+    // (kContinue). A run of characters that only lengthens the slice (passed through, or
+    // none of the characters that the reader tests for) is taken at once.
+    int FeedTo(const wchar_t* end) requires kSlices {
+        while (next_ < end) {
+            if (!buffer_ && depth_ >= 0 && !inCount_) {
+                const wchar_t* run = next_;
+                if (passThrough_ != 0) {
+                    const auto left = static_cast<std::size_t>(end - run);
+                    run += passThrough_ < left ? passThrough_ : left;
+                    passThrough_ -= static_cast<std::uint32_t>(run - next_);
+                } else if (depth_ > 0) {
+                    while (run < end && *run != L'{' && *run != L'}')
+                        ++run;
+                } else {
+                    while (run < end && !StopsOutside(*run))
+                        ++run;
+                }
+                length_ += static_cast<std::size_t>(run - next_);
+                next_ = run;
+                if (run == end)
+                    break;
+            }
+            if (Feed(*next_++) == kComplete)
+                return kComplete;
+        }
+        return kContinue;
+    }
+    // The next character that the reader over a text would take.
+    const wchar_t* Next() const requires kSlices { return next_; }
 
     // Hands the buffer to the caller, for the next reader, if it is no larger than
     // `mostCapacity` characters; a larger one is freed. The reader is done with it.
@@ -194,6 +153,18 @@ public:
     std::wstring_view Gathered() const { return {Text(), length_}; }
 
 private:
+    // Whether a reader outside any block looks at `c`: a brace or a line end. Most
+    // characters are told apart by one test of a bit, their low six bits in a mask of the
+    // four, before the exact test.
+    static bool StopsOutside(wchar_t c) {
+        constexpr std::uint64_t kLowBits = std::uint64_t{1} << L'\n' | std::uint64_t{1} << L'\r' |
+                                           std::uint64_t{1} << (L'{' - 64) |
+                                           std::uint64_t{1} << (L'}' - 64);
+        const auto unit = static_cast<std::uint32_t>(c);
+        return unit < 128 && ((kLowBits >> (unit & 63)) & 1) != 0 &&
+               (c == L'\n' || c == L'\r' || c == L'{' || c == L'}');
+    }
+
     // OpenBrace and CloseBrace give this for a brace that is gathered like any character.
     static constexpr int kGather = -1;
 

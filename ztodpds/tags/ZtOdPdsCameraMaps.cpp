@@ -26,10 +26,12 @@ ZtLPos2f ZtOdPdsModelToCameraSpace(const ZtLPos3f& position, const ZtNvCamera& c
 }
 
 ZtOdPdsCameraMap::ZtOdPdsCameraMap(const ZtNvCamera& camera) : camera_(camera) {
-    camera.Frustum(&frustum_, 0.0);
+    ZtLFrustum3f frustum;
+    camera.Frustum(&frustum, 0.0);
+    matrix_ = frustum.GetMatrix();
 }
 
 ZtLPos2f ZtOdPdsCameraMap::ToCameraSpace(const ZtLPos3f& position) const {
-    return ZtOpRedline::WindowToCameraSpace(
-        camera_, false, ZtOdPdsFrustumToWindow(position * frustum_.GetMatrix()));
+    return ZtOpRedline::WindowToCameraSpace(camera_, false,
+                                            ZtOdPdsFrustumToWindow(position * matrix_));
 }

@@ -18,8 +18,8 @@ ZtLPos3f ZtOdPdsWindowToFrustum(const ZtLPos2f& position);
 ZtLPos2f ZtOdPdsModelToWindow(const ZtLPos3f& position, const ZtNvCamera& camera);
 ZtLPos2f ZtOdPdsModelToCameraSpace(const ZtLPos3f& position, const ZtNvCamera& camera);
 
-// ZtOdPdsModelToCameraSpace for the many points of one camera: its frustum is made once.
-// The camera must outlive the map.
+// ZtOdPdsModelToCameraSpace for the many points of one camera: its frustum and the
+// frustum's matrix are made once. The camera must outlive the map.
 class ZtOdPdsCameraMap {
 public:
     explicit ZtOdPdsCameraMap(const ZtNvCamera& camera);
@@ -27,5 +27,5 @@ public:
 
 private:
     const ZtNvCamera& camera_;
-    ZtLFrustum3f frustum_;
+    ZtLMatrix4f matrix_;
 };

@@ -1,5 +1,6 @@
 #pragma once
 #include "plugin/ZtOdPdsFileAction.h"
+#include "readers/ZtOdPdsBlock.h"
 #include "tags/ZtOdPdsCameraMaps.h"
 #include "ztlinear/ZtLColor3f.h"
 #include "ztlinear/ZtLVec3f.h"
@@ -9,16 +10,15 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <string>
 
 class ZtOaNode;
-class ZtOdPdsBlock;
 class ZtOdPdsDiagnostics;
 class ZtOdPdsTagReporter;
 class ZtOpNextCommentIdElement;
 class ZtOpSavedViewsElement;
 class ZtOpState;
 class ZtOpView;
-class ZtUWideStringBuffer;
 
 // CRs that the widening of line ends may add to the comments of one tag file. Every text
 // block of a tag puts one more CR before each LF of the body, and a comment's body is
@@ -114,4 +114,10 @@ private:
     std::optional<ZtOdPdsCameraMap> cameraMap_;
     // Only for a reporting import.
     std::unique_ptr<ZtOdPdsTagReporter> reporter_;
+    // ImportTag's nested block, body and rewritten body, kept with their memory from one
+    // tag to the next while they are short.
+    class TagEnd;
+    ZtOdPdsBlock child_;
+    ZtUWideStringBuffer body_;
+    std::wstring rewritten_;
 };
