@@ -20,14 +20,6 @@ public:
 
     // The next UTF-16 unit, or kEnd.
     unsigned GetChar() { return next_ < end_ ? static_cast<unsigned>(*next_++) : Refill(); }
-    // The units decoded and not yet taken, for a reader that takes a run of them at once;
-    // empty when the next GetChar decodes more. Skip(count) takes `count` of them, at most
-    // as many as there are. A U+FFFF among them still ends the input when GetChar takes it.
-    const wchar_t* Buffered(std::size_t* count) const {
-        *count = static_cast<std::size_t>(end_ - next_);
-        return next_;
-    }
-    void Skip(std::size_t count) { next_ += count; }
     // Reads up to count - 1 units into `out`, stopping behind a LF, and terminates them;
     // null if nothing was read.
     virtual wchar_t* GetLine(wchar_t* out, int count) = 0;

@@ -92,12 +92,6 @@ public:
     // inline, so that a character loop costs no call into the library per character.
     // The next character, or 0xFFFF at the end of the input (or a U+FFFF in the file).
     static unsigned fgetwc(ZtUFile* file) { return file->GetChar(); }
-    // The characters that fgetwc would give next without decoding more, and `count` of
-    // them taken, for a character loop that takes a run at once (ZtUFile::Buffered).
-    static const wchar_t* PeekBuffered(ZtUFile* file, std::size_t* count) {
-        return file->Buffered(count);
-    }
-    static void SkipBuffered(ZtUFile* file, std::size_t count) { file->Skip(count); }
     // Reads up to count - 1 characters, stopping behind a LF; null if nothing was read.
     static wchar_t* fgetws(wchar_t* out, int count, ZtUFile* file) {
         return file->GetLine(out, count);

@@ -16,7 +16,9 @@ namespace {
 template <bool kTracked>
 int Pump(ZtUFile* file, ZtOdPdsBlockReader& reader, ZtOdPdsBlockTracker* tracker,
          bool stopAtStray) {
-    for (unsigned c = ZtUSysFile::fgetwc(file); c != ZtUFile::kEnd; c = ZtUSysFile::fgetwc(file)) {
+    // The plain read lets the reader take the runs of a value by itself.
+    const auto next = [file] { return ZtUSysFile::fgetwc(file); };
+    for (unsigned c = next(); c != ZtUFile::kEnd;) {
         int result;
         if constexpr (kTracked)
             result = tracker->Feed(reader, static_cast<wchar_t>(c));
@@ -32,17 +34,10 @@ int Pump(ZtUFile* file, ZtOdPdsBlockReader& reader, ZtOdPdsBlockTracker* tracker
             }
             return result;
         }
-        // The plain read lets the reader take the runs of a value out of the stream's
-        // buffer at once.
-        if constexpr (!kTracked) {
-            std::size_t count = 0;
-            const wchar_t* run = ZtUSysFile::PeekBuffered(file, &count);
-            std::size_t taken;
-            while (count != 0 && (taken = reader.GatherRun(run, count, ZtUFile::kEnd)) != 0) {
-                ZtUSysFile::SkipBuffered(file, taken);
-                run = ZtUSysFile::PeekBuffered(file, &count);
-            }
-        }
+        if constexpr (kTracked)
+            c = next();
+        else
+            c = reader.GatherRun(next, ZtUFile::kEnd);
     }
     if constexpr (kTracked)
         tracker->Stopped(reader, ZtOdPdsBlockReader::kContinue);
