@@ -67,6 +67,7 @@ ZtLPickFrustum3f::ZtLPickFrustum3f(const ZtLFrustum3f& frustum) : frustum_(frust
         boundsLow_[k] = axisCount_ > before ? axes_[before].low : none;
         boundsHigh_[k] = axisCount_ > before ? axes_[before].high : none;
     }
+    chiefAxisCount_ = axisCount_;
     const ZtLVec3f edges[6] = {right, up, rays[0], rays[1], rays[2], rays[3]};
     for (const ZtLVec3f& axis : boxAxes)
         for (const ZtLVec3f& edge : edges)
@@ -90,6 +91,14 @@ void ZtLPickFrustum3f::AddAxis(const ZtLVec3f& direction) {
 }
 
 bool ZtLPickFrustum3f::Intersects(const ZtLBox3f& box) const {
+    return MeetsOnAxes(box, axisCount_);
+}
+
+bool ZtLPickFrustum3f::MayIntersect(const ZtLBox3f& box) const {
+    return MeetsOnAxes(box, chiefAxisCount_);
+}
+
+bool ZtLPickFrustum3f::MeetsOnAxes(const ZtLBox3f& box, int axes) const {
     if (box.IsEmpty())
         return false;
     // On a box axis the projections of a box whose coordinates are all finite are its
@@ -103,7 +112,7 @@ bool ZtLPickFrustum3f::Intersects(const ZtLBox3f& box) const {
         for (int k = 0; k < 3; ++k)
             if (hi[k] < boundsLow_[k] || lo[k] > boundsHigh_[k])
                 return false;
-    for (int i = 0; i < axisCount_; ++i) {
+    for (int i = 0; i < axes; ++i) {
         const Axis& axis = axes_[i];
         if (HighOnAxis(axis.direction, box) < axis.low ||
             LowOnAxis(axis.direction, box) > axis.high)
