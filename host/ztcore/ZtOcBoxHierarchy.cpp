@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cassert>
 #include <limits>
 #include <memory>
 
@@ -146,46 +147,35 @@ ZtOcBoxHierarchy ZtOcBoxHierarchy::Builder::Finish() {
     const std::uint64_t* keys = block.get() + count;
 
     // Ranges are split top down, so that nodes come in depth-first order, each node's
-    // first child right behind it. Splitting is done twice, first only to count.
+    // first child right behind it. No split leaves a side of one item, so there are
+    // fewer nodes than items (one for one item): room for that many, which is only
+    // claimed as it is used, cut to size at the end.
     struct Range {
         std::uint32_t first;
         std::uint32_t count;
         std::uint32_t parent; // the node whose second child this is, or kNoOrdinal
     };
-    std::vector<Range> ranges;
-    auto walk = [&](auto&& visit) {
-        ranges.push_back({0, static_cast<std::uint32_t>(count), kNoOrdinal});
-        while (!ranges.empty()) {
-            const Range range = ranges.back();
-            ranges.pop_back();
-            if (visit(range))
-                continue;
-            const std::uint32_t left = SplitAt(keys, range.first, range.count);
-            const auto node = static_cast<std::uint32_t>(hierarchy.nodes_.size() - 1);
-            ranges.push_back({range.first + left, range.count - left, node});
-            ranges.push_back({range.first, left, kNoOrdinal});
-        }
-    };
-    std::size_t nodes = 0;
-    // Counting makes no nodes; the one stand-in lets the walk name a parent.
-    hierarchy.nodes_.emplace_back();
-    walk([&nodes](const Range& range) {
-        ++nodes;
-        return range.count <= kLeafSize;
-    });
-    hierarchy.nodes_.clear();
-    hierarchy.nodes_.reserve(nodes);
+    hierarchy.nodes_.reserve(count);
     hierarchy.items_.reserve(count);
-    walk([&](const Range& range) {
+    std::vector<Range> ranges = {{0, static_cast<std::uint32_t>(count), kNoOrdinal}};
+    while (!ranges.empty()) {
+        const Range range = ranges.back();
+        ranges.pop_back();
         const auto at = static_cast<std::uint32_t>(hierarchy.nodes_.size());
         if (range.parent != kNoOrdinal)
             hierarchy.nodes_[range.parent].link = at;
+        // Within the room made: no node moves while a reference to it is held.
+        assert(hierarchy.nodes_.size() < hierarchy.nodes_.capacity());
         Node& node = hierarchy.nodes_.emplace_back();
-        if (range.count > kLeafSize)
-            return false;
-        hierarchy.MakeLeaf(node, entries_, keys, range.first, range.count);
-        return true;
-    });
+        if (range.count <= kLeafSize) {
+            hierarchy.MakeLeaf(node, entries_, keys, range.first, range.count);
+            continue;
+        }
+        const std::uint32_t left = SplitAt(keys, range.first, range.count);
+        ranges.push_back({range.first + left, range.count - left, at});
+        ranges.push_back({range.first, left, kNoOrdinal});
+    }
+    hierarchy.nodes_.shrink_to_fit();
     // Children come after their parents: an inner node's box and least ordinal are
     // gathered from its children's on the way back.
     for (auto at = static_cast<std::uint32_t>(hierarchy.nodes_.size()); at-- > 0;) {
