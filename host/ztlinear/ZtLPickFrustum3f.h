@@ -48,7 +48,9 @@ private:
     double eyeDepth_;
     Axis axes_[kMaxAxes];
     int axisCount_ = 0;
-    // The axes of the faces and of the box come first, this many of them.
+    // The axes of the faces come first, then the box axes from boxAxesFirst_ on, all
+    // three of them: chiefAxisCount_ axes together.
+    int boxAxesFirst_ = 0;
     int chiefAxisCount_ = 0;
     // The ranges on the three box axes: the frustum's bounding box (NaN where an axis is
     // missing, so that it turns nothing away).
