@@ -2,16 +2,15 @@
 
 #include <algorithm>
 #include <bit>
-#include <cmath>
-#include <cstring>
+#include <cassert>
 #include <limits>
+#include <memory>
 
 namespace {
 
 constexpr int kMortonBitsPerAxis = 10;
 constexpr std::uint32_t kMortonCells = 1u << kMortonBitsPerAxis;
 constexpr int kRadixBits = 10;
-constexpr std::uint16_t kSteps = 0xFFFF;
 
 // The next float towards minus or plus infinity from a finite one, by its bits: the
 // library's nextafter is a call, and the build takes six a box.
@@ -38,60 +37,6 @@ float Up(double value) {
     return static_cast<double>(f) < value ? StepUp(f) : f;
 }
 
-// The value of step `q` of the 65535 from `low` to `high`. Building and searching both
-// go through this one function, so that what the build checked holds in a search.
-double Fraction(float low, float high, std::uint16_t q) {
-    if (q == kSteps)
-        return high;
-    return static_cast<double>(low) + q * ((static_cast<double>(high) - low) * (1.0 / kSteps));
-}
-
-// The steps of one axis of a leaf's box.
-struct Steps {
-    float low;
-    float high;
-    double perUnit; // steps a unit, for a first guess
-
-    Steps(float l, float h) : low(l), high(h) {
-        const double span = static_cast<double>(h) - l;
-        perUnit = span > 0 ? kSteps / span : 0.0;
-    }
-    // The greatest step at or below `value`, and the least at or above it, for a value
-    // between low and high: a first guess, then put right in whichever way rounding needs.
-    // Step 0 gives low and the last step high, so both searches end.
-    std::uint16_t Below(double value) const {
-        auto q = Floor((value - low) * perUnit);
-        while (q > 0 && Fraction(low, high, q) > value)
-            --q;
-        return q;
-    }
-    std::uint16_t Above(double value) const {
-        auto q = Floor((value - low) * perUnit);
-        if (q < kSteps && q < (value - low) * perUnit)
-            ++q;
-        while (q < kSteps && Fraction(low, high, q) < value)
-            ++q;
-        return q;
-    }
-    // The step at or below `q`, within the steps; a cast, as the library's floor is a call.
-    static std::uint16_t Floor(double q) {
-        if (!(q > 0.0))
-            return 0;
-        return q >= kSteps ? kSteps : static_cast<std::uint16_t>(q);
-    }
-};
-
-// Keys are read and written through bytes: the block they live in holds items later.
-std::uint64_t LoadKey(const unsigned char* keys, std::size_t k) {
-    std::uint64_t value;
-    std::memcpy(&value, keys + sizeof value * k, sizeof value);
-    return value;
-}
-
-void StoreKey(unsigned char* keys, std::size_t k, std::uint64_t value) {
-    std::memcpy(keys + sizeof value * k, &value, sizeof value);
-}
-
 // The bits of `v` (below 2^10) spread to every third place.
 std::uint32_t Spread(std::uint32_t v) {
     v = (v | (v << 16)) & 0x030000FFu;
@@ -103,7 +48,7 @@ std::uint32_t Spread(std::uint32_t v) {
 
 // Sorts `count` keys by their top 32 bits, stably, from `keys` to the keys behind them and
 // back, a ten-bit digit a pass: after the third pass they stand behind.
-void SortByCurve(unsigned char* keys, std::size_t count) {
+void SortByCurve(std::uint64_t* keys, std::size_t count) {
     static_assert(3 * kRadixBits >= 3 * kMortonBitsPerAxis, "three digits cover the curve");
     constexpr std::uint64_t kDigit = (1u << kRadixBits) - 1;
     std::size_t from = 0;
@@ -112,12 +57,12 @@ void SortByCurve(unsigned char* keys, std::size_t count) {
         const int shift = 32 + digit * kRadixBits;
         std::size_t starts[(1u << kRadixBits) + 1] = {};
         for (std::size_t i = 0; i < count; ++i)
-            ++starts[((LoadKey(keys, from + i) >> shift) & kDigit) + 1];
+            ++starts[((keys[from + i] >> shift) & kDigit) + 1];
         for (std::size_t d = 1; d <= (1u << kRadixBits); ++d)
             starts[d] += starts[d - 1];
         for (std::size_t i = 0; i < count; ++i) {
-            const std::uint64_t k = LoadKey(keys, from + i);
-            StoreKey(keys, to + starts[(k >> shift) & kDigit]++, k);
+            const std::uint64_t k = keys[from + i];
+            keys[to + starts[(k >> shift) & kDigit]++] = k;
         }
         std::swap(from, to);
     }
@@ -127,16 +72,16 @@ void SortByCurve(unsigned char* keys, std::size_t count) {
 // sorted keys differ turns from 0 to 1, so that each side is a block of the curve; but
 // where that leaves a side of one item, in the middle, so that no leaf is left with fewer
 // than two and the nodes stay fewer than the items. Gives the size of the first side.
-std::uint32_t SplitAt(const unsigned char* keys, std::uint32_t first, std::uint32_t count) {
-    const std::uint64_t low = LoadKey(keys, first);
-    const std::uint64_t high = LoadKey(keys, first + count - 1);
+std::uint32_t SplitAt(const std::uint64_t* keys, std::uint32_t first, std::uint32_t count) {
+    const std::uint64_t low = keys[first];
+    const std::uint64_t high = keys[first + count - 1];
     const std::uint64_t bit = std::uint64_t{1} << (63 - std::countl_zero(low ^ high));
     // The keys differ (each holds its entry's number), and the bit is clear in the first
     // and set in the last: search for the first key with it set.
     std::uint32_t lo = 1, hi = count - 1;
     while (lo < hi) {
         const std::uint32_t mid = lo + (hi - lo) / 2;
-        if (LoadKey(keys, first + mid) & bit)
+        if (keys[first + mid] & bit)
             hi = mid;
         else
             lo = mid + 1;
@@ -179,12 +124,9 @@ ZtOcBoxHierarchy ZtOcBoxHierarchy::Builder::Finish() {
     if (count == 0)
         return hierarchy;
 
-    // The keys, curve position above and entry below, and room to sort them, in one
-    // block that then takes the items: an item is as large as two keys, and the items
-    // are written from the first on, each only after the keys up to the end of its leaf
-    // have been read from the upper half, where the sort leaves them.
-    hierarchy.items_.resize(count);
-    auto* block = reinterpret_cast<unsigned char*>(hierarchy.items_.data());
+    // The keys, curve position above and entry below, and room to sort them; left as
+    // they come, since every one is written before it is read.
+    const auto block = std::make_unique_for_overwrite<std::uint64_t[]>(2 * count);
     double scale[3];
     for (int axis = 0; axis < 3; ++axis) {
         const double span = static_cast<double>(high_[axis]) - low_[axis];
@@ -199,51 +141,41 @@ ZtOcBoxHierarchy ZtOcBoxHierarchy::Builder::Finish() {
                 std::clamp((centre - low_[axis]) * scale[axis], 0.0, double{kMortonCells - 1});
             code |= Spread(static_cast<std::uint32_t>(cell)) << axis;
         }
-        StoreKey(block, i, (std::uint64_t{code} << 32) | i);
+        block[i] = (std::uint64_t{code} << 32) | i;
     }
-    SortByCurve(block, count);
-    const unsigned char* keys = block + count * sizeof(std::uint64_t);
+    SortByCurve(block.get(), count);
+    const std::uint64_t* keys = block.get() + count;
 
     // Ranges are split top down, so that nodes come in depth-first order, each node's
-    // first child right behind it. Splitting is done twice, first only to count.
+    // first child right behind it. No split leaves a side of one item, so there are
+    // fewer nodes than items (one for one item): room for that many, which is only
+    // claimed as it is used, cut to size at the end.
     struct Range {
         std::uint32_t first;
         std::uint32_t count;
         std::uint32_t parent; // the node whose second child this is, or kNoOrdinal
     };
-    std::vector<Range> ranges;
-    auto walk = [&](auto&& visit) {
-        ranges.push_back({0, static_cast<std::uint32_t>(count), kNoOrdinal});
-        while (!ranges.empty()) {
-            const Range range = ranges.back();
-            ranges.pop_back();
-            if (visit(range))
-                continue;
-            const std::uint32_t left = SplitAt(keys, range.first, range.count);
-            const auto node = static_cast<std::uint32_t>(hierarchy.nodes_.size() - 1);
-            ranges.push_back({range.first + left, range.count - left, node});
-            ranges.push_back({range.first, left, kNoOrdinal});
-        }
-    };
-    std::size_t nodes = 0;
-    // Counting makes no nodes; the one stand-in lets the walk name a parent.
-    hierarchy.nodes_.emplace_back();
-    walk([&nodes](const Range& range) {
-        ++nodes;
-        return range.count <= kLeafSize;
-    });
-    hierarchy.nodes_.clear();
-    hierarchy.nodes_.reserve(nodes);
-    walk([&](const Range& range) {
+    hierarchy.nodes_.reserve(count);
+    hierarchy.items_.reserve(count);
+    std::vector<Range> ranges = {{0, static_cast<std::uint32_t>(count), kNoOrdinal}};
+    while (!ranges.empty()) {
+        const Range range = ranges.back();
+        ranges.pop_back();
         const auto at = static_cast<std::uint32_t>(hierarchy.nodes_.size());
         if (range.parent != kNoOrdinal)
             hierarchy.nodes_[range.parent].link = at;
+        // Within the room made: no node moves while a reference to it is held.
+        assert(hierarchy.nodes_.size() < hierarchy.nodes_.capacity());
         Node& node = hierarchy.nodes_.emplace_back();
-        if (range.count > kLeafSize)
-            return false;
-        hierarchy.MakeLeaf(node, entries_, keys, range.first, range.count);
-        return true;
-    });
+        if (range.count <= kLeafSize) {
+            hierarchy.MakeLeaf(node, entries_, keys, range.first, range.count);
+            continue;
+        }
+        const std::uint32_t left = SplitAt(keys, range.first, range.count);
+        ranges.push_back({range.first + left, range.count - left, at});
+        ranges.push_back({range.first, left, kNoOrdinal});
+    }
+    hierarchy.nodes_.shrink_to_fit();
     // Children come after their parents: an inner node's box and least ordinal are
     // gathered from its children's on the way back.
     for (auto at = static_cast<std::uint32_t>(hierarchy.nodes_.size()); at-- > 0;) {
@@ -263,49 +195,25 @@ ZtOcBoxHierarchy ZtOcBoxHierarchy::Builder::Finish() {
 }
 
 void ZtOcBoxHierarchy::MakeLeaf(Node& leaf, const std::vector<Builder::Entry>& entries,
-                                const unsigned char* keys, std::uint32_t first,
+                                const std::uint64_t* keys, std::uint32_t first,
                                 std::uint32_t count) {
-    const Builder::Entry* members[kLeafSize];
     std::fill(std::begin(leaf.low), std::end(leaf.low), std::numeric_limits<float>::infinity());
     std::fill(std::begin(leaf.high), std::end(leaf.high), -std::numeric_limits<float>::infinity());
     leaf.minOrdinal = kNoOrdinal;
     for (std::uint32_t i = 0; i < count; ++i) {
-        const Builder::Entry& e = entries[LoadKey(keys, first + i) & 0xFFFFFFFFu];
-        members[i] = &e;
+        const Builder::Entry& e = entries[keys[first + i] & 0xFFFFFFFFu];
         for (int axis = 0; axis < 3; ++axis) {
             leaf.low[axis] = std::min(leaf.low[axis], e.low[axis]);
             leaf.high[axis] = std::max(leaf.high[axis], e.high[axis]);
         }
         leaf.minOrdinal = std::min(leaf.minOrdinal, e.ordinal);
+        items_.push_back(e.ordinal);
     }
     leaf.link = kLeafBit | ((count - 1) << kCountShift) | first;
-    const Steps steps[3] = {
-        {leaf.low[0], leaf.high[0]}, {leaf.low[1], leaf.high[1]}, {leaf.low[2], leaf.high[2]}};
-    for (std::uint32_t i = 0; i < count; ++i) {
-        Item item;
-        item.ordinal = members[i]->ordinal;
-        for (int axis = 0; axis < 3; ++axis) {
-            item.low[axis] = steps[axis].Below(members[i]->low[axis]);
-            item.high[axis] = steps[axis].Above(members[i]->high[axis]);
-        }
-        std::memcpy(static_cast<void*>(&items_[first + i]), &item, sizeof item);
-    }
 }
 
 ZtLBox3f ZtOcBoxHierarchy::GetNodeBox(std::uint32_t node) const {
     const Node& n = nodes_[node];
     return ZtLBox3f(ZtLPos3f(n.low[0], n.low[1], n.low[2]),
                     ZtLPos3f(n.high[0], n.high[1], n.high[2]));
-}
-
-ZtLBox3f ZtOcBoxHierarchy::GetItemBox(std::uint32_t item, const ZtLBox3f& leafBox) const {
-    const Item& it = items_[item];
-    double low[3], high[3];
-    for (int axis = 0; axis < 3; ++axis) {
-        const auto l = static_cast<float>(leafBox.GetMin()[axis]);
-        const auto h = static_cast<float>(leafBox.GetMax()[axis]);
-        low[axis] = Fraction(l, h, it.low[axis]);
-        high[axis] = Fraction(l, h, it.high[axis]);
-    }
-    return ZtLBox3f(ZtLPos3f(low[0], low[1], low[2]), ZtLPos3f(high[0], high[1], high[2]));
 }

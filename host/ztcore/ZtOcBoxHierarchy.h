@@ -5,16 +5,16 @@
 #include <cstdint>
 #include <vector>
 
-// A bounding-volume hierarchy over many boxes in little memory: 16 bytes a box, and 32 a
-// node above them; leaves of two to four boxes make about one node for two boxes.
+// A bounding-volume hierarchy over many boxes in little memory: 4 bytes a box (its
+// ordinal), and 32 a node above them; leaves of two to four boxes make about one node for
+// two boxes.
 //
 // Boxes are sorted along a Morton curve through their centres (a radix sort), and the
 // sorted run is split top down where the curve moves on to another block of space, down
-// to leaves of two to four boxes. A node's box is kept in floats rounded outwards; a box
-// of a leaf is kept only roughly, as six 16-bit fractions of its leaf's box rounded
-// outwards. So every box the hierarchy gives holds the box that
-// was added, and a node's box holds everything below it: a test that rejects the box
-// given rejects the box added. The exact box is the caller's to fetch by its ordinal.
+// to leaves of two to four boxes. A node's box is kept in floats rounded outwards, so
+// that it holds every box added below it: a test that rejects a node's box rejects all
+// of them. The boxes themselves are not kept: a leaf names its boxes by their ordinals,
+// and the exact box is the caller's to fetch; a leaf's box narrows the search to few.
 //
 // Each box carries an ordinal, the caller's name for it; nodes know the least ordinal
 // below them, so that a search for the first of equals can pass over what comes later.
@@ -31,7 +31,7 @@ public:
     // Gathers the boxes, then builds the hierarchy in one pass over them in curve order.
     class Builder {
     public:
-        // `capacity`: the most boxes that will be added.
+        // `capacity`: the boxes expected; more may be added.
         explicit Builder(std::size_t capacity);
         // Adds a box that Holds, ordinals rising from call to call.
         void Add(const ZtLBox3f& box, std::uint32_t ordinal);
@@ -58,7 +58,7 @@ public:
     std::size_t GetNumItems() const { return items_.size(); }
     // Bytes held, for measures.
     std::size_t GetMemoryBytes() const {
-        return nodes_.capacity() * sizeof(Node) + items_.capacity() * sizeof(Item);
+        return nodes_.capacity() * sizeof(Node) + items_.capacity() * sizeof(items_[0]);
     }
 
     // Nodes are numbered depth first from the root, 0; an inner node's first child comes
@@ -77,9 +77,7 @@ public:
     std::uint32_t GetNumLeafItems(std::uint32_t leaf) const {
         return ((nodes_[leaf].link & ~kLeafBit) >> kCountShift) + 1;
     }
-    std::uint32_t GetOrdinal(std::uint32_t item) const { return items_[item].ordinal; }
-    // The item's box as kept, holding the box added; `leafBox` is its leaf's GetNodeBox.
-    ZtLBox3f GetItemBox(std::uint32_t item, const ZtLBox3f& leafBox) const;
+    std::uint32_t GetOrdinal(std::uint32_t item) const { return items_[item]; }
 
 private:
     static constexpr std::uint32_t kLeafBit = 0x80000000u;
@@ -93,17 +91,13 @@ private:
         std::uint32_t link;
         std::uint32_t minOrdinal;
     };
-    struct Item {
-        std::uint32_t ordinal;
-        std::uint16_t low[3];
-        std::uint16_t high[3];
-    };
-    static_assert(sizeof(Node) == 32 && sizeof(Item) == 16, "the layout is the point");
+    static_assert(sizeof(Node) == 32, "the layout is the point");
 
-    // Makes `leaf` from the sorted entries [first, first + count) and writes their items.
-    void MakeLeaf(Node& leaf, const std::vector<Builder::Entry>& entries, const unsigned char* keys,
+    // Makes `leaf` from the sorted entries [first, first + count) and appends their
+    // ordinals, which must be the next items.
+    void MakeLeaf(Node& leaf, const std::vector<Builder::Entry>& entries, const std::uint64_t* keys,
                   std::uint32_t first, std::uint32_t count);
 
     std::vector<Node> nodes_;
-    std::vector<Item> items_;
+    std::vector<std::uint32_t> items_; // ordinals, leaf by leaf
 };

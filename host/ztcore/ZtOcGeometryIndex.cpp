@@ -115,14 +115,13 @@ std::size_t ZtOcGeometryIndex::GetMemoryBytes() const {
 
 void ZtOcGeometryIndex::Collect(const ZtOaPartition& partition) {
     // Ordinals are 32 bits wide, with one value kept for "none": a subtree beyond that
-    // is indexed as far as it goes. A first walk counts, so that the lists are made at
-    // their size.
-    std::size_t count = 0;
-    WalkBelow(partition, kNone - 1,
-              [&count](const ZtOaNode*, std::uint32_t, std::uint32_t) { ++count; });
-    nodes_.reserve(count);
-    parents_.reserve(count);
-    ZtOcBoxHierarchy::Builder builder(count);
+    // is indexed as far as it goes. The lists are made for the partition's children, all
+    // that a model of plain elements has; a deeper one grows them, and they are cut to
+    // their size at the end.
+    const auto guess = static_cast<std::size_t>(std::max(0, partition.GetNumChildren()));
+    nodes_.reserve(guess);
+    parents_.reserve(guess);
+    ZtOcBoxHierarchy::Builder builder(guess);
     std::size_t held = 0;
     WalkBelow(partition, kNone - 1,
               [&](const ZtOaNode* node, std::uint32_t ordinal, std::uint32_t parent) {
@@ -149,6 +148,8 @@ void ZtOcGeometryIndex::Collect(const ZtOaPartition& partition) {
                                          transform.TransformBox(index.GetBounds())});
                   }
               });
+    nodes_.shrink_to_fit();
+    parents_.shrink_to_fit();
     hierarchy_ = builder.Finish();
 }
 
@@ -211,7 +212,9 @@ std::uint32_t ZtOcGeometryIndex::FindBest(const ZtOcPickFrustumTraversal& pick,
                   (at.depth == bestDepth && hierarchy_.GetMinOrdinal(at.node) < tieLimit)))
                 continue;
             ++tests;
-            if (!frustum.Intersects(at.placed))
+            // A node only narrows the search, which the exact test of each item ends: the
+            // frustum's chief axes turn away nearly all that the full test would.
+            if (!frustum.MayIntersect(at.placed))
                 continue;
             if (!hierarchy_.IsLeaf(at.node)) {
                 assert(top + 2 <= kStackSize);
@@ -226,17 +229,12 @@ std::uint32_t ZtOcGeometryIndex::FindBest(const ZtOcPickFrustumTraversal& pick,
                 stack[top++] = aFirst ? a : b;
                 continue;
             }
-            const ZtLBox3f leafBox = hierarchy_.GetNodeBox(at.node);
             const std::uint32_t first = hierarchy_.GetFirstItem(at.node);
             const std::uint32_t end = first + hierarchy_.GetNumLeafItems(at.node);
             for (std::uint32_t item = first; item < end; ++item) {
-                const std::uint32_t ordinal = hierarchy_.GetOrdinal(item);
                 // The tie test above pruned by this.
-                assert(hierarchy_.GetMinOrdinal(at.node) <= ordinal);
-                const ZtLBox3f rough = link.MapBox(hierarchy_.GetItemBox(item, leafBox));
-                ++tests;
-                if (frustum.Intersects(rough) && mayBeat(frustum.Depth(rough), ordinal))
-                    consider(ordinal);
+                assert(hierarchy_.GetMinOrdinal(at.node) <= hierarchy_.GetOrdinal(item));
+                consider(hierarchy_.GetOrdinal(item));
             }
         }
     }

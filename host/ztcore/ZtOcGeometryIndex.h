@@ -21,12 +21,11 @@ class ZtOcPickFrustumTraversal;
 //
 // Every node below the partition is listed in depth-first order, its position in that
 // order being its ordinal; the nodes with a box are the hierarchy's items
-// (ZtOcBoxHierarchy), which keeps their boxes roughly, in the coordinates of the
-// partition's children: a search fetches the exact box of the few that the rough one
-// leaves in question. Boxes the hierarchy can't hold (reaching to infinity, say) are
-// tested one by one in every search. A nested partition's bounds are placed by its
-// transform. A search reports to the pick exactly what a walk of the subtree
-// would, boxes placed by the transforms above included: the nearest candidate, of
+// (ZtOcBoxHierarchy), in the coordinates of the partition's children: a search fetches
+// the exact boxes of the few items in the leaves that its nodes leave in question. Boxes the
+// hierarchy can't hold (reaching to infinity, say) are tested one by one in every search. A nested
+// partition's bounds are placed by its transform. A search reports to the pick exactly what a walk
+// of the subtree would, boxes placed by the transforms above included: the nearest candidate, of
 // equally near ones the one first in depth-first order.
 class ZtOcGeometryIndex : public ZtOaNodeCache {
 public:
