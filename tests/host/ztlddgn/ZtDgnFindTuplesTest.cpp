@@ -1,0 +1,158 @@
+#include "support/DgnTestModels.h"
+#include "ztlddgn/ZtDgnAttributeBuilder.h"
+#include "ztplugin/ZtOpFindSpecEvaluator.h"
+#include "ztplugin/ZtOpTreeSelection.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace {
+
+// A node's properties as it visits them: the very objects, in order.
+struct Seen : ZtOaPropertyVisitor, ZtOpFindTarget {
+    std::vector<std::pair<ZtUName*, const ZtOaProperty*>> properties;
+    void Visit(ZtUName* category, const ZtOaProperty& property) override {
+        properties.emplace_back(category, &property);
+    }
+    std::size_t GetNumFindProperties() const override { return properties.size(); }
+    ZtOpFindProperty GetFindProperty(std::size_t i) const override {
+        const auto& [category, property] = properties[i];
+        return {category, property->GetName(), &property->GetValue()};
+    }
+};
+
+// Element nodes below `node`, depth first.
+void ElementNodes(const ZtOaNode& node, std::vector<const ZtOaNode*>& out) {
+    if (node.GetElementIndex() >= 0)
+        out.push_back(&node);
+    if (const auto* group = dynamic_cast<const ZtOaGroup*>(&node))
+        for (int i = 0; i < group->GetNumChildren(); ++i)
+            ElementNodes(*group->GetChild(i), out);
+}
+
+ZtTestDgnSymbology Symbology(int level, int colour, int weight, int style, int group) {
+    ZtTestDgnSymbology s;
+    s.level = level;
+    s.colour = colour;
+    s.weight = weight;
+    s.style = style;
+    s.graphicGroup = group;
+    return s;
+}
+
+class ZtDgnFindTuples : public ::testing::Test {
+protected:
+    void SetUp() override {
+        ZtTestDgnWriter writer(3, {});
+        // Each field of the tuple changed alone, repeats, and a cell with components.
+        const ZtTestDgnSymbology looks[] = {
+            Symbology(1, 0, 0, 0, 0), Symbology(2, 0, 0, 0, 0), Symbology(1, 3, 0, 0, 0),
+            Symbology(1, 0, 4, 0, 0), Symbology(1, 0, 0, 5, 0), Symbology(1, 0, 0, 0, 600),
+            Symbology(1, 0, 0, 0, 0), Symbology(2, 0, 0, 0, 0),
+        };
+        for (const ZtTestDgnSymbology& look : looks)
+            writer.Line(look, {0, 0, 0}, {1, 0, 0});
+        writer.Shape(looks[1], {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 0, 0}});
+        writer.BeginCell(looks[2]);
+        writer.Line(looks[5], {0, 0, 0}, {1, 0, 0});
+        writer.Line(looks[2], {0, 0, 0}, {1, 0, 0});
+        writer.EndGroup();
+        ZtTestDgnSymbology linked = looks[0];
+        linked.linkages = {ZtTestDmrsLinkage(12, 101)};
+        writer.Line(linked, {0, 0, 0}, {1, 0, 0});
+        writer.EndOfDesign();
+        model = folder.Load(writer.Bytes());
+        ASSERT_TRUE(model);
+        ElementNodes(*model, nodes);
+        ASSERT_EQ(nodes.size(), 13u);
+    }
+
+    void Attach() {
+        ZtDgnAttributeBuilder builder(*model);
+        std::string why;
+        EXPECT_TRUE(builder.AddRow(12, 101, "nps", "6", &why));
+        model->AttachAttributes(builder.Finish("plant.db"));
+    }
+
+    DgnTestFolder folder;
+    std::unique_ptr<ZtDgnModel> model;
+    std::vector<const ZtOaNode*> nodes;
+};
+
+// A tuple gives the very properties of each of its elements, and elements alike in them
+// share one; an element with attributes has none of its own.
+TEST_F(ZtDgnFindTuples, ATupleIsThePropertiesOfEachOfItsElements) {
+    for (const bool attached : {false, true}) {
+        if (attached)
+            Attach();
+        std::map<std::vector<std::pair<ZtUName*, const ZtOaProperty*>>, std::uint32_t> tupleOf;
+        std::size_t untupled = 0;
+        for (const ZtOaNode* node : nodes) {
+            Seen own;
+            node->VisitProperties(own);
+            const std::uint32_t tuple = model->GetFindTuple(*node);
+            if (tuple == ZtOpFindTupleSource::kNoTuple) {
+                ++untupled;
+                continue;
+            }
+            ASSERT_LT(tuple, model->GetNumFindTuples());
+            Seen shared;
+            model->VisitFindTuple(tuple, shared);
+            EXPECT_EQ(shared.properties, own.properties) << node->GetElementIndex();
+            EXPECT_EQ(tupleOf.emplace(own.properties, tuple).first->second, tuple);
+        }
+        EXPECT_EQ(untupled, attached ? 1u : 0u);
+        EXPECT_EQ(model->GetNumFindTuples(), 8u) << attached;
+        EXPECT_EQ(tupleOf.size(), 8u);
+    }
+    // Nodes of another model, and the model itself, are no tuple of its.
+    EXPECT_EQ(model->GetFindTuple(*model), ZtOpFindTupleSource::kNoTuple);
+    DgnTestFolder other;
+    ZtTestDgnWriter writer(3, {});
+    writer.Line(Symbology(1, 0, 0, 0, 0), {0, 0, 0}, {1, 0, 0});
+    writer.EndOfDesign();
+    const auto second = other.Load(writer.Bytes());
+    ASSERT_TRUE(second);
+    EXPECT_EQ(model->GetFindTuple(*second->GetChild(0)), ZtOpFindTupleSource::kNoTuple);
+}
+
+// Selecting by tuples selects what each element's own properties select: specs on every
+// property an element holds, with and without attributes.
+TEST_F(ZtDgnFindTuples, SelectingByTuplesSelectsAsEachElementAlone) {
+    for (const bool attached : {false, true}) {
+        if (attached)
+            Attach();
+        std::vector<ZtOpFindSpec> specs;
+        for (const ZtOaNode* node : {nodes[1], nodes[5], nodes[12]}) {
+            Seen seen;
+            node->VisitProperties(seen);
+            for (const auto& [category, property] : seen.properties) {
+                specs.emplace_back();
+                specs.back().AddCondition(ZtOpFindCondition(
+                    category, property->GetName(), ZtOpFindConditionFlags::kIgnoreCase,
+                    ZtOpFindConditionOp::kEqual, property->GetValue()));
+            }
+        }
+        std::vector<const ZtOpFindSpec*> pointers;
+        for (const ZtOpFindSpec& spec : specs)
+            pointers.push_back(&spec);
+        const std::vector<ZtOpTreeSelection> selected = ZtOpSelectInTree(*model, pointers);
+        ASSERT_EQ(selected.size(), specs.size());
+        for (std::size_t i = 0; i < specs.size(); ++i) {
+            std::vector<std::int64_t> expected;
+            for (const ZtOaNode* node : nodes) {
+                Seen seen;
+                node->VisitProperties(seen);
+                if (ZtOpFindSpecMatches(specs[i], seen))
+                    expected.push_back(node->GetElementIndex());
+            }
+            EXPECT_EQ(selected[i].indices, expected) << i << " " << attached;
+        }
+    }
+}
+
+} // namespace
