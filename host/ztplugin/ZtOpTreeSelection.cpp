@@ -43,32 +43,30 @@ public:
         const ZtOaNode* node = link.GetNode();
         if (node->IsPartition())
             EnterPartition(*node);
+        const ZtOaPartition* model = nullptr;
+        // A node with a tuple is an element: its index is asked only when a spec selects it.
+        const std::uint32_t tuple =
+            source_ ? source_->GetFindTuple(*node) : ZtOpFindTupleSource::kNoTuple;
+        if (tuple != ZtOpFindTupleSource::kNoTuple) {
+            CountElement();
+            const std::uint8_t* results = TupleResults(tuple);
+            if (!results)
+                return kContinue;
+            const std::int64_t index = node->GetElementIndex();
+            for (std::size_t i = 0; i < selected_.size(); ++i)
+                if (results[i] == kHolds)
+                    Select(i, index, link, model);
+            return kContinue;
+        }
         const std::int64_t index = node->GetElementIndex();
         if (index < 0)
             return kContinue;
-        if (progress_ && ++visited_ % kReportEvery == 0 && elements_ > 0)
-            progress_->SetProgress(static_cast<double>(visited_) / static_cast<double>(elements_));
-        const std::uint32_t tuple =
-            source_ ? source_->GetFindTuple(*node) : ZtOpFindTupleSource::kNoTuple;
-        const std::uint8_t* results = nullptr;
-        if (tuple != ZtOpFindTupleSource::kNoTuple) {
-            results = TupleResults(tuple);
-        } else {
-            properties_.Gather(*node);
-            evaluator_.SetObject(properties_.Data(), properties_.Size());
-        }
-        const ZtOaPartition* model = nullptr;
-        for (std::size_t i = 0; i < selected_.size(); ++i) {
-            if (results ? results[i] != kHolds : !evaluator_.Matches(i))
-                continue;
-            if (!model)
-                model = ModelOf(link);
-            ZtOpTreeSelection& selection = selected_[i];
-            selection.indices.push_back(index);
-            if (selection.runs.empty() || selection.runs.back().model != model)
-                selection.runs.push_back({model, 0});
-            selection.runs.back().end = selection.indices.size();
-        }
+        CountElement();
+        properties_.Gather(*node);
+        evaluator_.SetObject(properties_.Data(), properties_.Size());
+        for (std::size_t i = 0; i < selected_.size(); ++i)
+            if (evaluator_.Matches(i))
+                Select(i, index, link, model);
         return kContinue;
     }
 
@@ -86,20 +84,42 @@ private:
         source_ = dynamic_cast<const ZtOpFindTupleSource*>(&node);
         tupleResults_.clear();
         if (source_)
-            tupleResults_.assign(std::size_t{source_->GetNumFindTuples()} * selected_.size(),
+            tupleResults_.assign(std::size_t{source_->GetNumFindTuples()} * (selected_.size() + 1),
                                  kUnknown);
     }
 
-    // The specs' results on `tuple`, worked out on its first element.
+    // The specs' results on `tuple`, worked out on its first element; null if none holds.
+    // A tuple's row holds whether any does, then each spec's result.
     const std::uint8_t* TupleResults(std::uint32_t tuple) {
-        std::uint8_t* results = tupleResults_.data() + std::size_t{tuple} * selected_.size();
-        if (!selected_.empty() && results[0] == kUnknown) {
+        std::uint8_t* row = tupleResults_.data() + std::size_t{tuple} * (selected_.size() + 1);
+        if (row[0] == kUnknown) {
             properties_.Gather(*source_, tuple);
             evaluator_.SetObject(properties_.Data(), properties_.Size());
-            for (std::size_t i = 0; i < selected_.size(); ++i)
-                results[i] = evaluator_.Matches(i) ? kHolds : kFails;
+            row[0] = kFails;
+            for (std::size_t i = 0; i < selected_.size(); ++i) {
+                row[i + 1] = evaluator_.Matches(i) ? kHolds : kFails;
+                if (row[i + 1] == kHolds)
+                    row[0] = kHolds;
+            }
         }
-        return results;
+        return row[0] == kHolds ? row + 1 : nullptr;
+    }
+
+    void CountElement() {
+        if (progress_ && ++visited_ % kReportEvery == 0 && elements_ > 0)
+            progress_->SetProgress(static_cast<double>(visited_) / static_cast<double>(elements_));
+    }
+
+    // Adds the element to selection `i`; `model` is the element's, found on first need.
+    void Select(std::size_t i, std::int64_t index, const ZtOaPathLink& link,
+                const ZtOaPartition*& model) {
+        if (!model)
+            model = ModelOf(link);
+        ZtOpTreeSelection& selection = selected_[i];
+        selection.indices.push_back(index);
+        if (selection.runs.empty() || selection.runs.back().model != model)
+            selection.runs.push_back({model, 0});
+        selection.runs.back().end = selection.indices.size();
     }
 
     static const ZtOaPartition* ModelOf(const ZtOaPathLink& link) {
@@ -116,7 +136,7 @@ private:
     std::vector<ZtOpTreeSelection> selected_;
     NodeProperties properties_;
     // The partition last entered, where it is a tuple source, and the specs' results on its
-    // tuples, spec by spec within a tuple.
+    // tuples, a row a tuple (see TupleResults).
     const ZtOpFindTupleSource* source_ = nullptr;
     std::vector<std::uint8_t> tupleResults_;
     ZtOpProgress* progress_;
