@@ -4,7 +4,6 @@
 #include "ztlddgn/ZtDgnBytes.h"
 #include "ztlddgn/ZtDgnLinkage.h"
 #include "ztobject/ZtOaAttribute.h"
-#include "ztplugin/ZtOpFindRowTuples.h"
 #include "ztutil/ZtUName.h"
 #include "ztutil/ZtUResource.h"
 
@@ -263,27 +262,33 @@ void ZtDgnModel::BuildFindTuples() const {
     const std::size_t count = elements_.Size();
     elementTuples_.assign(count, kNoElementTuple);
     tupleElements_.clear();
-    ZtOpFindRowTuples known;
-    ZtOpFindRowTuples::Key key{};
-    ZtOpFindRowTuples::Key lastKey{~0u};
-    std::uint32_t lastTuple = kNoElementTuple;
+    std::unordered_map<std::uint64_t, std::uint16_t> known;
+    std::uint64_t lastKey = ~std::uint64_t{0};
+    std::uint16_t lastTuple = kNoElementTuple;
     for (std::size_t slot = 0; slot < count; ++slot) {
         if (attributeStore_ && !attributeStore_->GetElementPairs(slot).empty())
             continue;
         const ZtDgnElement& e = elements_[slot];
         // Every field that VisitElementProperties reads, bar the file, which is the model's.
-        key[0] = static_cast<std::uint32_t>(e.GetLevel()) | std::uint32_t{e.colour} << 8 |
-                 std::uint32_t{static_cast<std::uint8_t>(e.type & 0x7F)} << 16;
-        key[1] = std::uint32_t{e.graphicGroup} | static_cast<std::uint32_t>(e.GetWeight()) << 16 |
-                 static_cast<std::uint32_t>(e.GetStyle()) << 24;
+        const std::uint64_t key =
+            static_cast<std::uint64_t>(e.GetLevel()) | std::uint64_t{e.colour} << 8 |
+            std::uint64_t{static_cast<std::uint8_t>(e.type & 0x7F)} << 16 |
+            std::uint64_t{e.graphicGroup} << 24 | static_cast<std::uint64_t>(e.GetWeight()) << 40 |
+            static_cast<std::uint64_t>(e.GetStyle()) << 48;
         if (key != lastKey) {
-            lastTuple = known.TupleOf(key);
-            if (lastTuple == tupleElements_.size() && lastTuple < kNoElementTuple)
+            const auto found = known.find(key);
+            if (found != known.end()) {
+                lastTuple = found->second;
+            } else if (tupleElements_.size() < kNoElementTuple) {
+                lastTuple = static_cast<std::uint16_t>(tupleElements_.size());
+                known.emplace(key, lastTuple);
                 tupleElements_.push_back(static_cast<std::uint32_t>(slot));
+            } else {
+                lastTuple = kNoElementTuple;
+            }
             lastKey = key;
         }
-        if (lastTuple < kNoElementTuple)
-            elementTuples_[slot] = static_cast<std::uint16_t>(lastTuple);
+        elementTuples_[slot] = lastTuple;
     }
     tuplesBuilt_ = true;
 }
