@@ -34,26 +34,18 @@ void ElementNodes(const ZtOaNode& node, std::vector<const ZtOaNode*>& out) {
             ElementNodes(*group->GetChild(i), out);
 }
 
-ZtTestDgnSymbology Symbology(int level, int colour, int weight, int style, int group) {
-    ZtTestDgnSymbology s;
-    s.level = level;
-    s.colour = colour;
-    s.weight = weight;
-    s.style = style;
-    s.graphicGroup = group;
-    return s;
-}
-
 class ZtDgnFindTuples : public ::testing::Test {
 protected:
     void SetUp() override {
         ZtTestDgnWriter writer(3, {});
         // Each field of the tuple changed alone, repeats, and a cell with components.
-        const ZtTestDgnSymbology looks[] = {
-            Symbology(1, 0, 0, 0, 0), Symbology(2, 0, 0, 0, 0), Symbology(1, 3, 0, 0, 0),
-            Symbology(1, 0, 4, 0, 0), Symbology(1, 0, 0, 5, 0), Symbology(1, 0, 0, 0, 600),
-            Symbology(1, 0, 0, 0, 0), Symbology(2, 0, 0, 0, 0),
-        };
+        ZtTestDgnSymbology looks[8]; // level 1, the rest 0
+        looks[1].level = 2;
+        looks[2].colour = 3;
+        looks[3].weight = 4;
+        looks[4].style = 5;
+        looks[5].graphicGroup = 600;
+        looks[7].level = 2;
         for (const ZtTestDgnSymbology& look : looks)
             writer.Line(look, {0, 0, 0}, {1, 0, 0});
         writer.Shape(looks[1], {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 0, 0}});
@@ -113,7 +105,7 @@ TEST_F(ZtDgnFindTuples, ATupleIsThePropertiesOfEachOfItsElements) {
     EXPECT_EQ(model->GetFindTuple(*model), ZtOpFindTupleSource::kNoTuple);
     DgnTestFolder other;
     ZtTestDgnWriter writer(3, {});
-    writer.Line(Symbology(1, 0, 0, 0, 0), {0, 0, 0}, {1, 0, 0});
+    writer.Line(ZtTestDgnSymbology(), {0, 0, 0}, {1, 0, 0});
     writer.EndOfDesign();
     const auto second = other.Load(writer.Bytes());
     ASSERT_TRUE(second);
