@@ -63,30 +63,28 @@ protected:
         ASSERT_EQ(nodes.size(), 13u);
     }
 
-    void Attach() {
-        ZtDgnAttributeBuilder builder(*model);
-        std::string why;
-        EXPECT_TRUE(builder.AddRow(12, 101, "nps", "6", &why));
-        model->AttachAttributes(builder.Finish("plant.db"));
-    }
-
     DgnTestFolder folder;
     std::unique_ptr<ZtDgnModel> model;
     std::vector<const ZtOaNode*> nodes;
 };
 
-// A tuple gives the very properties of each of its elements, and elements alike in them
-// share one; an element with attributes has none of its own.
+// A tuple gives the very properties of each of its elements, elements alike in them share
+// one, an element with attributes has none, and selecting by tuples selects what each
+// element's own properties select (specs on every property of three elements).
 TEST_F(ZtDgnFindTuples, ATupleIsThePropertiesOfEachOfItsElements) {
     for (const bool attached : {false, true}) {
-        if (attached)
-            Attach();
+        if (attached) {
+            ZtDgnAttributeBuilder builder(*model);
+            std::string why;
+            EXPECT_TRUE(builder.AddRow(12, 101, "nps", "6", &why));
+            model->AttachAttributes(builder.Finish("plant.db"));
+        }
         std::map<std::vector<std::pair<ZtUName*, const ZtOaProperty*>>, std::uint32_t> tupleOf;
+        std::vector<Seen> own(nodes.size());
         std::size_t untupled = 0;
-        for (const ZtOaNode* node : nodes) {
-            Seen own;
-            node->VisitProperties(own);
-            const std::uint32_t tuple = model->GetFindTuple(*node);
+        for (std::size_t n = 0; n < nodes.size(); ++n) {
+            nodes[n]->VisitProperties(own[n]);
+            const std::uint32_t tuple = model->GetFindTuple(*nodes[n]);
             if (tuple == ZtOpFindTupleSource::kNoTuple) {
                 ++untupled;
                 continue;
@@ -94,57 +92,39 @@ TEST_F(ZtDgnFindTuples, ATupleIsThePropertiesOfEachOfItsElements) {
             ASSERT_LT(tuple, model->GetNumFindTuples());
             Seen shared;
             model->VisitFindTuple(tuple, shared);
-            EXPECT_EQ(shared.properties, own.properties) << node->GetElementIndex();
-            EXPECT_EQ(tupleOf.emplace(own.properties, tuple).first->second, tuple);
+            EXPECT_EQ(shared.properties, own[n].properties) << n;
+            EXPECT_EQ(tupleOf.emplace(own[n].properties, tuple).first->second, tuple);
         }
         EXPECT_EQ(untupled, attached ? 1u : 0u);
-        EXPECT_EQ(model->GetNumFindTuples(), 8u) << attached;
+        EXPECT_EQ(model->GetNumFindTuples(), 8u);
         EXPECT_EQ(tupleOf.size(), 8u);
-    }
-    // Nodes of another model, and the model itself, are no tuple of its.
-    EXPECT_EQ(model->GetFindTuple(*model), ZtOpFindTupleSource::kNoTuple);
-    DgnTestFolder other;
-    ZtTestDgnWriter writer(3, {});
-    writer.Line(ZtTestDgnSymbology(), {0, 0, 0}, {1, 0, 0});
-    writer.EndOfDesign();
-    const auto second = other.Load(writer.Bytes());
-    ASSERT_TRUE(second);
-    EXPECT_EQ(model->GetFindTuple(*second->GetChild(0)), ZtOpFindTupleSource::kNoTuple);
-}
 
-// Selecting by tuples selects what each element's own properties select: specs on every
-// property an element holds, with and without attributes.
-TEST_F(ZtDgnFindTuples, SelectingByTuplesSelectsAsEachElementAlone) {
-    for (const bool attached : {false, true}) {
-        if (attached)
-            Attach();
         std::vector<ZtOpFindSpec> specs;
-        for (const ZtOaNode* node : {nodes[1], nodes[5], nodes[12]}) {
-            Seen seen;
-            node->VisitProperties(seen);
-            for (const auto& [category, property] : seen.properties) {
-                specs.emplace_back();
-                specs.back().AddCondition(ZtOpFindCondition(
+        for (const std::size_t n : {1, 5, 12})
+            for (const auto& [category, property] : own[n].properties)
+                specs.emplace_back().AddCondition(ZtOpFindCondition(
                     category, property->GetName(), ZtOpFindConditionFlags::kIgnoreCase,
                     ZtOpFindConditionOp::kEqual, property->GetValue()));
-            }
-        }
         std::vector<const ZtOpFindSpec*> pointers;
         for (const ZtOpFindSpec& spec : specs)
             pointers.push_back(&spec);
         const std::vector<ZtOpTreeSelection> selected = ZtOpSelectInTree(*model, pointers);
-        ASSERT_EQ(selected.size(), specs.size());
         for (std::size_t i = 0; i < specs.size(); ++i) {
             std::vector<std::int64_t> expected;
-            for (const ZtOaNode* node : nodes) {
-                Seen seen;
-                node->VisitProperties(seen);
-                if (ZtOpFindSpecMatches(specs[i], seen))
-                    expected.push_back(node->GetElementIndex());
-            }
-            EXPECT_EQ(selected[i].indices, expected) << i << " " << attached;
+            for (std::size_t n = 0; n < nodes.size(); ++n)
+                if (ZtOpFindSpecMatches(specs[i], own[n]))
+                    expected.push_back(nodes[n]->GetElementIndex());
+            EXPECT_EQ(selected.at(i).indices, expected) << i << " " << attached;
         }
     }
+    // Nodes of another model, and the model itself, are no tuple of its.
+    EXPECT_EQ(model->GetFindTuple(*model), ZtOpFindTupleSource::kNoTuple);
+    ZtTestDgnWriter writer(3, {});
+    writer.Line(ZtTestDgnSymbology(), {0, 0, 0}, {1, 0, 0});
+    writer.EndOfDesign();
+    const auto second = folder.Load(writer.Bytes(), nullptr, "other.dgn");
+    ASSERT_TRUE(second);
+    EXPECT_EQ(model->GetFindTuple(*second->GetChild(0)), ZtOpFindTupleSource::kNoTuple);
 }
 
 } // namespace
