@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
+#include <typeinfo>
 
 namespace {
 
@@ -211,8 +212,11 @@ void ZtDgnModel::AttachAttributes(std::unique_ptr<ZtDgnAttributeStore> store) {
     if (store)
         store->Bind(names_);
     attributeStore_ = std::move(store);
-    // Lists made before hold the old attributes.
+    // Lists and tuples made before hold the old attributes.
     attributes_.clear();
+    tuplesBuilt_ = false;
+    elementTuples_ = {};
+    tupleElements_ = {};
 }
 
 // Made on first demand: a pick asks a handful of nodes, and a model of millions of
@@ -255,4 +259,73 @@ const ZtOaAttribute* ZtDgnModel::FindElementAttribute(std::uint32_t slot, const 
          std::strcmp(name, kAttributeCategory) != 0))
         return nullptr;
     return ElementAttributes(slot).Find(name);
+}
+
+std::uint32_t ZtDgnModel::GetNumFindTuples() const {
+    if (!tuplesBuilt_)
+        BuildFindTuples();
+    return static_cast<std::uint32_t>(tupleElements_.size());
+}
+
+// One pass over the records. Elements with attributes have properties of their own and no
+// tuple; so have those met after the tuples' numbers ran out.
+void ZtDgnModel::BuildFindTuples() const {
+    const std::size_t count = elements_.Size();
+    elementTuples_.assign(count, kNoElementTuple);
+    tupleElements_.clear();
+    std::unordered_map<std::uint64_t, std::uint16_t> known;
+    std::uint64_t lastKey = ~std::uint64_t{0};
+    std::uint16_t lastTuple = kNoElementTuple;
+    for (std::size_t slot = 0; slot < count; ++slot) {
+        if (attributeStore_ && !attributeStore_->GetElementPairs(slot).empty())
+            continue;
+        const ZtDgnElement& e = elements_[slot];
+        // Every field that VisitElementProperties reads, bar the file, which is the model's.
+        const std::uint64_t key =
+            static_cast<std::uint64_t>(e.GetLevel()) | std::uint64_t{e.colour} << 8 |
+            std::uint64_t{static_cast<std::uint8_t>(e.type & 0x7F)} << 16 |
+            std::uint64_t{e.graphicGroup} << 24 | static_cast<std::uint64_t>(e.GetWeight()) << 40 |
+            static_cast<std::uint64_t>(e.GetStyle()) << 48;
+        if (key != lastKey) {
+            const auto found = known.find(key);
+            if (found != known.end()) {
+                lastTuple = found->second;
+            } else if (tupleElements_.size() < kNoElementTuple) {
+                lastTuple = static_cast<std::uint16_t>(tupleElements_.size());
+                known.emplace(key, lastTuple);
+                tupleElements_.push_back(static_cast<std::uint32_t>(slot));
+            } else {
+                lastTuple = kNoElementTuple;
+            }
+            lastKey = key;
+        }
+        elementTuples_[slot] = lastTuple;
+    }
+    tuplesBuilt_ = true;
+}
+
+// The exact class is asked, not a cast: this runs once an element of a walk.
+std::uint32_t ZtDgnModel::GetFindTuple(const ZtOaNode& node) const {
+    std::uint32_t slot;
+    if (typeid(node) == typeid(ZtDgnElementNode)) {
+        const auto& leaf = static_cast<const ZtDgnElementNode&>(node);
+        if (leaf.GetModel() != this)
+            return kNoTuple;
+        slot = leaf.GetSlot();
+    } else if (typeid(node) == typeid(ZtDgnGroupNode)) {
+        const auto& group = static_cast<const ZtDgnGroupNode&>(node);
+        if (group.GetModel() != this)
+            return kNoTuple;
+        slot = group.GetSlot();
+    } else {
+        return kNoTuple;
+    }
+    if (!tuplesBuilt_)
+        BuildFindTuples();
+    const std::uint16_t tuple = elementTuples_[slot];
+    return tuple == kNoElementTuple ? kNoTuple : tuple;
+}
+
+void ZtDgnModel::VisitFindTuple(std::uint32_t tuple, ZtOaPropertyVisitor& visitor) const {
+    VisitElementProperties(tupleElements_[tuple], visitor);
 }

@@ -6,6 +6,7 @@
 #include "ztlinear/ZtLBox3f.h"
 #include "ztobject/ZtOaPartition.h"
 #include "ztobject/ZtOaProperty.h"
+#include "ztplugin/ZtOpFindTupleSource.h"
 
 #include <cstdint>
 #include <memory>
@@ -37,7 +38,10 @@ struct ZtDgnModelHeader {
 // Element data lives in compact records in the model, not in the nodes; the attributes
 // and properties that nodes hand out are made from the records when first asked for and
 // shared wherever the values are the same.
-class ZtDgnModel : public ZtOaPartition {
+//
+// For selecting, the model is a tuple source: an element's tuple is its level, colour, type,
+// graphic group, weight and style, for elements without attributes.
+class ZtDgnModel : public ZtOaPartition, public ZtOpFindTupleSource {
 public:
     // `path` becomes the source file name, and its last name the partition's name. The
     // names of properties are interned in `names` (the document's dictionary), which
@@ -105,7 +109,15 @@ public:
     const ZtOaAttribute* FindElementAttribute(std::uint32_t slot, const char* name) const;
     void VisitElementProperties(std::uint32_t slot, ZtOaPropertyVisitor& visitor) const;
 
+    std::uint32_t GetNumFindTuples() const override;
+    std::uint32_t GetFindTuple(const ZtOaNode& node) const override;
+    void VisitFindTuple(std::uint32_t tuple, ZtOaPropertyVisitor& visitor) const override;
+
 private:
+    // The tuple numbers that fit an element's two bytes; the last one means none.
+    static constexpr std::uint16_t kNoElementTuple = 0xFFFF;
+
+    void BuildFindTuples() const;
     const ZtOaProperty& GraphicGroupProperty(std::uint16_t group) const;
     const ZtOaAttributeList& ElementAttributes(std::uint32_t slot) const;
 
@@ -140,4 +152,8 @@ private:
     std::unique_ptr<ZtDgnAttributeStore> attributeStore_;
     mutable std::unordered_map<std::uint16_t, std::unique_ptr<ZtOaProperty>> graphicGroups_;
     mutable std::unordered_map<std::uint32_t, std::unique_ptr<ZtOaAttributeList>> attributes_;
+    // Made on the first select: each element's tuple, and an element of each tuple.
+    mutable bool tuplesBuilt_ = false;
+    mutable std::vector<std::uint16_t> elementTuples_;
+    mutable std::vector<std::uint32_t> tupleElements_;
 };
