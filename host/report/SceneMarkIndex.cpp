@@ -31,6 +31,7 @@ bool OutsideAny(const ZtLBox3f& box, const std::vector<ZtLPlane3f>& planes) {
 SceneMarkIndex::SceneMarkIndex(const ReportScene& scene, const std::vector<bool>& isShape)
     : elements_(static_cast<std::uint32_t>(scene.elements.size())) {
     const std::uint32_t runs = (elements_ + kRunLength - 1) / kRunLength;
+    reaches_.resize(runs);
     ZtOcBoxHierarchy::Builder builder(runs);
     for (std::uint32_t run = 0; run < runs; ++run) {
         ZtLBox3f reach;
@@ -48,6 +49,7 @@ SceneMarkIndex::SceneMarkIndex(const ReportScene& scene, const std::vector<bool>
         }
         if (!marked)
             continue;
+        reaches_[run] = reach;
         if (ZtOcBoxHierarchy::Holds(reach))
             builder.Add(reach, run);
         else
@@ -77,9 +79,11 @@ SceneMarkIndex::RangesInView(const ViewProjection& view) const {
             continue;
         }
         const std::uint32_t first = runs_.GetFirstItem(node);
-        for (std::uint32_t item = first; item < first + runs_.GetNumLeafItems(node); ++item)
-            if (!OutsideAny(runs_.GetItemBox(item, box), bounds))
-                runs.push_back(runs_.GetOrdinal(item));
+        for (std::uint32_t item = first; item < first + runs_.GetNumLeafItems(node); ++item) {
+            const std::uint32_t run = runs_.GetOrdinal(item);
+            if (!OutsideAny(reaches_[run], bounds))
+                runs.push_back(run);
+        }
     }
     std::sort(runs.begin(), runs.end());
     std::vector<Range> ranges;

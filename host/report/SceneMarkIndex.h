@@ -27,6 +27,7 @@ public:
 
 private:
     ZtOcBoxHierarchy runs_;
+    std::vector<ZtLBox3f> reaches_; // each run's reach, by run; the hierarchy keeps only ordinals
     std::vector<std::uint32_t> unheld_; // runs the hierarchy can't hold
     std::uint32_t elements_;
 };
