@@ -23,9 +23,9 @@ struct ZtOpTreeSelection {
 };
 
 // Evaluates each of `specs` on every node below `root` (itself included) that stands for
-// an element, in depth-first order. The result holds, for each spec in its order, the
-// elements it selected in that order. A node's properties are gathered once for all specs,
-// and the specs are evaluated as ZtOpFindSpecEvaluator does.
+// an element, in depth-first order. The result holds, for each find spec in its order, the
+// elements it selected in that order. A node's properties are gathered once for all find specs,
+// and the find specs are evaluated as ZtOpFindSpecEvaluator does.
 // With a progress, the walk reports now and then the share of `elements` (the number of
 // element nodes expected) it has passed.
 std::vector<ZtOpTreeSelection> ZtOpSelectInTree(const ZtOaNode& root,
