@@ -99,7 +99,8 @@ void PlainFormat(std::wstring& out, const wchar_t* format, std::va_list args) {
             out += L'%';
             break;
         case L'c':
-            out += static_cast<wchar_t>(va_arg(args, std::wint_t));
+            // A character passes through `...` as an int where wint_t is narrower (Windows).
+            out += static_cast<wchar_t>(va_arg(args, int));
             break;
         case L's': {
             const auto* text = va_arg(args, const wchar_t*);
