@@ -3,10 +3,12 @@
 // the scene (turned, scaled from feet to metres and moved), with the tags where the
 // placement puts their elements. Each benchmark reports the
 // process's resident memory at its start ("start_MiB") and its peak during the run
-// ("peak_MiB"; the kernel's high-water mark is reset first).
+// ("peak_MiB"; the kernel's high-water mark is reset first), and the bytes the model's
+// index holds an element ("index_B_per_element").
 #include "tags/ZtOdPdsCameraMaps.h"
 #include "tags/ZtOdPdsTagExportPlugin.h"
 #include "tools/ZtTestDgnWriter.h"
+#include "ztcore/ZtOcGeometryIndex.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztlddgn/ZtDgnReader.h"
 #include "ztplugin/ZtOpRedlineTag.h"
@@ -138,6 +140,8 @@ void Export(benchmark::State& state, bool buildIndex, bool placed = false) {
     state.counters["filed"] =
         plugin.GetWrittenCount() - static_cast<double>(plugin.GetUnfiledRecords()->Size());
     state.counters["peak_MiB"] = ZtBenchStatusMiB("VmHWM:");
+    state.counters["index_B_per_element"] =
+        static_cast<double>(ZtOcGeometryIndex::Of(*scene.model).GetMemoryBytes()) / (kSide * kSide);
 }
 
 void BM_TagExportWithIndexBuild(benchmark::State& state) {

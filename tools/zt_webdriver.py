@@ -156,18 +156,24 @@ class Browser:
 
 
 def png_pixels(png):
-    """Width, height, bytes per pixel and the unfiltered rows of an 8-bit RGB(A) PNG."""
+    """Width, height, bytes per pixel and the unfiltered rows of an 8-bit RGB(A) PNG, or of
+    an 8-bit indexed one given as RGBA through its palette and its transparency."""
     width, height, depth, kind = struct.unpack(">IIBB", png[16:26])
-    if depth != 8 or kind not in (2, 6):
-        raise ValueError("only 8-bit RGB or RGBA images are read")
-    at, data = 8, b""
+    if depth != 8 or kind not in (2, 3, 6):
+        raise ValueError("only 8-bit RGB, RGBA or indexed images are read")
+    at, data, palette, alphas = 8, b"", b"", b""
     while at < len(png):
         length, chunk = struct.unpack(">I4s", png[at:at + 8])
+        body = png[at + 8:at + 8 + length]
         if chunk == b"IDAT":
-            data += png[at + 8:at + 8 + length]
+            data += body
+        elif chunk == b"PLTE":
+            palette = body
+        elif chunk == b"tRNS":
+            alphas = body
         at += 12 + length
     raw = zlib.decompress(data)
-    bpp = 3 if kind == 2 else 4
+    bpp = {2: 3, 3: 1, 6: 4}[kind]
     stride = width * bpp
     rows, previous = [], bytearray(stride)
     for y in range(height):
@@ -189,4 +195,9 @@ def png_pixels(png):
                 row[i] = (row[i] + (a if pa <= pb and pa <= pc else b if pb <= pc else c)) & 255
         rows.append(bytes(row))
         previous = row
+    if kind == 3:
+        colours = [palette[3 * i:3 * i + 3] + bytes([alphas[i] if i < len(alphas) else 255])
+                   for i in range(len(palette) // 3)]
+        rows = [b"".join(colours[index] for index in row) for row in rows]
+        bpp = 4
     return width, height, bpp, rows

@@ -4,6 +4,7 @@
 #include "review/ReviewRun.h"
 #include "ztlinear/ZtLColor3f.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -21,6 +22,7 @@ struct CommandLine {
     std::optional<std::pair<unsigned long long, unsigned long long>> nextIds; // tag, comment
     std::optional<double> uorsPerMaster; // a model with no elements and this factor
     OpenParameters open;                 // the loader's parameters for open steps
+    std::size_t threads = 0;             // --threads; 0: one a core
     std::string attributes;              // --attributes: the run's attribute source
     std::optional<ZtLColor3f> redlineColor;
     std::optional<int> redlineThickness;

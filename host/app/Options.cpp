@@ -7,6 +7,9 @@
 
 namespace {
 
+// More threads than any machine has cores for a review's models only cost memory.
+constexpr std::size_t kMostThreads = 256;
+
 constexpr OptionKind kOptions[] = {
     {"--json", nullptr, nullptr, "print the JSON document instead of the readable summary",
      [](CommandLine& line, const std::string&, std::string*) { return line.json = true; }},
@@ -63,6 +66,19 @@ constexpr OptionKind kOptions[] = {
     {"--no-attributes", nullptr, nullptr, "open leaves the database beside the control file alone",
      [](CommandLine& line, const std::string&, std::string*) {
          line.open.readAttributeDatabase = false;
+         return true;
+     }},
+    {"--threads", nullptr, "N",
+     "threads that read a control file's models and make the pick indexes\n(default: one a core; 1 "
+     "does all in turn on one)",
+     [](CommandLine& line, const std::string& value, std::string* error) {
+         std::size_t threads = 0;
+         if (!ParseWhole(value, &threads) || threads < 1 || threads > kMostThreads) {
+             *error = "--threads takes a whole number from 1 to " + std::to_string(kMostThreads) +
+                      ", not '" + value + "'";
+             return false;
+         }
+         line.threads = threads;
          return true;
      }},
     {"--next-ids", nullptr, "T,C", "the document's next tag and comment ids before the steps",

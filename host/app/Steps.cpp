@@ -54,7 +54,9 @@ StepOutcome Plugins(Session& session, const Step&) {
 }
 
 StepOutcome Open(Session& session, const Step& step) {
-    return OpenReview(session.run, step, session.options.open, &session.progress);
+    OpenParameters parameters = session.options.open;
+    parameters.threads = session.options.threads;
+    return OpenReview(session.run, step, parameters, &session.progress);
 }
 
 StepOutcome ImportTagFile(Session& session, const Step& step) {
@@ -66,7 +68,8 @@ StepOutcome ImportDstFile(Session& session, const Step& step) {
 }
 
 StepOutcome ExportTagFile(Session& session, const Step& step) {
-    return ExportTags(session.run, step, session.options.strict, &session.progress);
+    return ExportTags(session.run, step, session.options.strict, session.options.threads,
+                      &session.progress);
 }
 
 StepOutcome Select(Session& session, const Step&) {

@@ -2,6 +2,7 @@
 #include "report/ReportHtml.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -22,8 +23,18 @@ public:
                        static_cast<std::size_t>(x)];
     }
 
+    // Pixels from column `left` to `right` and from row `top` to `bottom`, all within the
+    // raster.
+    struct Span {
+        int left, top, right, bottom;
+    };
+    // The pixels of the rectangle between two corners that lie in the raster; none where
+    // a coordinate is not finite or the rectangle lies wholly outside.
+    std::optional<Span> Cover(double x0, double y0, double x1, double y1) const;
+
     // The pixels of the rectangle between two corners.
     void Fill(double x0, double y0, double x1, double y1, std::uint8_t index);
+    void Fill(const Span& span, std::uint8_t index);
     // A line one pixel wide.
     void Line(double x0, double y0, double x1, double y1, std::uint8_t index);
     // The pixels whose centres lie within `radius` of the centre.
@@ -41,4 +52,5 @@ private:
     int width_, height_;
     std::vector<std::uint8_t> pixels_;
     bool used_ = false;
+    std::uint8_t highest_ = 0; // no pixel holds a higher index
 };

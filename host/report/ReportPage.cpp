@@ -6,6 +6,7 @@
 #include "report/ReportPageLayout.h"
 #include "report/ReportPageParts.h"
 #include "report/ReportScene.h"
+#include "report/SceneMarkIndex.h"
 #include "report/ViewPictureSvg.h"
 #include "ztutil/ZtUFile.h"
 #include "ztutil/ZtUSysFile.h"
@@ -33,6 +34,8 @@ constexpr int kSavedViewMaxHeight = 460;
 constexpr std::size_t kSavedViewShapes = 30000;
 constexpr std::size_t kSavedViewMinShapes = 1000;
 constexpr Rgba kHighlight = {255, 196, 0, 255};
+// Bytes of the page converted and written at a time.
+constexpr std::size_t kWritePiece = std::size_t{1} << 20;
 // The permission argument of a new file: read and write, as the host's file layer takes it.
 constexpr int kReadWrite = 0x180;
 
@@ -252,7 +255,10 @@ private:
                         "</h2></figcaption><p>Its camera gives no view.</p></figure>\n";
                 continue;
             }
-            ViewPicture picture = DrawScene(scene_, shapes_, isShape_, *projection, budget);
+            if (!marks_)
+                marks_.emplace(scene_, isShape_);
+            ViewPicture picture =
+                DrawScene(scene_, shapes_, isShape_, *projection, budget, &*marks_);
             AddSavedViewPins(view, *projection, &picture);
             Figure(
                 id, title, " data-perspective=\"1\"", picture, v != 0, [] {}, [] {});
@@ -261,27 +267,32 @@ private:
     }
 
     // What the picture marks as pixels, coloured by level and by colour number, and for
-    // each selection set its marked elements in the highlight.
+    // each selection set its marked elements in the highlight. Each mark's pixels are
+    // worked out once for all the rasters.
     void Rasters(const ViewPicture& picture) {
-        for (int byColour = 0; byColour < 2; ++byColour) {
-            PaletteRaster raster(picture.width, picture.height);
-            PaintMarks(
-                picture,
-                [&](std::uint32_t e) {
-                    const ReportElement& element = scene_.elements[e];
-                    return index_[byColour][byColour ? element.colour : element.level];
-                },
-                &raster);
-            Image(raster, palette_[byColour], byColour ? "raster colour" : "raster level", "");
-        }
-        for (std::size_t s = 0; s < inSet_.size(); ++s) {
-            PaletteRaster raster(picture.width, picture.height);
-            PaintMarks(
-                picture, [&](std::uint32_t e) { return static_cast<std::uint8_t>(inSet_[s][e]); },
-                &raster);
-            Image(raster, {{0, 0, 0, 0}, kHighlight}, "overlay",
+        const PaletteRaster blank(picture.width, picture.height);
+        std::vector<std::pair<std::uint32_t, PaletteRaster::Span>> spans;
+        for (const PictureMark& mark : picture.marks)
+            if (const auto span = blank.Cover(mark.x0, mark.y0, mark.x1, mark.y1))
+                spans.emplace_back(mark.element, *span);
+        const auto paint = [&](auto indexOf) {
+            PaletteRaster raster = blank;
+            for (const auto& [element, span] : spans)
+                if (const std::uint8_t index = indexOf(scene_.elements[element], element))
+                    raster.Fill(span, index);
+            return raster;
+        };
+        for (int byColour = 0; byColour < 2; ++byColour)
+            Image(paint([&](const ReportElement& e, std::uint32_t) {
+                      return index_[byColour][byColour ? e.colour : e.level];
+                  }),
+                  palette_[byColour], byColour ? "raster colour" : "raster level", "");
+        for (std::size_t s = 0; s < inSet_.size(); ++s)
+            Image(paint([&](const ReportElement&, std::uint32_t e) {
+                      return static_cast<std::uint8_t>(inSet_[s][e]);
+                  }),
+                  {{0, 0, 0, 0}, kHighlight}, "overlay",
                   " data-set=\"" + std::to_string(s) + "\" visibility=\"hidden\"");
-        }
     }
 
     void Image(const PaletteRaster& raster, const std::vector<Rgba>& palette, const char* cls,
@@ -298,6 +309,8 @@ private:
     const std::vector<std::uint32_t> chosen_;
     const std::vector<SceneShape> shapes_;
     std::vector<bool> isShape_;
+    // Made for the first saved view that the page draws, for all of them.
+    std::optional<SceneMarkIndex> marks_;
     PageKeys keys_;
     std::vector<Rgba> palette_[2];
     std::array<std::uint8_t, kPageColours> index_[2]{};
@@ -319,7 +332,19 @@ bool WriteReportPage(const ReportScene& scene, const std::string& path) {
                            ZtUSysFile::kTranslateText, ZtUSysFile::kShareReadWrite, 0, kReadWrite);
     if (!file)
         return false;
-    const std::wstring page = ZtUSysString::Utf8ToWide(ReportPageHtml(scene));
-    const bool written = file->Write(page.data(), page.size());
+    // In pieces, each ending before a character's first byte, so that the wide text is
+    // never more than one piece of a page that may run to many megabytes.
+    const std::string page = ReportPageHtml(scene);
+    bool written = true;
+    for (std::size_t at = 0; at < page.size() && written;) {
+        std::size_t end = std::min(page.size(), at + kWritePiece);
+        while (end < page.size() && end > at + 1 &&
+               (static_cast<unsigned char>(page[end]) & 0xC0) == 0x80)
+            --end;
+        const std::wstring piece =
+            ZtUSysString::Utf8ToWide(std::string_view(page).substr(at, end - at));
+        written = file->Write(piece.data(), piece.size());
+        at = end;
+    }
     return ZtUSysFile::fclose(file) == 0 && written;
 }

@@ -211,8 +211,11 @@ ReportScene GatherReportScene(const ReviewRun& run) {
         GatherView(run.state, item, firstElement, &scene.views);
     });
 
-    const std::vector<SelectionResult> selections =
-        run.selections ? *run.selections : ComputeSelections(run.state);
+    // The step's selections where it ran; the walk is made here only where it did not.
+    std::vector<SelectionResult> computed;
+    if (!run.selections)
+        computed = ComputeSelections(run.state);
+    const std::vector<SelectionResult>& selections = run.selections ? *run.selections : computed;
     const std::vector<const ZtOpSelectionSet*> sets = DocumentSelectionSets(run.state);
     const std::vector<const ZtDgnModel*> models = SceneModels(run.state);
     for (std::size_t i = 0; i < sets.size(); ++i) {
@@ -222,17 +225,20 @@ ReportScene GatherReportScene(const ReviewRun& run) {
         for (std::size_t c = 0; c < comments.Size(); ++c)
             out.comment += (c ? "\n" : "") + ZtUSysString::WideToUtf8(comments[c]->GetBody().Str());
         out.rule = FindSpecRuleLines(sets[i]->GetImplicitSelection().GetImplicitFindSpec());
-        for (std::size_t k = 0; i < selections.size() && k < selections[i].elements.size(); ++k) {
-            const SelectedElement& selected = selections[i].elements[k];
-            for (std::size_t m = 0; m < models.size(); ++m) {
-                if (firstElement[m].first != selected.partition)
-                    continue;
-                const std::size_t slot = SlotOfIndex(*models[m], selected.index);
+        const SelectionResult* selected = i < selections.size() ? &selections[i] : nullptr;
+        std::size_t k = 0;
+        for (std::size_t r = 0; selected && r < selected->runs.size(); ++r) {
+            const SelectedRun& selectedRun = selected->runs[r];
+            std::size_t m = 0;
+            while (m < models.size() && firstElement[m].first != selectedRun.partition)
+                ++m;
+            for (; m < models.size() && k < selectedRun.end; ++k) {
+                const std::size_t slot = SlotOfIndex(*models[m], selected->indices[k]);
                 if (slot < models[m]->GetNumElements())
                     out.elements.push_back(
                         static_cast<std::uint32_t>(firstElement[m].second + slot));
-                break;
             }
+            k = selectedRun.end;
         }
         std::sort(out.elements.begin(), out.elements.end());
         scene.sets.push_back(std::move(out));

@@ -16,18 +16,22 @@ void WriteSelectionsJson(JsonWriter& json, const std::vector<SelectionResult>& r
         json.Key("name");
         json.WideString(result.name);
         json.Key("count");
-        json.UInt(result.elements.size());
+        json.UInt(result.indices.size());
         json.Key("usesAttributes");
         json.Bool(result.usesAttributes);
         json.Key("elements");
         json.BeginArray();
-        for (const SelectedElement& element : result.elements) {
-            json.BeginObject(true);
-            json.Key("model");
-            json.String(ZtUSysString::WideToPath(element.model));
-            json.Key("index");
-            json.Int(element.index);
-            json.EndObject();
+        std::size_t at = 0;
+        for (const SelectedRun& run : result.runs) {
+            const std::string model = ZtUSysString::WideToPath(run.model);
+            for (; at < run.end; ++at) {
+                json.BeginObject(true);
+                json.Key("model");
+                json.String(model);
+                json.Key("index");
+                json.Int(result.indices[at]);
+                json.EndObject();
+            }
         }
         json.EndArray();
         json.EndObject();
@@ -40,7 +44,7 @@ void AppendSelectionsTable(ReportStream& out, const std::vector<SelectionResult>
     out += "Selections:\n";
     std::size_t usingAttributes = 0;
     for (const SelectionResult& result : results) {
-        const std::size_t count = result.elements.size();
+        const std::size_t count = result.indices.size();
         out += "  ";
         out += ReadableText(ZtUSysString::WideToUtf8(result.name));
         if (result.usesAttributes) {
@@ -48,13 +52,16 @@ void AppendSelectionsTable(ReportStream& out, const std::vector<SelectionResult>
             ++usingAttributes;
         }
         out += ": " + std::to_string(count) + (count == 1 ? " element\n" : " elements\n");
-        // Runs of elements of one model share a line.
-        for (std::size_t i = 0; i < count; ++i) {
-            const SelectedElement& element = result.elements[i];
-            if (i == 0 || element.model != result.elements[i - 1].model)
-                out += (i == 0 ? "" : "\n") + std::string("    ") +
-                       ReadableText(ZtUSysString::WideToPath(element.model)) + ":";
-            out += " " + std::to_string(element.index);
+        // Runs of elements of one model share a line, placements of one file after
+        // another too.
+        std::size_t at = 0;
+        for (std::size_t r = 0; r < result.runs.size(); ++r) {
+            const SelectedRun& run = result.runs[r];
+            if (r == 0 || run.model != result.runs[r - 1].model)
+                out += (r == 0 ? "" : "\n") + std::string("    ") +
+                       ReadableText(ZtUSysString::WideToPath(run.model)) + ":";
+            for (; at < run.end; ++at)
+                out += " " + std::to_string(result.indices[at]);
         }
         if (count > 0)
             out += "\n";

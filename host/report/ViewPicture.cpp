@@ -1,10 +1,12 @@
 #include "report/ViewPicture.h"
 
 #include "report/ReportScene.h"
+#include "report/SceneMarkIndex.h"
 
 #include <algorithm>
 #include <cmath>
 #include <numbers>
+#include <optional>
 
 namespace {
 
@@ -241,7 +243,7 @@ double PictureText::Height() const {
 
 ViewPicture DrawScene(const ReportScene& scene, const std::vector<SceneShape>& shapes,
                       const std::vector<bool>& isShape, const ViewProjection& view,
-                      std::size_t maxShapes) {
+                      std::size_t maxShapes, const SceneMarkIndex* index) {
     ViewPicture picture;
     picture.width = view.Width();
     picture.height = view.Height();
@@ -269,13 +271,18 @@ ViewPicture DrawScene(const ReportScene& scene, const std::vector<SceneShape>& s
         else if (MarkBox(view, scene.elements[shapes[i].element].box, &mark))
             picture.marks.push_back(mark);
     }
-    for (std::size_t i = 0; i < scene.elements.size(); ++i) {
-        if (scene.elements[i].components != 0 || (i < isShape.size() && isShape[i]))
-            continue;
-        PictureMark mark{static_cast<std::uint32_t>(i), 0, 0, 0, 0};
-        if (MarkBox(view, scene.elements[i].box, &mark))
-            picture.marks.push_back(mark);
-    }
+    const std::optional<std::vector<SceneMarkIndex::Range>> ranges =
+        index ? index->RangesInView(view) : std::nullopt;
+    const std::vector<SceneMarkIndex::Range> everything = {
+        {0, static_cast<std::uint32_t>(scene.elements.size())}};
+    for (const auto& [first, end] : ranges ? *ranges : everything)
+        for (std::uint32_t i = first; i < end; ++i) {
+            if (scene.elements[i].components != 0 || (i < isShape.size() && isShape[i]))
+                continue;
+            PictureMark mark{i, 0, 0, 0, 0};
+            if (MarkBox(view, scene.elements[i].box, &mark))
+                picture.marks.push_back(mark);
+        }
     return picture;
 }
 

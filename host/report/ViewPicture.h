@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+class SceneMarkIndex;
 struct ReportScene;
 struct ReportView;
 
@@ -57,9 +58,12 @@ struct ViewPicture {
 // under a pixel here, and every other element without components, becomes the mark of
 // its box. `isShape` tells, by element, which are among `shapes`. Of more than
 // `maxShapes` shapes, those that look biggest in the view are drawn, and the rest marked.
+// With `index` (made of the same scene and `isShape`), the marks that could not reach the
+// picture are left out without a look at their elements.
 ViewPicture DrawScene(const ReportScene& scene, const std::vector<SceneShape>& shapes,
                       const std::vector<bool>& isShape, const ViewProjection& view,
-                      std::size_t maxShapes = kMaxSceneShapes);
+                      std::size_t maxShapes = kMaxSceneShapes,
+                      const SceneMarkIndex* index = nullptr);
 
 // The pins of every placed tag of the scene where the view shows its point.
 void AddScenePins(const ReportScene& scene, const ViewProjection& view, ViewPicture* picture);

@@ -38,6 +38,14 @@ public:
     // Pixels a scene unit at the point, across the line of sight.
     double PixelsPerUnit(const ZtLPos3f& p) const;
 
+    // Planes bounding what a view in perspective may mark, each keeping the side its
+    // normal points to: the near and clip planes, and the sides of the window widened by
+    // two pixels. The mark of a box `s` across at most (its largest side) reaches into
+    // the picture only if every plane keeps some point within `s` of the box's centre.
+    // Empty where that can't be told: a view along an axis, a near distance not in front
+    // of the eye, pixels far from square.
+    std::vector<ZtLPlane3f> MarkBounds() const;
+
 private:
     ViewProjection() = default;
 
@@ -51,6 +59,10 @@ private:
     ZtLPos3f eye_;
     ZtLVec3f viewDir_;
     double pixelsAtUnitDepth_ = 1;
+    // The window's axes and its extent on the plane at distance 1 along them.
+    ZtLVec3f right_, up_;
+    double left_ = -1, rightEdge_ = 1, bottom_ = -1, top_ = 1;
+    double near_ = 0;
     // What the view keeps: the points where every plane's signed distance is at least 0.
     std::vector<ZtLPlane3f> keep_;
 };

@@ -5,6 +5,7 @@
 #include "review/ModelLoad.h"
 #include "review/SavedItems.h"
 #include "review/TagExportTally.h"
+#include "ztcore/ZtOcGeometryIndex.h"
 #include "ztlddgn/ZtDgnAttributeStore.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztobject/ZtOaPartition.h"
@@ -125,15 +126,21 @@ StepOutcome ImportDisplaySets(ReviewRun& run, const Step& step, ZtOpProgress* pr
 }
 
 StepOutcome ExportTags(ReviewRun& run, const Step& step, bool keepOldFileOnWarning,
-                       ZtOpProgress* progress) {
+                       std::size_t threads, ZtOpProgress* progress) {
     std::vector<std::wstring> modelNames;
-    for (const ZtDgnModel* model : SceneModels(run.state)) {
+    const std::vector<const ZtDgnModel*> models = SceneModels(run.state);
+    for (const ZtDgnModel* model : models) {
         ZtUWideStringBuffer name;
         ZtUSysFile::RemovePathnameW(model->GetSourceFilename().GetString(), &name);
         modelNames.push_back(name.Str());
     }
-    TagExportTally tally(CountSavedItems(run.state).tags, std::move(modelNames),
-                         keepOldFileOnWarning);
+    const std::size_t savedTags = CountSavedItems(run.state).tags;
+    // The export's first pick would make every model's geometry index in turn: made here,
+    // they take all the cores. Without tags there is no pick, and no index is made.
+    if (savedTags > 0)
+        ZtOcGeometryIndex::MakeAll(std::vector<const ZtOaPartition*>(models.begin(), models.end()),
+                                   threads);
+    TagExportTally tally(savedTags, std::move(modelNames), keepOldFileOnWarning);
     StepOutcome outcome;
     {
         ZtUFileScope watched;
@@ -228,6 +235,6 @@ StepOutcome SelectAll(ReviewRun& run, ZtOpProgress* progress) {
     run.selections = ComputeSelections(run.state, progress);
     std::size_t selected = 0;
     for (const SelectionResult& result : *run.selections)
-        selected += result.elements.size();
+        selected += result.indices.size();
     return {0, {}, {{"sets", run.selections->size()}, {"elementsSelected", selected}}, {}, {}};
 }

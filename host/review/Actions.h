@@ -2,6 +2,7 @@
 #include "review/OpenRoad.h"
 #include "review/ReviewRun.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -39,7 +40,7 @@ StepOutcome ImportDisplaySets(ReviewRun& run, const Step& step, ZtOpProgress* pr
 // wrote (see TagExportTally), and so do the warnings of what the tag format can't carry
 // back; with `keepOldFileOnWarning` such a warning keeps the old file as it was.
 StepOutcome ExportTags(ReviewRun& run, const Step& step, bool keepOldFileOnWarning,
-                       ZtOpProgress* progress);
+                       std::size_t threads, ZtOpProgress* progress);
 // Loads one model into the document's scene, unplaced.
 StepOutcome LoadModel(ReviewRun& run, const Step& step, ZtOpProgress* progress);
 // Evaluates every selection set of the document over the loaded models.

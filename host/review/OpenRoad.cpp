@@ -1,6 +1,7 @@
 #include "review/OpenRoad.h"
 
 #include "review/AttributeSource.h"
+#include "review/ModelReadAhead.h"
 #include "review/PassProgress.h"
 #include "ztlddgn/ZtDgnLoaderPlugin.h"
 #include "ztlddgn/ZtDgnModel.h"
@@ -15,6 +16,7 @@
 #include <map>
 #include <memory>
 #include <string_view>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -91,6 +93,27 @@ public:
         : state_(state), loader_(loader), record_(record), set_(set), dgnLoader_(dgnLoader),
           folder_(folder), progress_(progress), attaching_(attaching) {}
 
+    // Starts reading, on up to `threads` threads (0: one a core), the file of each
+    // reference that Place will load first, in the order it will load them, when there
+    // are two files or more and threads for them; Place takes each model when its turn
+    // comes, and the road's calls and outputs are those of reading each file at that turn.
+    void ReadAhead(std::size_t threads) {
+        if (threads == 0)
+            threads = std::max(1u, std::thread::hardware_concurrency());
+        std::vector<std::wstring> paths;
+        for (std::size_t i = 0; i < set_.GetSceneRefs().Size(); ++i) {
+            const ZtOpSceneRef& ref = *set_.GetSceneRefs()[i];
+            if (!CannotLoad(ref, dgnLoader_).empty() || ahead_.count(ref.GetLoadFile().Str()))
+                continue;
+            ahead_.emplace(ref.GetLoadFile().Str(), paths.size());
+            paths.push_back(PathOf(ref.GetLoadFile()));
+        }
+        if (std::min(threads, paths.size()) > 1)
+            readAhead_ = std::make_unique<ModelReadAhead>(std::move(paths), threads, progress_);
+        else
+            ahead_.clear();
+    }
+
     // The model of `ref`, placed; null with the reason in `why`, and the reference left
     // unplaced. The loader places the reference (IPlaceSceneRef, which reads the model's
     // units), and the model's partition takes the reference's placement in the scene.
@@ -128,10 +151,17 @@ private:
     // Reads the file, resolved against the control file's folder, into the scene, with its
     // attributes while no read of the source has failed.
     ZtDgnModel* Load(const ZtUWideString& loadFile, std::string* why) {
-        ZtUWideStringBuffer path;
-        ZtUSysFile::MakeAbsoluteW(folder_.GetString(), loadFile.GetString(), &path);
-        std::unique_ptr<ZtDgnModel> model =
-            dgnLoader_->LoadModel(path.GetString(), state_.EditNameDict(), progress_, why);
+        std::unique_ptr<ZtDgnModel> model;
+        if (const auto ahead = ahead_.find(loadFile.Str()); ahead != ahead_.end()) {
+            const std::size_t file = ahead->second;
+            ahead_.erase(ahead);
+            model = readAhead_->Take(file, progress_, why);
+            if (model)
+                dgnLoader_->AdoptModel(*model, state_.EditNameDict());
+        } else {
+            model = dgnLoader_->LoadModel(PathOf(loadFile).c_str(), state_.EditNameDict(),
+                                          progress_, why);
+        }
         if (!model)
             return nullptr;
         if (attaching_.source && attaching_.error->empty())
@@ -139,6 +169,13 @@ private:
         ZtDgnModel* added = model.get();
         state_.GetRootNode()->AddChild(model.release());
         return added;
+    }
+
+    // The load file resolved against the control file's folder.
+    std::wstring PathOf(const ZtUWideString& loadFile) const {
+        ZtUWideStringBuffer path;
+        ZtUSysFile::MakeAbsoluteW(folder_.GetString(), loadFile.GetString(), &path);
+        return path.GetString();
     }
 
     ZtOpState& state_;
@@ -152,6 +189,9 @@ private:
     // The models of each load file; the references whose names the keys view outlive the
     // placer.
     std::map<std::wstring_view, std::vector<ZtDgnModel*>> loaded_;
+    // The files read ahead, by load file, until Load takes their models.
+    std::map<std::wstring_view, std::size_t> ahead_;
+    std::unique_ptr<ModelReadAhead> readAhead_;
 };
 
 } // namespace
@@ -223,6 +263,7 @@ int OpenControlFile(ZtOpState& state, ZtOpSceneSetPlugin& loader, const std::wst
     std::string attachFailure;
     ModelPlacer placer(state, loader, record, opened->set, dgnLoader, folder, progress,
                        {attributes, attachError ? attachError : &attachFailure});
+    placer.ReadAhead(parameters.threads);
     for (std::size_t i = 0; i < count; ++i) {
         ZtOpSceneRef* ref = opened->set.GetSceneRefs()[i];
         if (progress)

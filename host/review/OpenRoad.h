@@ -1,6 +1,7 @@
 #pragma once
 #include "ztplugin/ZtOpSceneSet.h"
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -20,6 +21,9 @@ struct OpenParameters {
     // Whether NAME.db beside NAME.dri gives the models their attributes, where the run has
     // no source of its own (false with --no-attributes).
     bool readAttributeDatabase = true;
+    // The threads that read the models' files (0: one a core; 1: each file read at its
+    // turn, on the road's own thread).
+    std::size_t threads = 0;
 };
 
 // The files beside a control file that opening it imports: the ".tag" and ".dst" files

@@ -39,7 +39,7 @@ std::vector<SelectionResult> ComputeSelections(const ZtOpState& state, ZtOpProgr
         const ZtOpFindSpec* spec = set->GetImplicitSelection().GetImplicitFindSpec();
         specs.push_back(spec ? spec : &none);
     }
-    std::vector<std::vector<ZtOpSelectedElement>> selected;
+    std::vector<ZtOpTreeSelection> selected;
     if (const ZtOaPartition* root = state.GetRootNode()) {
         std::size_t elements = 0;
         for (const ZtDgnModel* model : SceneModels(state))
@@ -48,11 +48,14 @@ std::vector<SelectionResult> ComputeSelections(const ZtOpState& state, ZtOpProgr
     }
     std::vector<SelectionResult> results;
     for (std::size_t i = 0; i < sets.size(); ++i) {
-        SelectionResult result{sets[i]->GetName().Str(), {}, UsesAttributes(*specs[i])};
-        if (i < selected.size())
-            for (const ZtOpSelectedElement& e : selected[i])
-                result.elements.push_back(
-                    {e.model ? e.model->GetName().Str() : std::wstring(), e.index, e.model});
+        SelectionResult result{sets[i]->GetName().Str(), {}, {}, UsesAttributes(*specs[i])};
+        if (i < selected.size()) {
+            for (const ZtOpTreeSelection::Run& run : selected[i].runs)
+                result.runs.push_back(
+                    {run.model ? run.model->GetName().Str() : std::wstring(), run.model, run.end});
+            result.indices = std::move(selected[i].indices);
+            result.indices.shrink_to_fit();
+        }
         results.push_back(std::move(result));
     }
     return results;

@@ -1,4 +1,5 @@
 #pragma once
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -8,19 +9,23 @@ class ZtOpProgress;
 class ZtOpSelectionSet;
 class ZtOpState;
 
-// An element that a selection set selected: its model's name and its index there, and
-// the model's partition itself, which tells apart two placements of one file.
-struct SelectedElement {
+// Consecutive elements that a selection set selected in one model: the model's name, and
+// its partition itself, which tells apart two placements of one file.
+struct SelectedRun {
     std::wstring model;
-    std::int64_t index;
     const ZtOaPartition* partition;
+    // The run's elements are those of `indices` from the end of the run before (or 0) up to
+    // here.
+    std::size_t end;
 };
 
 // What one selection set selected over the loaded models, in the depth-first order of the
-// scene.
+// scene: each element's index in its model, and the models as runs. Millions of selected
+// elements cost their indices' memory, not a model's name each.
 struct SelectionResult {
     std::wstring name;
-    std::vector<SelectedElement> elements;
+    std::vector<SelectedRun> runs;
+    std::vector<std::int64_t> indices;
     // Whether its find spec looks at element attributes (a display set's Data criteria).
     bool usesAttributes = false;
 };

@@ -7,57 +7,46 @@
 #include "ztobject/ZtOaTraversal.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cassert>
 #include <cmath>
+#include <exception>
 #include <limits>
 #include <memory>
+#include <thread>
 #include <utility>
 
 namespace {
 
-// Lists the nodes below a partition in walk order with their parents' ordinals. Nested
-// partitions are listed but not entered. `stack` holds the chain of groups above the node
-// being visited, as (link, ordinal); links that the walk has left are popped as soon as a
-// node with another parent comes.
-class Collector : public ZtOaTraversal {
-public:
-    Collector(std::vector<const ZtOaNode*>& nodes, std::vector<std::uint32_t>& parents)
-        : nodes_(nodes), parents_(parents) {}
-
-    Result VisitNode(const ZtOaPathLink& link) override {
-        const ZtOaPathLink* parent = link.GetParent();
-        if (!parent) {
-            stack_.push_back({&link, kTop});
-            return kContinue;
+// Walks the nodes below a partition in walk order, handing each to `visit` with its
+// ordinal and its parent's (kTop for the partition's children), up to `limit` nodes.
+// Nested partitions are visited but not entered. Keeps its own stack, so that no depth
+// of nesting can exhaust the call stack.
+template <class Visit>
+void WalkBelow(const ZtOaPartition& partition, std::uint32_t limit, Visit&& visit) {
+    constexpr std::uint32_t kTop = 0xFFFFFFFFu;
+    struct Frame {
+        const ZtOaGroup* group;
+        int next;
+        std::uint32_t ordinal;
+    };
+    std::vector<Frame> frames = {{&partition, 0, kTop}};
+    std::uint32_t ordinal = 0;
+    while (!frames.empty() && ordinal < limit) {
+        Frame& frame = frames.back();
+        if (frame.next >= frame.group->GetNumChildren()) {
+            frames.pop_back();
+            continue;
         }
-        while (!stack_.empty() && stack_.back().first != parent)
-            stack_.pop_back();
-        const ZtOaNode* node = link.GetNode();
-        const auto ordinal = static_cast<std::uint32_t>(nodes_.size());
-        nodes_.push_back(node);
-        parents_.push_back(stack_.empty() ? kTop : stack_.back().second);
+        const ZtOaNode* node = frame.group->GetChild(frame.next++);
+        const std::uint32_t parent = frame.ordinal;
         // A parent is listed before its children: LinkPath climbs to ever smaller ordinals.
-        assert(parents_.back() == kTop || parents_.back() < ordinal);
-        if (node->IsPartition())
-            return kSkipChildren;
-        if (node->IsGroup())
-            stack_.push_back({&link, ordinal});
-        return kContinue;
+        assert(parent == kTop || parent < ordinal);
+        visit(node, ordinal, parent);
+        if (node->IsGroup() && !node->IsPartition())
+            frames.push_back({static_cast<const ZtOaGroup*>(node), 0, ordinal});
+        ++ordinal;
     }
-
-    static constexpr std::uint32_t kTop = 0xFFFFFFFFu;
-
-private:
-    std::vector<const ZtOaNode*>& nodes_;
-    std::vector<std::uint32_t>& parents_;
-    std::vector<std::pair<const ZtOaPathLink*, std::uint32_t>> stack_;
-};
-
-// A box's centre on one axis, for splitting; a box reaching to infinity sorts as 0, so
-// that the order stays a strict one.
-double Centre(const ZtLBox3f& box, int axis) {
-    const double centre = box.GetMin()[axis] * 0.5 + box.GetMax()[axis] * 0.5;
-    return std::isfinite(centre) ? centre : 0.0;
 }
 
 } // namespace
@@ -72,90 +61,102 @@ const ZtOcGeometryIndex& ZtOcGeometryIndex::Of(const ZtOaPartition& partition) {
     return *index;
 }
 
+void ZtOcGeometryIndex::MakeAll(const std::vector<const ZtOaPartition*>& partitions,
+                                std::size_t threads) {
+    if (threads == 0)
+        threads = std::max(1u, std::thread::hardware_concurrency());
+    threads = std::min(threads, partitions.size());
+    if (threads <= 1) {
+        for (const ZtOaPartition* partition : partitions)
+            Of(*partition);
+        return;
+    }
+    // Each thread takes the next partition not yet taken; which thread makes which index
+    // changes nothing in it.
+    std::atomic<std::size_t> next{0};
+    std::vector<std::exception_ptr> failures(threads);
+    auto work = [&](std::size_t thread) {
+        try {
+            for (std::size_t i; (i = next.fetch_add(1)) < partitions.size();)
+                Of(*partitions[i]);
+        } catch (...) {
+            failures[thread] = std::current_exception();
+            next = partitions.size();
+        }
+    };
+    {
+        std::vector<std::jthread> workers;
+        try {
+            workers.reserve(threads - 1);
+            for (std::size_t t = 1; t < threads; ++t)
+                workers.emplace_back(work, t);
+        } catch (...) {
+            // Fewer threads than asked for: those started and this one do the work.
+        }
+        work(0);
+    }
+    for (const std::exception_ptr& failure : failures)
+        if (failure)
+            std::rethrow_exception(failure);
+}
+
 ZtOcGeometryIndex::ZtOcGeometryIndex(const ZtOaPartition& partition)
     : ZtOaNodeCache(ZtOaGroup::GetEditCount()) {
     Collect(partition);
-    if (!items_.empty()) {
-        hierarchy_.reserve(2 * (items_.size() / kLeafSize + 1));
-        Build(0, static_cast<std::uint32_t>(items_.size()));
-        bounds_ = hierarchy_.front().box;
-    }
     for (const Nested& nested : nested_)
         bounds_.Extend(nested.bounds);
 }
 
-void ZtOcGeometryIndex::Collect(const ZtOaPartition& partition) {
-    Collector collector(nodes_, parents_);
-    partition.ApplyTraversal(&collector);
-    // Ordinals are 32 bits wide, with one value kept for "none": a subtree beyond that
-    // is indexed as far as it goes.
-    if (nodes_.size() >= kNone) {
-        nodes_.resize(kNone - 1);
-        parents_.resize(kNone - 1);
-    }
-    for (std::uint32_t ordinal = 0; ordinal < nodes_.size(); ++ordinal) {
-        const ZtOaNode* node = nodes_[ordinal];
-        ZtLBox3f box;
-        if (node->GetBoundingBox(&box) && !box.IsEmpty())
-            items_.push_back({box, ordinal, node->GetPropertyBits()});
-        if (node->IsPartition()) {
-            const auto& partition = *static_cast<const ZtOaPartition*>(node);
-            const ZtLAffine3f& transform = partition.GetTransform();
-            const ZtOcGeometryIndex& index = Of(partition);
-            // In walk order, which Search offers them in.
-            assert(nested_.empty() || nested_.back().ordinal < ordinal);
-            nested_.push_back({ordinal, &index, transform.IsIdentity() ? nullptr : &transform,
-                               transform.TransformBox(index.GetBounds())});
-        }
-    }
+std::size_t ZtOcGeometryIndex::GetMemoryBytes() const {
+    return sizeof *this + nodes_.capacity() * sizeof(nodes_[0]) +
+           parents_.capacity() * sizeof(parents_[0]) + hierarchy_.GetMemoryBytes() +
+           odd_.capacity() * sizeof(odd_[0]) + nested_.capacity() * sizeof(nested_[0]);
 }
 
-std::uint32_t ZtOcGeometryIndex::Build(std::uint32_t first, std::uint32_t count) {
-    assert(count > 0 && first + count <= items_.size());
-    const auto at = static_cast<std::uint32_t>(hierarchy_.size());
-    hierarchy_.push_back({});
-    ZtLBox3f box;
-    ZtLBox3f centres;
-    std::uint32_t minOrdinal = kNone;
-    for (std::uint32_t i = first; i < first + count; ++i) {
-        box.Extend(items_[i].box);
-        centres.Extend(
-            ZtLPos3f(Centre(items_[i].box, 0), Centre(items_[i].box, 1), Centre(items_[i].box, 2)));
-        minOrdinal = std::min(minOrdinal, items_[i].ordinal);
-    }
-    if (count <= kLeafSize) {
-        hierarchy_[at] = {box, first, count, 0, minOrdinal};
-        return at;
-    }
-    // Halves by count along the axis on which the centres spread widest: the depth stays
-    // logarithmic whatever the boxes are like.
-    const ZtLVec3f spread = centres.GetSize();
-    const int axis = spread.x >= spread.y && spread.x >= spread.z ? 0
-                     : spread.y >= spread.z                       ? 1
-                                                                  : 2;
-    const std::uint32_t half = count / 2;
-    const auto begin = items_.begin() + first;
-    std::nth_element(begin, begin + half, begin + count, [axis](const Item& a, const Item& b) {
-        const double ca = Centre(a.box, axis), cb = Centre(b.box, axis);
-        return ca < cb || (ca == cb && a.ordinal < b.ordinal);
-    });
-    // FindBest finds the first child right behind its parent.
-    [[maybe_unused]] const std::uint32_t left = Build(first, half);
-    assert(left == at + 1);
-    const std::uint32_t second = Build(first + half, count - half);
-    hierarchy_[at] = {box, 0, 0, second, minOrdinal};
-    return at;
+void ZtOcGeometryIndex::Collect(const ZtOaPartition& partition) {
+    // Ordinals are 32 bits wide, with one value kept for "none": a subtree beyond that
+    // is indexed as far as it goes. The lists are made for the partition's children, all
+    // that a model of plain elements has; a deeper one grows them, and they are cut to
+    // their size at the end.
+    const auto guess = static_cast<std::size_t>(std::max(0, partition.GetNumChildren()));
+    nodes_.reserve(guess);
+    parents_.reserve(guess);
+    ZtOcBoxHierarchy::Builder builder(guess);
+    std::size_t held = 0;
+    WalkBelow(partition, kNone - 1,
+              [&](const ZtOaNode* node, std::uint32_t ordinal, std::uint32_t parent) {
+                  nodes_.push_back(node);
+                  parents_.push_back(parent);
+                  ZtLBox3f box;
+                  if (node->GetBoundingBox(&box) && !box.IsEmpty()) {
+                      bounds_.Extend(box);
+                      if (ZtOcBoxHierarchy::Holds(box) && held < ZtOcBoxHierarchy::kMostItems) {
+                          builder.Add(box, ordinal);
+                          ++held;
+                      } else {
+                          odd_.push_back(ordinal);
+                      }
+                  }
+                  if (node->IsPartition()) {
+                      const auto& nested = *static_cast<const ZtOaPartition*>(node);
+                      const ZtLAffine3f& transform = nested.GetTransform();
+                      const ZtOcGeometryIndex& index = Of(nested);
+                      // In walk order, which Search offers them in.
+                      assert(nested_.empty() || nested_.back().ordinal < ordinal);
+                      nested_.push_back({ordinal, &index,
+                                         transform.IsIdentity() ? nullptr : &transform,
+                                         transform.TransformBox(index.GetBounds())});
+                  }
+              });
+    nodes_.shrink_to_fit();
+    parents_.shrink_to_fit();
+    hierarchy_ = builder.Finish();
 }
 
 std::uint32_t ZtOcGeometryIndex::FindBest(const ZtOcPickFrustumTraversal& pick,
                                           const ZtOaPathLink& link, ZtOcContext* context,
                                           double* depth) const {
-    if (hierarchy_.empty())
-        return kNone;
     const ZtLPickFrustum3f& frustum = pick.GetFrustum();
-    // Boxes are tested where the transforms above the partition place them: a placed box
-    // holds the placed boxes of what it holds, so the hierarchy prunes as it does unplaced.
-    auto placed = [&link](const ZtLBox3f& box) { return link.MapBox(box); };
     // A candidate must come below the pick's present best; of own items, below the best
     // so far or as near and earlier.
     double bestDepth = pick.GetBound();
@@ -164,53 +165,76 @@ std::uint32_t ZtOcGeometryIndex::FindBest(const ZtOcPickFrustumTraversal& pick,
     // own best is found, since the pick keeps the earlier of equals.
     std::uint32_t tieLimit = 0;
     std::uint64_t tests = 0;
-
-    struct Pending {
-        std::uint32_t node;
-        double depth;
+    auto mayBeat = [&](double d, std::uint32_t ordinal) {
+        return d < bestDepth || (d == bestDepth && ordinal < tieLimit);
     };
-    // Each step pops one node and pushes at most two, so the stack never holds more than
-    // the hierarchy's depth plus one; halving by count keeps that depth below 64.
-    constexpr int kStackSize = 72;
-    Pending stack[kStackSize];
-    int top = 0;
-    stack[top++] = {0, frustum.Depth(placed(hierarchy_[0].box))};
-    while (top > 0) {
-        const Pending pending = stack[--top];
-        const Node& node = hierarchy_[pending.node];
-        if (!(pending.depth < bestDepth ||
-              (pending.depth == bestDepth && node.minOrdinal < tieLimit)))
-            continue;
+    // The exact test of one item, its box placed by the transforms above the partition.
+    auto consider = [&](std::uint32_t ordinal) {
+        const ZtOaNode* node = nodes_[ordinal];
+        ZtLBox3f box;
+        node->GetBoundingBox(&box);
+        box = link.MapBox(box);
         ++tests;
-        if (!frustum.Intersects(placed(node.box)))
-            continue;
-        if (node.count == 0) {
-            assert(top + 2 <= kStackSize);
-            const std::uint32_t a = pending.node + 1, b = node.second;
-            const double da = frustum.Depth(placed(hierarchy_[a].box));
-            const double db = frustum.Depth(placed(hierarchy_[b].box));
-            // The nearer child goes on top, so that it is searched first.
-            if (da <= db) {
-                stack[top++] = {b, db};
-                stack[top++] = {a, da};
-            } else {
-                stack[top++] = {a, da};
-                stack[top++] = {b, db};
-            }
-            continue;
+        if (!pick.IsCandidate(node->GetPropertyBits(), box))
+            return;
+        const double d = frustum.Depth(box);
+        if (mayBeat(d, ordinal)) {
+            bestDepth = d;
+            best = tieLimit = ordinal;
         }
-        for (std::uint32_t i = node.first; i < node.first + node.count; ++i) {
-            const Item& item = items_[i];
-            // The tie test above pruned by this.
-            assert(node.minOrdinal <= item.ordinal);
-            ++tests;
-            const ZtLBox3f box = placed(item.box);
-            if (!pick.IsCandidate(item.propertyBits, box))
+    };
+    for (std::uint32_t ordinal : odd_)
+        consider(ordinal);
+
+    if (!hierarchy_.IsEmpty()) {
+        // Boxes are tested where the transforms above the partition place them: a placed
+        // box holds the placed boxes of what it holds, so the hierarchy prunes as it
+        // does unplaced.
+        struct Pending {
+            std::uint32_t node;
+            double depth;
+            ZtLBox3f placed;
+        };
+        auto pending = [&](std::uint32_t node) {
+            const ZtLBox3f placed = link.MapBox(hierarchy_.GetNodeBox(node));
+            return Pending{node, frustum.Depth(placed), placed};
+        };
+        // Each step pops one node and pushes at most two, so the stack never holds more
+        // than the hierarchy's depth plus one. Each split of a range either lengthens the
+        // common start of its 64-bit keys or halves it, so the depth stays below 100.
+        constexpr int kStackSize = 100;
+        Pending stack[kStackSize];
+        int top = 0;
+        stack[top++] = pending(ZtOcBoxHierarchy::kRoot);
+        while (top > 0) {
+            const Pending at = stack[--top];
+            if (!(at.depth < bestDepth ||
+                  (at.depth == bestDepth && hierarchy_.GetMinOrdinal(at.node) < tieLimit)))
                 continue;
-            const double d = frustum.Depth(box);
-            if (d < bestDepth || (d == bestDepth && item.ordinal < tieLimit)) {
-                bestDepth = d;
-                best = tieLimit = item.ordinal;
+            ++tests;
+            // A node only narrows the search, which the exact test of each item ends: the
+            // frustum's chief axes turn away nearly all that the full test would.
+            if (!frustum.MayIntersect(at.placed))
+                continue;
+            if (!hierarchy_.IsLeaf(at.node)) {
+                assert(top + 2 <= kStackSize);
+                const Pending a = pending(hierarchy_.GetFirstChild(at.node));
+                const Pending b = pending(hierarchy_.GetSecondChild(at.node));
+                // The nearer child goes on top, so that it is searched first; of equally
+                // near ones the one with the earlier items, which wins ties.
+                const bool aFirst = a.depth < b.depth ||
+                                    (a.depth == b.depth && hierarchy_.GetMinOrdinal(a.node) <=
+                                                               hierarchy_.GetMinOrdinal(b.node));
+                stack[top++] = aFirst ? b : a;
+                stack[top++] = aFirst ? a : b;
+                continue;
+            }
+            const std::uint32_t first = hierarchy_.GetFirstItem(at.node);
+            const std::uint32_t end = first + hierarchy_.GetNumLeafItems(at.node);
+            for (std::uint32_t item = first; item < end; ++item) {
+                // The tie test above pruned by this.
+                assert(hierarchy_.GetMinOrdinal(at.node) <= hierarchy_.GetOrdinal(item));
+                consider(hierarchy_.GetOrdinal(item));
             }
         }
     }

@@ -1,4 +1,5 @@
 #pragma once
+#include "ztcore/ZtOcBoxHierarchy.h"
 #include "ztlinear/ZtLAffine3f.h"
 #include "ztlinear/ZtLBox3f.h"
 #include "ztobject/ZtOaNodeCache.h"
@@ -19,10 +20,12 @@ class ZtOcPickFrustumTraversal;
 // indexed once, whatever is added beside it.
 //
 // Every node below the partition is listed in depth-first order, its position in that
-// order being its ordinal; the nodes with a box are the hierarchy's items. Boxes are kept
-// in the coordinates of the partition's children; a nested partition's bounds are placed
-// by its transform. A search reports to the pick exactly what a walk of the subtree
-// would, boxes placed by the transforms above included: the nearest candidate, of
+// order being its ordinal; the nodes with a box are the hierarchy's items
+// (ZtOcBoxHierarchy), in the coordinates of the partition's children: a search fetches
+// the exact boxes of the few items in the leaves that its nodes leave in question. Boxes the
+// hierarchy can't hold (reaching to infinity, say) are tested one by one in every search. A nested
+// partition's bounds are placed by its transform. A search reports to the pick exactly what a walk
+// of the subtree would, boxes placed by the transforms above included: the nearest candidate, of
 // equally near ones the one first in depth-first order.
 class ZtOcGeometryIndex : public ZtOaNodeCache {
 public:
@@ -35,7 +38,16 @@ public:
     // coordinates of the partition's children.
     const ZtLBox3f& GetBounds() const { return bounds_; }
     // Nodes with a box, nested partitions' not counted.
-    std::size_t GetNumItems() const { return items_.size(); }
+    std::size_t GetNumItems() const { return hierarchy_.GetNumItems() + odd_.size(); }
+    // Bytes held by this index, nested partitions' not counted.
+    std::size_t GetMemoryBytes() const;
+
+    // Makes the indexes of `partitions` at once, on `threads` threads (0: one a core), so
+    // that Of finds them made. Each is made as Of would make it; the partitions
+    // must be distinct, none below another, and untouched by other threads meanwhile.
+    // An exception on a worker thread comes out here, after every thread has ended.
+    static void MakeAll(const std::vector<const ZtOaPartition*>& partitions,
+                        std::size_t threads = 0);
 
     // Offers the candidates of the subtree to `pick`, as a walk from `link` (the
     // partition's own link, with the transform that places the partition's children in
@@ -45,22 +57,7 @@ public:
 
 private:
     static constexpr std::uint32_t kNone = 0xFFFFFFFFu;
-    static constexpr std::uint32_t kLeafSize = 4;
 
-    struct Item {
-        ZtLBox3f box;
-        std::uint32_t ordinal;
-        std::uint32_t propertyBits;
-    };
-    // An inner node's first child follows it; `second` is the other one. A leaf holds
-    // `count` items from `first` on.
-    struct Node {
-        ZtLBox3f box;
-        std::uint32_t first;
-        std::uint32_t count;
-        std::uint32_t second;
-        std::uint32_t minOrdinal;
-    };
     struct Nested {
         std::uint32_t ordinal;
         const ZtOcGeometryIndex* index;
@@ -69,7 +66,6 @@ private:
     };
 
     void Collect(const ZtOaPartition& partition);
-    std::uint32_t Build(std::uint32_t first, std::uint32_t count);
     // The ordinal of the own item nearest to the eye, of equally near ones the first, of
     // those that the pick's present best leaves possible; kNone if there is none.
     // `link` is the partition's, as in Search.
@@ -83,8 +79,8 @@ private:
 
     std::vector<const ZtOaNode*> nodes_;
     std::vector<std::uint32_t> parents_; // by ordinal; kNone below the partition itself
-    std::vector<Item> items_;
-    std::vector<Node> hierarchy_;
+    ZtOcBoxHierarchy hierarchy_;
+    std::vector<std::uint32_t> odd_; // ordinals of boxes the hierarchy can't hold
     std::vector<Nested> nested_;
     ZtLBox3f bounds_;
 };

@@ -1,4 +1,5 @@
 #pragma once
+#include <bit>
 #include <cstdint>
 #include <cstring>
 
@@ -10,7 +11,14 @@ inline std::uint16_t ZtDgnWord(const unsigned char* p) {
 }
 
 inline std::uint32_t ZtDgnUInt32(const unsigned char* p) {
-    return (static_cast<std::uint32_t>(ZtDgnWord(p)) << 16) | ZtDgnWord(p + 2);
+    if constexpr (std::endian::native == std::endian::little) {
+        // One load: the two words swap places.
+        std::uint32_t value;
+        std::memcpy(&value, p, sizeof value);
+        return std::rotl(value, 16);
+    } else {
+        return (static_cast<std::uint32_t>(ZtDgnWord(p)) << 16) | ZtDgnWord(p + 2);
+    }
 }
 
 inline std::int32_t ZtDgnInt32(const unsigned char* p) {

@@ -2,6 +2,7 @@
 #include <bit>
 #include <cstddef>
 #include <new>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -9,6 +10,9 @@
 // system can back them with huge pages, which makes first touching them much cheaper.
 void* ZtDgnAllocateBlock(std::size_t bytes);
 void ZtDgnFreeBlock(void* block, std::size_t bytes);
+// Asks the system to back the whole 2 MiB pages inside [block, block + bytes) with huge
+// pages, for memory that did not come from ZtDgnAllocateBlock. Only advice.
+void ZtDgnAdviseHugePages(void* block, std::size_t bytes);
 
 // A growing array that never moves its items: storage comes in chunks that double in size
 // (chunk k holds kFirstChunk << k items), so that pointers to items stay valid, growth
@@ -21,22 +25,41 @@ public:
     ZtDgnChunkedArray(const ZtDgnChunkedArray&) = delete;
     ZtDgnChunkedArray& operator=(const ZtDgnChunkedArray&) = delete;
     ~ZtDgnChunkedArray() {
-        for (std::size_t i = 0; i < size_; ++i)
-            (*this)[i].~T();
-        for (std::size_t k = 0; k < chunks_.size(); ++k)
+        for (std::size_t k = 0; k < chunks_.size(); ++k) {
+            if constexpr (!std::is_trivially_destructible_v<T>) {
+                T* end = k + 1 == chunks_.size() ? next_ : chunks_[k] + ChunkItems(k);
+                for (T* item = chunks_[k]; item != end; ++item)
+                    item->~T();
+            }
             ZtDgnFreeBlock(chunks_[k], ChunkItems(k) * sizeof(T));
+        }
     }
 
     template <class... Args> T& Emplace(Args&&... args) {
-        const std::size_t k = ChunkOf(size_);
-        if (k == chunks_.size()) {
-            // Room in the list first, so that a block is never left out of it.
-            chunks_.reserve(k + 1);
-            chunks_.push_back(static_cast<T*>(ZtDgnAllocateBlock(ChunkItems(k) * sizeof(T))));
-        }
-        T* item = new (&chunks_[k][size_ - ChunkStart(k)]) T(std::forward<Args>(args)...);
+        if (next_ == chunkEnd_)
+            NewChunk();
+        T* item = new (next_) T(std::forward<Args>(args)...);
+        ++next_;
         ++size_;
         return *item;
+    }
+
+    // Appends `count` items (no more than one first chunk holds) side by side in one
+    // chunk, left as the storage has them, and gives the first one and its index. Where
+    // the present chunk has too little room, its rest is passed over: those indexes hold
+    // no item. For plain data only.
+    T* AppendRun(std::size_t count, std::size_t* first) {
+        static_assert(std::is_trivial_v<T>, "runs hold plain data");
+        if (static_cast<std::size_t>(chunkEnd_ - next_) < count) {
+            const auto rest = static_cast<std::size_t>(chunkEnd_ - next_);
+            NewChunk();
+            size_ += rest;
+        }
+        T* run = next_;
+        *first = size_;
+        next_ += count;
+        size_ += count;
+        return run;
     }
 
     std::size_t Size() const { return size_; }
@@ -58,6 +81,17 @@ private:
         return static_cast<std::size_t>(std::bit_width(index / kFirstChunk + 1)) - 1;
     }
 
+    void NewChunk() {
+        const std::size_t k = chunks_.size();
+        chunks_.reserve(k + 1);
+        next_ = static_cast<T*>(ZtDgnAllocateBlock(ChunkItems(k) * sizeof(T)));
+        chunks_.push_back(next_);
+        chunkEnd_ = next_ + ChunkItems(k);
+    }
+
     std::vector<T*> chunks_;
     std::size_t size_ = 0;
+    // Where the next item goes, and the end of the last chunk: equal when it is full.
+    T* next_ = nullptr;
+    T* chunkEnd_ = nullptr;
 };

@@ -40,3 +40,11 @@ void ZtDgnFreeBlock(void* block, std::size_t bytes) {
     else
         ::munmap(block, RoundUp(bytes));
 }
+
+void ZtDgnAdviseHugePages(void* block, std::size_t bytes) {
+    const auto address = reinterpret_cast<std::uintptr_t>(block);
+    const std::uintptr_t start = (address + kHugePage - 1) / kHugePage * kHugePage;
+    const std::uintptr_t end = (address + bytes) / kHugePage * kHugePage;
+    if (start < end)
+        ::madvise(reinterpret_cast<void*>(start), end - start, MADV_HUGEPAGE);
+}

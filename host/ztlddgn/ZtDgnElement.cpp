@@ -60,22 +60,3 @@ const char* ZtDgnTypeName(int type) {
         return nullptr;
     }
 }
-
-bool ZtDgnIsGraphicType(int type) {
-    return ZtDgnTypeName(type) != nullptr;
-}
-
-bool ZtDgnHasTotalLength(int type) {
-    switch (type) {
-    case 2:
-    case 7:
-    case 12:
-    case 14:
-    case 18:
-    case 19:
-    case 34: // shared cell definition: not drawn itself, but its components must be passed
-        return true;
-    default:
-        return false;
-    }
-}

@@ -34,6 +34,8 @@ public:
 
     std::uint32_t GetSlot() const { return slot_; }
     const ZtDgnModel* GetModel() const { return model_; }
+    // For the loader, while the model is being built.
+    void AddComponent(ZtOaNode* component) { AppendChild(component); }
 
     const ZtOaAttribute* FindAttribute(const char* name) const override;
     void VisitProperties(ZtOaPropertyVisitor& visitor) const override;

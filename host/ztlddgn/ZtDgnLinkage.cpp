@@ -57,22 +57,6 @@ ZtDgnLinkageKind ZtDgnClassifyLinkage(const std::uint16_t* words, std::size_t le
     }
 }
 
-std::size_t ZtDgnMeasureLinkages(const unsigned char* area, std::size_t count, bool* overrun) {
-    std::size_t at = 0;
-    while (at < count) {
-        const std::size_t length = ZtDgnLinkageLength(ZtDgnWord(area + 2 * at));
-        if (length > count - at)
-            break;
-        at += length;
-    }
-    for (std::size_t rest = at; rest < count; ++rest)
-        if (ZtDgnWord(area + 2 * rest) != 0) {
-            *overrun = true;
-            break;
-        }
-    return at;
-}
-
 std::uint64_t ZtDgnFindDmrs(const std::uint16_t* words, std::size_t count) {
     std::size_t at = 0;
     while (at < count) {

@@ -1,4 +1,6 @@
 #pragma once
+#include "ztlddgn/ZtDgnBytes.h"
+
 #include <cstddef>
 #include <cstdint>
 
@@ -33,7 +35,23 @@ ZtDgnLinkageKind ZtDgnClassifyLinkage(const std::uint16_t* words, std::size_t le
 // The number of leading words of a linkage area of `count` words (as read from the file,
 // two bytes each) that whole linkages cover. Words behind them that are not all zero set
 // `overrun`: a linkage there runs past the end of its element.
-std::size_t ZtDgnMeasureLinkages(const unsigned char* area, std::size_t count, bool* overrun);
+// Inline: the loader asks it once an element.
+inline std::size_t ZtDgnMeasureLinkages(const unsigned char* area, std::size_t count,
+                                        bool* overrun) {
+    std::size_t at = 0;
+    while (at < count) {
+        const std::size_t length = ZtDgnLinkageLength(ZtDgnWord(area + 2 * at));
+        if (length > count - at)
+            break;
+        at += length;
+    }
+    for (std::size_t rest = at; rest < count; ++rest)
+        if (ZtDgnWord(area + 2 * rest) != 0) {
+            *overrun = true;
+            break;
+        }
+    return at;
+}
 
 // The DMRS value of the first DMRS linkage among well-formed linkage words that is not all
 // zero, its first word in the top bits; 0 if there is none. Four zero words are padding,

@@ -40,6 +40,16 @@ std::unique_ptr<ZtDgnModel> ZtDgnLoaderPlugin::LoadModel(const wchar_t* path, Zt
     return ZtDgnReadModel(path, names, GetOption10(), progress, reason);
 }
 
+std::unique_ptr<ZtDgnModel>
+ZtDgnLoaderPlugin::DecodeModel(const wchar_t* path, ZtOpProgress* progress, std::string* reason) {
+    return ZtDgnDecodeModel(path, progress, reason);
+}
+
+void ZtDgnLoaderPlugin::AdoptModel(ZtDgnModel& model, ZtUNameDict* names) {
+    model.BindNames(names);
+    model.SetOption10AtLoad(GetOption10());
+}
+
 ZtDgnLoaderPlugin* ZtDgnRegisterLoaderPlugin() {
     if (ZtOpPlugin* present = ZtOpDB::GetPluginByName(ZtDgnLoaderPlugin::kRegisteredName))
         return dynamic_cast<ZtDgnLoaderPlugin*>(present);

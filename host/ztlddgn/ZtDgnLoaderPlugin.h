@@ -29,6 +29,13 @@ public:
     // Loads `path` as a model (see ZtDgnReadModel), noting option 10's present value.
     std::unique_ptr<ZtDgnModel> LoadModel(const wchar_t* path, ZtUNameDict* names,
                                           ZtOpProgress* progress, std::string* reason);
+    // LoadModel in two halves, for files read ahead on other threads: DecodeModel reads
+    // the file and touches nothing shared (ZtDgnDecodeModel); AdoptModel, on the document's
+    // thread, names the model and notes option 10's present value, so that the model is
+    // what LoadModel would have given at that point.
+    static std::unique_ptr<ZtDgnModel> DecodeModel(const wchar_t* path, ZtOpProgress* progress,
+                                                   std::string* reason);
+    void AdoptModel(ZtDgnModel& model, ZtUNameDict* names);
 };
 
 // The loader registered in ZtOpDB, registering it first if no plug-in has its name yet;

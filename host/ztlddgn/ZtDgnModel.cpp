@@ -8,9 +8,9 @@
 #include "ztutil/ZtUResource.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstring>
 #include <limits>
+#include <typeinfo>
 
 namespace {
 
@@ -18,6 +18,7 @@ constexpr const char* kSceneProps = "ZtDgnSceneProps";
 constexpr const char* kUorsPerMaster = "ZtDgnUORsPerMaster";
 constexpr const char* kDmrsAttribute = "ZtDgnDMRSAttribute";
 constexpr const char* kElementCategory = "ZtDgnElement";
+constexpr std::uint16_t kAttributesPresent = 0x0800;
 constexpr const char* kAttributeCategory = "ZtDgnPDSAttributes";
 
 ZtUData IntData(int value) {
@@ -59,10 +60,19 @@ std::wstring LastName(const wchar_t* path) {
 
 } // namespace
 
-ZtDgnModel::ZtDgnModel(const wchar_t* path, ZtUNameDict* names)
-    : ZtOaPartition(LastName(path).c_str(), path, Ownership::kBorrowsChildren),
-      ownNames_(names ? nullptr : std::make_unique<ZtUNameDict>()),
-      names_(names ? names : ownNames_.get()) {
+ZtDgnModel::ZtDgnModel(const wchar_t* path, ZtUNameDict* names) : ZtDgnModel(path, UnnamedTag{}) {
+    BindNames(names);
+}
+
+ZtDgnModel::ZtDgnModel(const wchar_t* path, UnnamedTag)
+    : ZtOaPartition(LastName(path).c_str(), path, Ownership::kBorrowsChildren) {
+    SetHeader(header_);
+}
+
+void ZtDgnModel::BindNames(ZtUNameDict* names) {
+    if (!names)
+        ownNames_ = std::make_unique<ZtUNameDict>();
+    names_ = names ? names : ownNames_.get();
     category_ = names_->Find(L"Element", kElementCategory);
     typeName_ = names_->Find(L"Type", "ZtDgnType");
     graphicGroupName_ = names_->Find(L"Graphic Group", "ZtDgnGraphicGroup");
@@ -83,23 +93,10 @@ ZtDgnModel::ZtDgnModel(const wchar_t* path, ZtUNameDict* names)
         ZtOaProperty(names_->Find(L"UORs per Master Unit", kUorsPerMaster), ZtUData()));
     sceneProps_ = sceneProps.get();
     AddAttribute(sceneProps.release());
-    SetHeader(header_);
+    SetUorsPerMaster(uorsPerMaster_);
 }
 
-ZtDgnModel::~ZtDgnModel() {
-    if (linkageStore_)
-        ZtDgnFreeBlock(linkageStore_, linkageCapacity_ * sizeof *linkageStore_);
-}
-
-void ZtDgnModel::GrowLinkageStore(std::size_t capacity) {
-    auto* store = static_cast<std::uint16_t*>(ZtDgnAllocateBlock(capacity * sizeof *linkageStore_));
-    if (linkageSize_)
-        std::memcpy(store, linkageStore_, linkageSize_ * sizeof *linkageStore_);
-    if (linkageStore_)
-        ZtDgnFreeBlock(linkageStore_, linkageCapacity_ * sizeof *linkageStore_);
-    linkageStore_ = store;
-    linkageCapacity_ = capacity;
-}
+ZtDgnModel::~ZtDgnModel() = default;
 
 void ZtDgnModel::SetHeader(const ZtDgnModelHeader& header) {
     header_ = header;
@@ -108,6 +105,8 @@ void ZtDgnModel::SetHeader(const ZtDgnModelHeader& header) {
 
 void ZtDgnModel::SetUorsPerMaster(double factor) {
     uorsPerMaster_ = factor;
+    if (!sceneProps_)
+        return;
     ZtUData value;
     value.SetDouble(factor);
     sceneProps_->EditPropertyVector().Edit(0)->SetValue(value);
@@ -124,34 +123,69 @@ std::uint64_t ZtDgnModel::GetDmrs(std::size_t slot) const {
     return ZtDgnFindDmrs(GetLinkageWords(element), element.linkageWords);
 }
 
-ZtOaNode* ZtDgnModel::AddElement(const ZtDgnElement& element, const unsigned char* linkages,
-                                 std::size_t linkageCount, bool group, ZtDgnGroupNode* parent) {
-    const std::size_t first = linkageSize_;
-    if (first > std::numeric_limits<std::uint32_t>::max() - linkageCount ||
-        elements_.Size() >= std::numeric_limits<std::uint32_t>::max())
+void ZtDgnModel::ReserveForFile(std::uint64_t fileBytes) {
+    // No file holds more top-level elements than headers fit into it. The room is only
+    // reserved, and a system maps in no more of it than is used; but a sparse file's size
+    // says nothing, so the room stays bounded.
+    constexpr std::uint64_t kMostReserved = std::uint64_t{1} << 24;
+    const auto count =
+        static_cast<std::size_t>(std::min(fileBytes / kZtDgnGraphicHeaderBytes, kMostReserved));
+    ReserveChildren(count);
+    ZtDgnAdviseHugePages(const_cast<ZtOaNode**>(GetChildArray()), count * sizeof(ZtOaNode*));
+}
+
+ZtOaNode* ZtDgnModel::AddElement(const ZtDgnRawElement& raw, std::uint32_t index, bool group,
+                                 ZtDgnGroupNode* parent, bool* linkageOverrun) {
+    const unsigned char* p = raw.bytes;
+    const unsigned char* area = nullptr;
+    std::size_t words = 0;
+    if (ZtDgnWord(p + 32) & kAttributesPresent) {
+        const std::size_t first = 32 + 2 * std::size_t{ZtDgnWord(p + 30)};
+        if (first > raw.size) {
+            *linkageOverrun = true;
+        } else {
+            area = p + first;
+            words = ZtDgnMeasureLinkages(area, (raw.size - first) / 2, linkageOverrun);
+        }
+    }
+    // A run may pass over the rest of a chunk: leave room for that in the 32-bit index.
+    constexpr std::size_t kMostWords = std::numeric_limits<std::uint32_t>::max();
+    if (linkages_.Size() + 2 * 65536 > kMostWords || elements_.Size() >= kMostWords)
         return nullptr;
-    const auto slot = static_cast<std::uint32_t>(elements_.Size());
-    ZtDgnElement& record = elements_.Emplace(element);
-    record.linkageFirst = static_cast<std::uint32_t>(first);
-    record.linkageWords = static_cast<std::uint16_t>(linkageCount);
-    if (first + linkageCount > linkageCapacity_)
-        GrowLinkageStore(std::max<std::size_t>(1024, 2 * (first + linkageCount)));
-    linkageSize_ = first + linkageCount;
-    if constexpr (std::endian::native == std::endian::little) {
-        if (linkageCount)
-            std::memcpy(linkageStore_ + first, linkages, 2 * linkageCount);
-    } else {
-        for (std::size_t i = 0; i < linkageCount; ++i)
-            linkageStore_[first + i] = ZtDgnWord(linkages + 2 * i);
+    std::size_t first = 0;
+    if (words) {
+        // Most elements have a linkage or two: a loop beats a call.
+        std::uint16_t* run = linkages_.AppendRun(words, &first);
+        for (std::size_t i = 0; i < words; ++i)
+            run[i] = ZtDgnWord(area + 2 * i);
     }
 
+    const auto slot = static_cast<std::uint32_t>(elements_.Size());
+    elements_.Emplace(ZtDgnElement{
+        raw.offset,
+        {ZtDgnRangeValue(p + 4), ZtDgnRangeValue(p + 8), ZtDgnRangeValue(p + 12),
+         ZtDgnRangeValue(p + 16), ZtDgnRangeValue(p + 20), ZtDgnRangeValue(p + 24)},
+        index,
+        static_cast<std::uint32_t>(first),
+        static_cast<std::uint16_t>(words),
+        ZtDgnWord(p + 28),
+        static_cast<std::uint8_t>(p[1] & 0x7F),
+        p[0],
+        p[35],
+        p[34],
+    });
     ZtOaNode* node = group ? static_cast<ZtOaNode*>(&groups_.Emplace(this, slot))
                            : static_cast<ZtOaNode*>(&leaves_.Emplace(this, slot));
     if (parent)
-        parent->AddChild(node);
+        parent->AddComponent(node);
     else
-        AddChild(node);
+        AppendChild(node);
     return node;
+}
+
+void ZtDgnModel::FinishLoad(std::uint32_t fileElementCount) {
+    fileElementCount_ = fileElementCount;
+    NoteEdit();
 }
 
 const ZtOaProperty& ZtDgnModel::GraphicGroupProperty(std::uint16_t group) const {
@@ -178,8 +212,11 @@ void ZtDgnModel::AttachAttributes(std::unique_ptr<ZtDgnAttributeStore> store) {
     if (store)
         store->Bind(names_);
     attributeStore_ = std::move(store);
-    // Lists made before hold the old attributes.
+    // Lists and tuples made before hold the old attributes.
     attributes_.clear();
+    tuplesBuilt_ = false;
+    elementTuples_ = {};
+    tupleElements_ = {};
 }
 
 // Made on first demand: a pick asks a handful of nodes, and a model of millions of
@@ -222,4 +259,73 @@ const ZtOaAttribute* ZtDgnModel::FindElementAttribute(std::uint32_t slot, const 
          std::strcmp(name, kAttributeCategory) != 0))
         return nullptr;
     return ElementAttributes(slot).Find(name);
+}
+
+std::uint32_t ZtDgnModel::GetNumFindTuples() const {
+    if (!tuplesBuilt_)
+        BuildFindTuples();
+    return static_cast<std::uint32_t>(tupleElements_.size());
+}
+
+// One pass over the records. Elements with attributes have properties of their own and no
+// tuple; so have those met after the tuples' numbers ran out.
+void ZtDgnModel::BuildFindTuples() const {
+    const std::size_t count = elements_.Size();
+    elementTuples_.assign(count, kNoElementTuple);
+    tupleElements_.clear();
+    std::unordered_map<std::uint64_t, std::uint16_t> known;
+    std::uint64_t lastKey = ~std::uint64_t{0};
+    std::uint16_t lastTuple = kNoElementTuple;
+    for (std::size_t slot = 0; slot < count; ++slot) {
+        if (attributeStore_ && !attributeStore_->GetElementPairs(slot).empty())
+            continue;
+        const ZtDgnElement& e = elements_[slot];
+        // Every field that VisitElementProperties reads, bar the file, which is the model's.
+        const std::uint64_t key =
+            static_cast<std::uint64_t>(e.GetLevel()) | std::uint64_t{e.colour} << 8 |
+            std::uint64_t{static_cast<std::uint8_t>(e.type & 0x7F)} << 16 |
+            std::uint64_t{e.graphicGroup} << 24 | static_cast<std::uint64_t>(e.GetWeight()) << 40 |
+            static_cast<std::uint64_t>(e.GetStyle()) << 48;
+        if (key != lastKey) {
+            const auto found = known.find(key);
+            if (found != known.end()) {
+                lastTuple = found->second;
+            } else if (tupleElements_.size() < kNoElementTuple) {
+                lastTuple = static_cast<std::uint16_t>(tupleElements_.size());
+                known.emplace(key, lastTuple);
+                tupleElements_.push_back(static_cast<std::uint32_t>(slot));
+            } else {
+                lastTuple = kNoElementTuple;
+            }
+            lastKey = key;
+        }
+        elementTuples_[slot] = lastTuple;
+    }
+    tuplesBuilt_ = true;
+}
+
+// The exact class is asked, not a cast: this runs once an element of a walk.
+std::uint32_t ZtDgnModel::GetFindTuple(const ZtOaNode& node) const {
+    std::uint32_t slot;
+    if (typeid(node) == typeid(ZtDgnElementNode)) {
+        const auto& leaf = static_cast<const ZtDgnElementNode&>(node);
+        if (leaf.GetModel() != this)
+            return kNoTuple;
+        slot = leaf.GetSlot();
+    } else if (typeid(node) == typeid(ZtDgnGroupNode)) {
+        const auto& group = static_cast<const ZtDgnGroupNode&>(node);
+        if (group.GetModel() != this)
+            return kNoTuple;
+        slot = group.GetSlot();
+    } else {
+        return kNoTuple;
+    }
+    if (!tuplesBuilt_)
+        BuildFindTuples();
+    const std::uint16_t tuple = elementTuples_[slot];
+    return tuple == kNoElementTuple ? kNoTuple : tuple;
+}
+
+void ZtDgnModel::VisitFindTuple(std::uint32_t tuple, ZtOaPropertyVisitor& visitor) const {
+    VisitElementProperties(tupleElements_[tuple], visitor);
 }

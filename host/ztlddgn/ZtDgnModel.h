@@ -2,9 +2,11 @@
 #include "ztlddgn/ZtDgnChunkedArray.h"
 #include "ztlddgn/ZtDgnElement.h"
 #include "ztlddgn/ZtDgnElementNode.h"
+#include "ztlddgn/ZtDgnElementStream.h"
 #include "ztlinear/ZtLBox3f.h"
 #include "ztobject/ZtOaPartition.h"
 #include "ztobject/ZtOaProperty.h"
+#include "ztplugin/ZtOpFindTupleSource.h"
 
 #include <cstdint>
 #include <memory>
@@ -36,13 +38,24 @@ struct ZtDgnModelHeader {
 // Element data lives in compact records in the model, not in the nodes; the attributes
 // and properties that nodes hand out are made from the records when first asked for and
 // shared wherever the values are the same.
-class ZtDgnModel : public ZtOaPartition {
+//
+// For selecting, the model is a tuple source: an element's tuple is its level, colour, type,
+// graphic group, weight and style, for elements without attributes.
+class ZtDgnModel : public ZtOaPartition, public ZtOpFindTupleSource {
 public:
     // `path` becomes the source file name, and its last name the partition's name. The
     // names of properties are interned in `names` (the document's dictionary), which
     // must outlive the model; without one the model keeps a dictionary of its own.
     ZtDgnModel(const wchar_t* path, ZtUNameDict* names);
+    // A model with no names yet, which touches no dictionary and so may be built on a
+    // thread of its own; BindNames must be called before anything but the building.
+    struct UnnamedTag {};
+    ZtDgnModel(const wchar_t* path, UnnamedTag);
     ~ZtDgnModel() override;
+
+    // Interns the names of the model's properties in `names` (its own dictionary if null)
+    // and gives the partition its scene attribute; once, for a model made unnamed.
+    void BindNames(ZtUNameDict* names);
 
     // The control block's facts, and the scene attribute that goes with them.
     void SetHeader(const ZtDgnModelHeader& header);
@@ -58,7 +71,6 @@ public:
     void SetOption10AtLoad(bool value) { option10AtLoad_ = value; }
     // Elements in the file, the control block, non-graphic and deleted ones included.
     std::uint32_t GetFileElementCount() const { return fileElementCount_; }
-    void SetFileElementCount(std::uint32_t count) { fileElementCount_ = count; }
     // Whatever the loader passed over in a file that loaded all the same.
     const std::vector<std::string>& GetWarnings() const { return warnings_; }
     void AddWarning(std::string warning) { warnings_.push_back(std::move(warning)); }
@@ -68,19 +80,24 @@ public:
     const ZtDgnElement& GetElement(std::size_t slot) const { return elements_[slot]; }
     // The element's range divided by the factor (the global origin is not applied).
     ZtLBox3f GetElementBox(std::size_t slot) const;
-    // The element's linkage words, whole linkages only.
+    // The element's linkage words, whole linkages only; null if it has none.
     const std::uint16_t* GetLinkageWords(const ZtDgnElement& element) const {
-        return linkageStore_ + element.linkageFirst;
+        return element.linkageWords ? &linkages_[element.linkageFirst] : nullptr;
     }
     // The element's DMRS value (see ZtDgnFindDmrs); 0 if it has none.
     std::uint64_t GetDmrs(std::size_t slot) const;
 
-    // Building, for the reader: adds an element's record with `linkageCount` linkage words
-    // (taken from the file bytes at `linkages`) and makes its node, a group if `group`.
-    // The node is added to `parent`, or to the model itself if `parent` is null. Returns
-    // the new node, or null if the linkage store would grow past its addressable size.
-    ZtOaNode* AddElement(const ZtDgnElement& element, const unsigned char* linkages,
-                         std::size_t linkageCount, bool group, ZtDgnGroupNode* parent);
+    // Building, for the reader. First room for the top-level elements of a file of
+    // `fileBytes`, then each graphic element (`raw`, at least a graphic header long, the
+    // `index`th of the file) decoded straight into the model's arrays with its node, a
+    // group if `group`, added to `parent` or, if that is null, to the model itself. Gives
+    // the node, or null if the model can hold no more elements or linkage words. Sets
+    // `linkageOverrun` if linkages run past the element's end (they are kept up to
+    // there). Last, the number of elements in the file, which ends the building.
+    void ReserveForFile(std::uint64_t fileBytes);
+    ZtOaNode* AddElement(const ZtDgnRawElement& raw, std::uint32_t index, bool group,
+                         ZtDgnGroupNode* parent, bool* linkageOverrun);
+    void FinishLoad(std::uint32_t fileElementCount);
 
     // Gives the elements the attributes of `store` (made for this model), in place of any
     // they had: each element whose key has rows gets the category "ZtDgnPDSAttributes".
@@ -92,35 +109,40 @@ public:
     const ZtOaAttribute* FindElementAttribute(std::uint32_t slot, const char* name) const;
     void VisitElementProperties(std::uint32_t slot, ZtOaPropertyVisitor& visitor) const;
 
+    std::uint32_t GetNumFindTuples() const override;
+    std::uint32_t GetFindTuple(const ZtOaNode& node) const override;
+    void VisitFindTuple(std::uint32_t tuple, ZtOaPropertyVisitor& visitor) const override;
+
 private:
+    // The tuple numbers that fit an element's two bytes; the last one means none.
+    static constexpr std::uint16_t kNoElementTuple = 0xFFFF;
+
+    void BuildFindTuples() const;
     const ZtOaProperty& GraphicGroupProperty(std::uint16_t group) const;
     const ZtOaAttributeList& ElementAttributes(std::uint32_t slot) const;
-    void GrowLinkageStore(std::size_t capacity);
 
     std::unique_ptr<ZtUNameDict> ownNames_;
-    ZtUNameDict* names_;
+    ZtUNameDict* names_ = nullptr;
     ZtDgnModelHeader header_;
     double uorsPerMaster_ = 1.0;
     bool option10AtLoad_ = true;
     std::uint32_t fileElementCount_ = 0;
     std::vector<std::string> warnings_;
-    ZtOaPropertyAttribute* sceneProps_; // owned by the partition's attribute list
+    ZtOaPropertyAttribute* sceneProps_ = nullptr; // owned by the partition's attribute list
 
     ZtDgnChunkedArray<ZtDgnElement> elements_;
-    // Linkage words of all elements back to back, in a block that grows by doubling as
-    // elements are read (never from the file's size, which may be a sparse file's).
-    std::uint16_t* linkageStore_ = nullptr;
-    std::size_t linkageSize_ = 0;
-    std::size_t linkageCapacity_ = 0;
+    // Linkage words of all elements, each element's side by side; the first chunk holds
+    // the longest element's.
+    ZtDgnChunkedArray<std::uint16_t, 65536> linkages_;
     ZtDgnChunkedArray<ZtDgnElementNode> leaves_;
     ZtDgnChunkedArray<ZtDgnGroupNode, 64> groups_;
 
     // The properties that element nodes share.
-    ZtUName* category_;
-    ZtUName* typeName_;
-    ZtUName* graphicGroupName_;
-    ZtUName* weightName_;
-    ZtUName* styleName_;
+    ZtUName* category_ = nullptr;
+    ZtUName* typeName_ = nullptr;
+    ZtUName* graphicGroupName_ = nullptr;
+    ZtUName* weightName_ = nullptr;
+    ZtUName* styleName_ = nullptr;
     std::vector<ZtOaProperty> levelProperties_;  // by level
     std::vector<ZtOaProperty> colourProperties_; // by colour
     std::vector<ZtOaProperty> typeProperties_;   // by type
@@ -130,4 +152,8 @@ private:
     std::unique_ptr<ZtDgnAttributeStore> attributeStore_;
     mutable std::unordered_map<std::uint16_t, std::unique_ptr<ZtOaProperty>> graphicGroups_;
     mutable std::unordered_map<std::uint32_t, std::unique_ptr<ZtOaAttributeList>> attributes_;
+    // Made on the first select: each element's tuple, and an element of each tuple.
+    mutable bool tuplesBuilt_ = false;
+    mutable std::vector<std::uint16_t> elementTuples_;
+    mutable std::vector<std::uint32_t> tupleElements_;
 };

@@ -2,7 +2,6 @@
 
 #include "ztlddgn/ZtDgnBytes.h"
 #include "ztlddgn/ZtDgnElementStream.h"
-#include "ztlddgn/ZtDgnLinkage.h"
 #include "ztplugin/ZtOpProgress.h"
 #include "ztutil/ZtUSysString.h"
 
@@ -14,11 +13,8 @@ namespace {
 
 // The control block must reach the global origin's last double.
 constexpr std::uint32_t kMinControlBlockBytes = 1264;
-// Graphic elements carry their range and display header in the first 36 bytes.
-constexpr std::uint32_t kGraphicHeaderBytes = 36;
 // Group headers carry their total length in the word at byte 36.
 constexpr std::uint32_t kGroupHeaderBytes = 38;
-constexpr std::uint16_t kAttributesPresent = 0x0800;
 constexpr std::uint32_t kProgressEvery = 1 << 16;
 
 std::string UnitName(const unsigned char* p) {
@@ -56,21 +52,6 @@ struct OpenGroup {
     ZtDgnGroupNode* node;
     bool skipped;
 };
-
-ZtDgnElement Decode(const ZtDgnRawElement& raw, std::uint32_t index) {
-    const unsigned char* p = raw.bytes;
-    ZtDgnElement element{};
-    element.offset = raw.offset;
-    element.index = index;
-    element.type = p[1] & 0x7F;
-    element.levelByte = p[0];
-    for (int i = 0; i < 6; ++i)
-        element.range[i] = ZtDgnRangeValue(p + 4 + 4 * i);
-    element.graphicGroup = ZtDgnWord(p + 28);
-    element.symbology = p[34];
-    element.colour = p[35];
-    return element;
-}
 
 // Opens `path` and reads its control block into `header`; false with the reason in `why`
 // for a file that is no design file or gives no units.
@@ -121,6 +102,16 @@ bool ZtDgnProbeModel(const wchar_t* path, std::string* reason) {
 
 std::unique_ptr<ZtDgnModel> ZtDgnReadModel(const wchar_t* path, ZtUNameDict* names, bool option10,
                                            ZtOpProgress* progress, std::string* reason) {
+    std::unique_ptr<ZtDgnModel> model = ZtDgnDecodeModel(path, progress, reason);
+    if (model) {
+        model->BindNames(names);
+        model->SetOption10AtLoad(option10);
+    }
+    return model;
+}
+
+std::unique_ptr<ZtDgnModel> ZtDgnDecodeModel(const wchar_t* path, ZtOpProgress* progress,
+                                             std::string* reason) {
     std::string ignored;
     std::string& why = reason ? *reason : ignored;
     ZtDgnElementStream stream;
@@ -128,9 +119,9 @@ std::unique_ptr<ZtDgnModel> ZtDgnReadModel(const wchar_t* path, ZtUNameDict* nam
     if (!ReadHeader(path, stream, &header, why))
         return nullptr;
 
-    auto model = std::make_unique<ZtDgnModel>(path, names);
+    auto model = std::make_unique<ZtDgnModel>(path, ZtDgnModel::UnnamedTag{});
     model->SetHeader(header);
-    model->SetOption10AtLoad(option10);
+    model->ReserveForFile(stream.GetFileSize());
 
     std::vector<OpenGroup> open;
     std::uint32_t index = 1;
@@ -162,7 +153,7 @@ std::unique_ptr<ZtDgnModel> ZtDgnReadModel(const wchar_t* path, ZtUNameDict* nam
         const int type = p[1] & 0x7F;
         bool skip =
             (!open.empty() && open.back().skipped) || (p[1] & 0x80) || !ZtDgnIsGraphicType(type);
-        if (!skip && raw.size < kGraphicHeaderBytes) {
+        if (!skip && raw.size < kZtDgnGraphicHeaderBytes) {
             skip = true;
             ++tooShort;
         }
@@ -170,20 +161,10 @@ std::unique_ptr<ZtDgnModel> ZtDgnReadModel(const wchar_t* path, ZtUNameDict* nam
 
         ZtOaNode* node = nullptr;
         if (!skip) {
-            const ZtDgnElement element = Decode(raw, elementIndex);
-            const unsigned char* linkages = nullptr;
-            std::size_t linkageWords = 0;
-            if (ZtDgnWord(p + 32) & kAttributesPresent) {
-                const std::size_t first = 32 + 2 * std::size_t{ZtDgnWord(p + 30)};
-                bool overrun = first > raw.size;
-                if (!overrun) {
-                    linkages = p + first;
-                    linkageWords = ZtDgnMeasureLinkages(linkages, (raw.size - first) / 2, &overrun);
-                }
-                linkageOverruns += overrun;
-            }
-            node = model->AddElement(element, linkages, linkageWords, opensGroup,
-                                     open.empty() ? nullptr : open.back().node);
+            bool overrun = false;
+            node = model->AddElement(raw, elementIndex, opensGroup,
+                                     open.empty() ? nullptr : open.back().node, &overrun);
+            linkageOverruns += overrun;
             if (!node) {
                 model->AddWarning("the file holds more linkage words than a model can keep; the "
                                   "elements from byte " +
@@ -211,7 +192,7 @@ std::unique_ptr<ZtDgnModel> ZtDgnReadModel(const wchar_t* path, ZtUNameDict* nam
     if (linkageOverruns)
         model->AddWarning(Count(linkageOverruns, "element has", "elements have") +
                           " linkages that run past the element's end; they are read up to there");
-    model->SetFileElementCount(index);
+    model->FinishLoad(index);
     if (progress)
         progress->SetProgress(1.0);
     return model;

@@ -1,6 +1,8 @@
 #include "ztlinear/ZtLPickFrustum3f.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 namespace {
 
@@ -58,8 +60,15 @@ ZtLPickFrustum3f::ZtLPickFrustum3f(const ZtLFrustum3f& frustum) : frustum_(frust
         AddAxis(n);
     }
     const ZtLVec3f boxAxes[3] = {ZtLUnitVec3f::X(), ZtLUnitVec3f::Y(), ZtLUnitVec3f::Z()};
-    for (const ZtLVec3f& axis : boxAxes)
-        AddAxis(axis);
+    boxAxesFirst_ = axisCount_;
+    for (int k = 0; k < 3; ++k) {
+        const int before = axisCount_;
+        AddAxis(boxAxes[k]);
+        const double none = std::numeric_limits<double>::quiet_NaN();
+        boundsLow_[k] = axisCount_ > before ? axes_[before].low : none;
+        boundsHigh_[k] = axisCount_ > before ? axes_[before].high : none;
+    }
+    chiefAxisCount_ = axisCount_;
     const ZtLVec3f edges[6] = {right, up, rays[0], rays[1], rays[2], rays[3]};
     for (const ZtLVec3f& axis : boxAxes)
         for (const ZtLVec3f& edge : edges)
@@ -83,15 +92,40 @@ void ZtLPickFrustum3f::AddAxis(const ZtLVec3f& direction) {
 }
 
 bool ZtLPickFrustum3f::Intersects(const ZtLBox3f& box) const {
+    return MeetsOnAxes(box, axisCount_);
+}
+
+bool ZtLPickFrustum3f::MayIntersect(const ZtLBox3f& box) const {
+    return MeetsOnAxes(box, chiefAxisCount_);
+}
+
+bool ZtLPickFrustum3f::MeetsOnAxes(const ZtLBox3f& box, int axes) const {
     if (box.IsEmpty())
         return false;
-    for (int i = 0; i < axisCount_; ++i) {
-        const Axis& axis = axes_[i];
-        if (HighOnAxis(axis.direction, box) < axis.low ||
-            LowOnAxis(axis.direction, box) > axis.high)
-            return false;
-    }
-    return true;
+    // On a box axis the projections of a box whose coordinates are all finite are its
+    // own coordinates, so the frustum's bounding box answers for those three axes at
+    // once and turns most boxes away. A coordinate that is not finite makes the sums of
+    // the long way give another answer; such a box goes the long way only.
+    const ZtLPos3f& lo = box.GetMin();
+    const ZtLPos3f& hi = box.GetMax();
+    const bool finite = std::isfinite(lo.x) && std::isfinite(lo.y) && std::isfinite(lo.z) &&
+                        std::isfinite(hi.x) && std::isfinite(hi.y) && std::isfinite(hi.z);
+    if (finite)
+        for (int k = 0; k < 3; ++k)
+            if (hi[k] < boundsLow_[k] || lo[k] > boundsHigh_[k])
+                return false;
+    auto meets = [&](int from, int to) {
+        for (int i = from; i < to; ++i) {
+            const Axis& axis = axes_[i];
+            if (HighOnAxis(axis.direction, box) < axis.low ||
+                LowOnAxis(axis.direction, box) > axis.high)
+                return false;
+        }
+        return true;
+    };
+    // The bounds have answered for the box axes of a finite box: the long way gives the
+    // same sums there, a coordinate plus zeros.
+    return meets(0, boxAxesFirst_) && meets(finite ? chiefAxisCount_ : boxAxesFirst_, axes);
 }
 
 bool ZtLPickFrustum3f::Contains(const ZtLBox3f& box) const {

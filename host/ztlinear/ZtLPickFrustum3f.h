@@ -24,6 +24,10 @@ public:
     // True if the box and the frustum share a point; touching counts. An empty box meets
     // nothing.
     bool Intersects(const ZtLBox3f& box) const;
+    // False only where Intersects is false; true for every box that meets the frustum and
+    // some that do not. Tests the frustum's faces and its bounding box, the axes that
+    // turn most boxes away, and not the axes of its edges: for pruning a search cheaply.
+    bool MayIntersect(const ZtLBox3f& box) const;
     // True if every point of the box lies in the frustum, faces included.
     bool Contains(const ZtLBox3f& box) const;
     // The least depth of a point of the box along the view direction, from the eye.
@@ -36,12 +40,22 @@ private:
         double high;
     };
     void AddAxis(const ZtLVec3f& direction);
+    // Whether the box overlaps the frustum on each of the first `axes` axes.
+    bool MeetsOnAxes(const ZtLBox3f& box, int axes) const;
 
     ZtLFrustum3f frustum_;
     ZtLPos3f corners_[8];
     double eyeDepth_;
     Axis axes_[kMaxAxes];
     int axisCount_ = 0;
+    // The axes of the faces come first, then the box axes from boxAxesFirst_ on, all
+    // three of them: chiefAxisCount_ axes together.
+    int boxAxesFirst_ = 0;
+    int chiefAxisCount_ = 0;
+    // The ranges on the three box axes: the frustum's bounding box (NaN where an axis is
+    // missing, so that it turns nothing away).
+    double boundsLow_[3];
+    double boundsHigh_[3];
     // The six faces' planes with inward normals, as n·x >= d.
     ZtLVec3f faceNormals_[6];
     double faceDistances_[6];

@@ -38,6 +38,13 @@ protected:
     // Moves the edit count on. Out of line, so that every tree in the process shares the
     // one count.
     static void NoteEdit();
+    // For a tree built in bulk before anything can derive from it (a model being loaded):
+    // room for `count` children, and a child added without noting an edit, which the
+    // builder notes once at the end.
+    void ReserveChildren(std::size_t count) { children_.reserve(count); }
+    void AppendChild(ZtOaNode* child) { children_.push_back(child); }
+    // The children's array, for advice on its memory.
+    ZtOaNode* const* GetChildArray() const { return children_.data(); }
 
 private:
     std::vector<ZtOaNode*> children_;

@@ -9,18 +9,26 @@ class ZtOaNode;
 class ZtOaPartition;
 class ZtOpProgress;
 
-// An element that a find spec selected: the model (the nearest partition above it) and
-// the element's index in its model's file.
-struct ZtOpSelectedElement {
-    const ZtOaPartition* model;
-    std::int64_t index;
+// The elements that a find spec selected, in the walk's order: each element's index in its
+// model's file, and the models (the nearest partition above each element) as runs of
+// consecutive elements, so that a selection costs about its indices' memory.
+struct ZtOpTreeSelection {
+    struct Run {
+        const ZtOaPartition* model;
+        // The run's elements are indices[end of the run before (or 0), end).
+        std::size_t end;
+    };
+    std::vector<Run> runs;
+    std::vector<std::int64_t> indices;
 };
 
 // Evaluates each of `specs` on every node below `root` (itself included) that stands for
-// an element, in depth-first order. The result holds, for each spec in its order, the
-// elements it selected in that order. A node's properties are gathered once for all specs.
+// an element, in depth-first order. The result holds, for each find spec in its order, the
+// elements it selected in that order. A node's properties are gathered once for all find specs,
+// and the find specs are evaluated as ZtOpFindSpecEvaluator does.
 // With a progress, the walk reports now and then the share of `elements` (the number of
 // element nodes expected) it has passed.
-std::vector<std::vector<ZtOpSelectedElement>>
-ZtOpSelectInTree(const ZtOaNode& root, const std::vector<const ZtOpFindSpec*>& specs,
-                 ZtOpProgress* progress = nullptr, std::size_t elements = 0);
+std::vector<ZtOpTreeSelection> ZtOpSelectInTree(const ZtOaNode& root,
+                                                const std::vector<const ZtOpFindSpec*>& specs,
+                                                ZtOpProgress* progress = nullptr,
+                                                std::size_t elements = 0);

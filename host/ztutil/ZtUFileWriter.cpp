@@ -31,8 +31,18 @@ bool ZtUFileWriter::Write(const wchar_t* text, std::size_t length) {
     }
     if (ZtUWriteWatcher* watcher = ZtUFileScope::CurrentWatcher())
         watcher->Wrote(std::wstring_view(text, length));
-    for (std::size_t i = 0; i < length; ++i)
-        EncodeUnit(static_cast<unsigned>(text[i]));
+    for (std::size_t i = 0; i < length;) {
+        // Runs of ASCII, most of what is written, are copied as they stand.
+        std::size_t end = i;
+        while (end < length && static_cast<unsigned>(text[end]) < 0x80)
+            ++end;
+        if (end > i && !highSurrogate_) {
+            pending_.append(text + i, text + end);
+            i = end;
+            continue;
+        }
+        EncodeUnit(static_cast<unsigned>(text[i++]));
+    }
     if (pending_.size() >= kChunk)
         Flush();
     return !error_;

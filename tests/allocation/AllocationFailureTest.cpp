@@ -202,17 +202,22 @@ TEST_F(AllocationFailure, DisplaySetImportAndEvaluation) {
     RecordProperty("allocations", std::to_string(allocations));
 }
 
+// The control file's road on one thread, with its side files; then with its models read
+// ahead on two threads, where a read that fails on its thread must fail the road as a read
+// of that file at its turn would (the side files left out: they are read on the road's own
+// thread either way).
 TEST_F(AllocationFailure, ControlFileWithItsSideFiles) {
     std::unique_ptr<ZtOdPdsDriLoaderPlugin> loader;
     std::unique_ptr<OpenedSceneSet> opened;
-    const std::uint64_t allocations = FailEachAllocation({
+    OpenParameters parameters;
+    const Road road{
         [&] {
             state_ = std::make_unique<ZtOpState>();
             loader = std::make_unique<ZtOdPdsDriLoaderPlugin>();
         },
         [&] {
-            return Outcome{
-                OpenControlFile(*state_, *loader, ZtTestWide(kSample + "plant.dri"), {}, &opened)};
+            return Outcome{OpenControlFile(*state_, *loader, ZtTestWide(kSample + "plant.dri"),
+                                           parameters, &opened)};
         },
         [](const Outcome& outcome, std::uint64_t) {
             EXPECT_TRUE(outcome.status == 0 || outcome.status == kZtOdPdsUnreadableSet)
@@ -224,8 +229,13 @@ TEST_F(AllocationFailure, ControlFileWithItsSideFiles) {
             state_.reset();
             loader.reset();
         },
-    });
-    RecordProperty("allocations", std::to_string(allocations));
+    };
+    parameters.threads = 1;
+    RecordProperty("allocations", std::to_string(FailEachAllocation(road)));
+    parameters.threads = 2;
+    parameters.importTags = false;
+    parameters.importDisplaySets = false;
+    RecordProperty("allocations_read_ahead", std::to_string(FailEachAllocation(road)));
 }
 
 } // namespace

@@ -2,18 +2,20 @@
 
 #include "ztutil/ZtUMemory.h"
 
+#include <atomic>
 #include <cstddef>
 #include <cstdlib>
 #include <new>
 
 namespace {
 
-// One thread runs the roads, so plain counters do.
-bool gArmed = false;
-std::uint64_t gCount = 0;
-std::uint64_t gFailAt = 0;
-bool gFailed = false;
-std::int64_t gLive = 0;
+// A road may read files on threads of its own: which of its allocations is the Nth then
+// varies from run to run, but every one is counted and any one may fail.
+std::atomic<bool> gArmed{false};
+std::atomic<std::uint64_t> gCount{0};
+std::atomic<std::uint64_t> gFailAt{0};
+std::atomic<bool> gFailed{false};
+std::atomic<std::int64_t> gLive{0};
 
 void* Allocate(std::size_t size, std::size_t alignment) {
     if (gArmed && ++gCount == gFailAt) {

@@ -7,9 +7,10 @@
 #include <limits>
 
 // Out of line, so that the readers' character loops stay small enough to be inlined whole.
+// The name is trimmed before it is copied, as Trim would trim it.
 void ZtOdPdsBlock::SetName(const wchar_t* text, std::size_t length) {
-    name_.SetString(text, length);
-    name_.Trim();
+    const std::wstring_view trimmed = ZtUTrimmedView({text, length});
+    name_.SetString(trimmed.data(), trimmed.size());
 }
 
 int ZtOdPdsBlock::NextChild(ZtOdPdsBlock* child) {
@@ -37,23 +38,22 @@ int ZtOdPdsBlock::ReadChild(ZtOdPdsBlock* child, ZtOdPdsBlockTracker* tracker) {
     int result = 0;
     // A closing brace with nothing open (kUnmatchedClose) is passed over: what follows it
     // is gathered below depth 0 and makes no block unless later braces make up for it.
-    while (at < end) {
-        int fed;
-        if constexpr (kTracked)
-            fed = tracker->Feed(reader, value[at]);
-        else
-            fed = reader.FeedNext();
-        ++at;
-        if (fed == ZtOdPdsBlockReader::kComplete) {
-            result = 1;
-            break;
-        }
-    }
     if constexpr (kTracked) {
+        while (at < end) {
+            const int fed = tracker->Feed(reader, value[at]);
+            ++at;
+            if (fed == ZtOdPdsBlockReader::kComplete) {
+                result = 1;
+                break;
+            }
+        }
         if (result)
             tracker->Completed();
         else
             tracker->Stopped(reader, ZtOdPdsBlockReader::kContinue);
+    } else {
+        result = reader.FeedTo(value.data() + end) == ZtOdPdsBlockReader::kComplete ? 1 : 0;
+        at = static_cast<std::size_t>(reader.Next() - value.data());
     }
     cursor_ = static_cast<std::int32_t>(at);
     return result;

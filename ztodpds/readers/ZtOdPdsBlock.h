@@ -41,11 +41,11 @@ public:
         std::swap(value_, released);
     }
 
-    // Moves the value into `out` without copying it; the value is left empty.
-    void TakeValue(ZtUWideStringBuffer* out) {
-        *out = std::move(value_);
-        value_.Clear();
-    }
+    // Exchanges the value with `other`, copying neither; the block's next reading reuses
+    // the memory that `other` held.
+    void SwapValue(ZtUWideStringBuffer* other) { std::swap(value_, *other); }
+    // The characters that the value holds room for.
+    std::size_t ValueCapacity() const { return value_.Str().capacity(); }
 
     // Reads the next complete block of the value, from the cursor on, into `child` (another
     // block), which gets this block's flags too. Returns 1, or 0 once the value holds no

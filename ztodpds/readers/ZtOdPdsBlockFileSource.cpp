@@ -5,6 +5,8 @@
 #include "readers/ZtOdPdsBlockTracker.h"
 #include "ztutil/ZtUSysFile.h"
 
+#include <utility>
+
 namespace {
 
 // Feeds the characters of `file` to `reader` until it completes (kComplete), or, with
@@ -14,7 +16,9 @@ namespace {
 template <bool kTracked>
 int Pump(ZtUFile* file, ZtOdPdsBlockReader& reader, ZtOdPdsBlockTracker* tracker,
          bool stopAtStray) {
-    for (unsigned c; (c = ZtUSysFile::fgetwc(file)) != ZtUFile::kEnd;) {
+    // The plain read lets the reader take the runs of a value by itself.
+    const auto next = [file] { return ZtUSysFile::fgetwc(file); };
+    for (unsigned c = next(); c != ZtUFile::kEnd;) {
         int result;
         if constexpr (kTracked)
             result = tracker->Feed(reader, static_cast<wchar_t>(c));
@@ -30,13 +34,26 @@ int Pump(ZtUFile* file, ZtOdPdsBlockReader& reader, ZtOdPdsBlockTracker* tracker
             }
             return result;
         }
+        if constexpr (kTracked)
+            c = next();
+        else
+            c = reader.GatherRun(next, ZtUFile::kEnd);
     }
     if constexpr (kTracked)
         tracker->Stopped(reader, ZtOdPdsBlockReader::kContinue);
     return ZtOdPdsBlockReader::kContinue;
 }
 
+// The largest buffer kept from one block for the next: enough for any block of an
+// ordinary file, and small beside the memory that a long block takes anyway.
+constexpr std::size_t kMostSpareCapacity = 1 << 16;
+
 } // namespace
+
+ZtOdPdsBlockFileSource::~ZtOdPdsBlockFileSource() {
+    Close();
+    ZtOdPdsBlockReader::Free(spare_);
+}
 
 int ZtOdPdsBlockFileSource::Open(const wchar_t* path) {
     Close();
@@ -88,10 +105,15 @@ int ZtOdPdsBlockFileSource::NextBlockTracked(ZtOdPdsBlock* block, ZtOdPdsBlockTr
     if (!block)
         return 0;
     block->AddFlags(flags_);
-    ZtOdPdsBlockReader reader(block, 0);
-    if (!file_)
+    if (!file_) {
+        block->Clear();
         return 0;
+    }
+    ZtOdPdsBlockReader reader(block, 0, {std::exchange(spare_, nullptr), spareCapacity_});
     const int result = tracker ? Pump<true>(file_, reader, tracker, true)
                                : Pump<false>(file_, reader, nullptr, true);
+    const ZtOdPdsBlockReader::Buffer spare = reader.TakeBuffer(kMostSpareCapacity);
+    spare_ = spare.text;
+    spareCapacity_ = spare.capacity;
     return result == ZtOdPdsBlockReader::kComplete ? 1 : 0;
 }

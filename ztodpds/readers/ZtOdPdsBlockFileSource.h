@@ -13,7 +13,7 @@ class ZtOdPdsBlockFileSource {
 public:
     // `flags` are OR-ed into every block that NextBlock reads.
     explicit ZtOdPdsBlockFileSource(std::uint32_t flags = 0) : flags_(flags) {}
-    ~ZtOdPdsBlockFileSource() { Close(); }
+    ~ZtOdPdsBlockFileSource();
     ZtOdPdsBlockFileSource(const ZtOdPdsBlockFileSource&) = delete;
     ZtOdPdsBlockFileSource& operator=(const ZtOdPdsBlockFileSource&) = delete;
 
@@ -41,4 +41,8 @@ private:
 
     ZtUFile* file_ = nullptr;
     std::uint32_t flags_;
+    // The last reader's buffer, kept for the next one while it is small, so that a file
+    // of many blocks does not allocate one a block.
+    wchar_t* spare_ = nullptr;
+    std::size_t spareCapacity_ = 0;
 };

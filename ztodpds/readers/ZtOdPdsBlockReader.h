@@ -1,5 +1,6 @@
 #pragma once
 #include "readers/ZtOdPdsBlock.h"
+#include "readers/ZtOdPdsBlockReaderBase.h"
 #include "ztutil/ZtUWideString.h"
 
 #include <cassert>
@@ -8,105 +9,6 @@
 #include <cwchar>
 #include <cwctype>
 #include <string_view>
-
-// The parts of the block reader that do not depend on where its characters come from.
-class ZtOdPdsBlockReaderBase {
-public:
-    enum Result : int {
-        kContinue = 0,
-        // The block is complete, or with stop-at-name its name is.
-        kComplete = 1,
-        // A closing brace came with no block open.
-        kUnmatchedClose = 3,
-    };
-    // The longest name, trimmed, that a reader of a file gathers: no key comes near it. A
-    // longer one is dropped as it is read, and its block reads as one without a name.
-    static constexpr std::size_t kMaxNameLength = std::size_t{1} << 20;
-
-protected:
-    // How much of the text being gathered a reader holds.
-    enum class Held : std::uint8_t {
-        kAll,
-        // All up to a NUL, behind which nothing counts.
-        kToNul,
-        // A name of the longest length, and white space behind it that the trim drops.
-        kToSpace,
-        // A name longer than the longest, which is dropped.
-        kOverlong,
-        // Nothing: memory ran short, and the block is skipped at its end.
-        kStarved,
-    };
-
-    // What a reader holds of text it no longer gathers: how much, and how many letters of
-    // "text" the characters fed end with, for the counted-text test.
-    struct Holding {
-        Held held;
-        std::uint32_t textMatched;
-    };
-    // The holding after `c`: inline, as a reader may hold a file's worth of characters.
-    // Only the letter t both begins and ends "text", so a mismatch falls back to it.
-    static Holding Hold(Holding holding, wchar_t c) {
-        std::uint32_t& matched = holding.textMatched;
-        if (c == L't')
-            matched = matched == 3 ? 4 : 1;
-        else if ((c == L'e' && matched == 1) || (c == L'x' && matched == 2))
-            ++matched;
-        else
-            matched = 0;
-        // White space behind a full name is trimmed away; anything else makes it too long.
-        if (holding.held == Held::kToSpace && !ZtUIsWhiteSpace(c))
-            holding.held = c == L'\0' ? Held::kToNul : Held::kOverlong;
-        return holding;
-    }
-    // The text a reader has gathered into its buffer, as one value, so that the rarer
-    // steps of gathering can be out of line without the reader's address.
-    struct Gathering {
-        wchar_t* buffer;
-        std::size_t length;
-        std::size_t capacity;
-        // Up to here Append stores with no further test: nothing while the text is held
-        // in part, else to the end of the buffer or of the longest name.
-        std::size_t end;
-        Holding holding;
-    };
-    // How a reader's text is bounded: text read from memory is bounded by that memory
-    // already. Text read from a file holds nothing behind a NUL, and a name read from a
-    // file no more than the longest name.
-    enum class Limits : std::uint8_t { kNone, kFile, kFileName };
-    // Gathers `c` where Append can't at once: into a grown buffer, or into the holding
-    // once the text must not or can't grow. A reader of a file looks for a NUL only here,
-    // in all it gathered: the buffer grows by half each time, so each character is looked
-    // at a few times at most.
-    static Gathering AppendSlowly(Gathering gathering, wchar_t c, Limits limits);
-    // Where the gathering's end lies.
-    static std::size_t EndOf(Held held, std::size_t capacity, Limits limits) {
-        if (held != Held::kAll)
-            return 0;
-        if (limits != Limits::kFileName)
-            return capacity;
-        return capacity < kMaxNameLength ? capacity : kMaxNameLength;
-    }
-
-    struct Buffer {
-        wchar_t* text;
-        std::size_t capacity;
-    };
-    // The buffer's memory comes from ZtUMemory. These, like the gathering's, take and give
-    // values only, so that the reader's address never leaves it. Growing adds half the capacity;
-    // when memory is short the old buffer stays and the character is dropped.
-    static Buffer Allocate();
-    static Buffer Grow(Buffer buffer);
-    // A buffer holding `length` characters of `text` and room to grow.
-    static Buffer Copy(const wchar_t* text, std::size_t length);
-    static void Free(wchar_t* text);
-
-private:
-    // What a name at the longest holds when `c` comes: the name as it is, unless `c` makes
-    // it longer.
-    static Held HoldFullName(wchar_t c);
-    // Holding starts as `held`, after the last characters gathered and then `c`.
-    static Holding StartHolding(Held held, const wchar_t* text, std::size_t length, wchar_t c);
-};
 
 // The character machine of the `name{value}` syntax, for one block: it gathers text,
 // takes the name at the first opening brace and the value at the matching closing brace.
@@ -137,11 +39,14 @@ template <bool kSlices> class ZtOdPdsBasicBlockReader : public ZtOdPdsBlockReade
 public:
     // Clears `block` (its flags stay) and reads its flags. With `stopAtName` 1 the reader
     // reports kComplete as soon as the name is taken.
-    ZtOdPdsBasicBlockReader(ZtOdPdsBlock* block, std::int32_t stopAtName) requires(!kSlices)
+    // `spare`, if it holds memory, is the buffer to gather into, the reader's from then on
+    // (TakeBuffer gives it back); else the reader allocates its own.
+    ZtOdPdsBasicBlockReader(ZtOdPdsBlock* block, std::int32_t stopAtName,
+                            Buffer spare = {nullptr, 0}) requires(!kSlices)
         : stopAtName_(stopAtName), block_(block) {
         block_->Clear();
         flags_ = block_->GetFlags();
-        const Buffer buffer = Allocate();
+        const Buffer buffer = spare.text ? spare : Allocate();
         buffer_ = buffer.text;
         capacity_ = buffer.capacity;
         UpdateRoom();
@@ -162,8 +67,84 @@ public:
     // Takes the next character.
     [[gnu::always_inline]] int FeedChar(wchar_t c) requires(!kSlices) { return Feed(c); }
 
+    // Takes characters from `next` (a callable that gives the next one, or `endMark` at
+    // the end of the input) for as long as they only lengthen the text gathered: inside a
+    // block, with no count being read, while the buffer has room, passed through or no
+    // brace. Gives the first character it did not take, for FeedChar, or `endMark`. A
+    // source fed this way takes the runs of a value in a loop of a few instructions.
+    template <class Next>
+    [[gnu::always_inline]] unsigned GatherRun(Next&& next, unsigned endMark) requires(!kSlices) {
+        if (depth_ <= 0 || inCount_)
+            return next();
+        // No count starts here: that takes an opening brace, which ends the run.
+        wchar_t* out = buffer_ + length_;
+        const wchar_t* const room = buffer_ + end_;
+        std::uint32_t passThrough = passThrough_;
+        unsigned c;
+        for (;;) {
+            c = next();
+            if (c == endMark || out >= room)
+                break;
+            if (passThrough != 0)
+                --passThrough;
+            else if (c == L'{' || c == L'}')
+                break;
+            *out++ = static_cast<wchar_t>(c);
+        }
+        passThrough_ = passThrough;
+        length_ = static_cast<std::size_t>(out - buffer_);
+        return c;
+    }
+
     // Takes the next character of the text given to the constructor.
     [[gnu::always_inline]] int FeedNext() requires kSlices { return Feed(*next_++); }
+
+    // Takes the characters of the text given to the constructor up to `end`, as FeedNext
+    // one after another would, until the block completes (kComplete) or `end` is reached
+    // (kContinue). A run of characters that only lengthens the slice (passed through, or
+    // none of the characters that the reader tests for) is taken at once.
+    int FeedTo(const wchar_t* end) requires kSlices {
+        while (next_ < end) {
+            if (!buffer_ && depth_ >= 0 && !inCount_) {
+                const wchar_t* run = next_;
+                if (passThrough_ != 0) {
+                    const auto left = static_cast<std::size_t>(end - run);
+                    run += passThrough_ < left ? passThrough_ : left;
+                    passThrough_ -= static_cast<std::uint32_t>(run - next_);
+                } else if (depth_ > 0) {
+                    while (run < end && *run != L'{' && *run != L'}')
+                        ++run;
+                } else {
+                    while (run < end && !StopsOutside(*run))
+                        ++run;
+                }
+                length_ += static_cast<std::size_t>(run - next_);
+                next_ = run;
+                if (run == end)
+                    break;
+            }
+            if (Feed(*next_++) == kComplete)
+                return kComplete;
+        }
+        return kContinue;
+    }
+    // The next character that the reader over a text would take.
+    const wchar_t* Next() const requires kSlices { return next_; }
+
+    // Hands the buffer to the caller, for the next reader, if it is no larger than
+    // `mostCapacity` characters; a larger one is freed. The reader is done with it.
+    Buffer TakeBuffer(std::size_t mostCapacity) requires(!kSlices) {
+        Buffer taken{nullptr, 0};
+        if (capacity_ <= mostCapacity)
+            taken = {buffer_, capacity_};
+        else
+            Free(buffer_);
+        buffer_ = nullptr;
+        capacity_ = 0;
+        length_ = 0;
+        end_ = 0;
+        return taken;
+    }
 
     // What a reporting source looks at between two characters.
     std::int32_t Depth() const { return depth_; }
@@ -173,6 +154,18 @@ public:
     std::wstring_view Gathered() const { return {Text(), length_}; }
 
 private:
+    // Whether a reader outside any block looks at `c`: a brace or a line end. Most
+    // characters are told apart by one test of a bit, their low six bits in a mask of the
+    // four, before the exact test.
+    static bool StopsOutside(wchar_t c) {
+        constexpr std::uint64_t kLowBits = std::uint64_t{1} << L'\n' | std::uint64_t{1} << L'\r' |
+                                           std::uint64_t{1} << (L'{' - 64) |
+                                           std::uint64_t{1} << (L'}' - 64);
+        const auto unit = static_cast<std::uint32_t>(c);
+        return unit < 128 && ((kLowBits >> (unit & 63)) & 1) != 0 &&
+               (c == L'\n' || c == L'\r' || c == L'{' || c == L'}');
+    }
+
     // OpenBrace and CloseBrace give this for a brace that is gathered like any character.
     static constexpr int kGather = -1;
 

@@ -1,6 +1,5 @@
 #include "tags/ZtOdPdsCameraMaps.h"
 
-#include "ztlinear/ZtLFrustum3f.h"
 #include "ztnav/ZtNvCamera.h"
 #include "ztplugin/ZtOpRedline.h"
 
@@ -23,5 +22,16 @@ ZtLPos2f ZtOdPdsModelToWindow(const ZtLPos3f& position, const ZtNvCamera& camera
 }
 
 ZtLPos2f ZtOdPdsModelToCameraSpace(const ZtLPos3f& position, const ZtNvCamera& camera) {
-    return ZtOpRedline::WindowToCameraSpace(camera, false, ZtOdPdsModelToWindow(position, camera));
+    return ZtOdPdsCameraMap(camera).ToCameraSpace(position);
+}
+
+ZtOdPdsCameraMap::ZtOdPdsCameraMap(const ZtNvCamera& camera) : camera_(camera) {
+    ZtLFrustum3f frustum;
+    camera.Frustum(&frustum, 0.0);
+    matrix_ = frustum.GetMatrix();
+}
+
+ZtLPos2f ZtOdPdsCameraMap::ToCameraSpace(const ZtLPos3f& position) const {
+    return ZtOpRedline::WindowToCameraSpace(camera_, false,
+                                            ZtOdPdsFrustumToWindow(position * matrix_));
 }

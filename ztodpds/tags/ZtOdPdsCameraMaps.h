@@ -1,4 +1,5 @@
 #pragma once
+#include "ztlinear/ZtLFrustum3f.h"
 #include "ztlinear/ZtLVec3f.h"
 
 class ZtNvCamera;
@@ -16,3 +17,15 @@ ZtLPos2f ZtOdPdsFrustumToWindow(const ZtLPos3f& position);
 ZtLPos3f ZtOdPdsWindowToFrustum(const ZtLPos2f& position);
 ZtLPos2f ZtOdPdsModelToWindow(const ZtLPos3f& position, const ZtNvCamera& camera);
 ZtLPos2f ZtOdPdsModelToCameraSpace(const ZtLPos3f& position, const ZtNvCamera& camera);
+
+// ZtOdPdsModelToCameraSpace for the many points of one camera: its frustum and the
+// frustum's matrix are made once. The camera must outlive the map.
+class ZtOdPdsCameraMap {
+public:
+    explicit ZtOdPdsCameraMap(const ZtNvCamera& camera);
+    ZtLPos2f ToCameraSpace(const ZtLPos3f& position) const;
+
+private:
+    const ZtNvCamera& camera_;
+    ZtLMatrix4f matrix_;
+};

@@ -1,4 +1,6 @@
 #pragma once
+#include "tags/ZtOdPdsUorVector.h"
+
 #include <cstdint>
 
 // Reads the numbers of a tag file's values one after the other, as the formats "%I64d",
@@ -16,6 +18,8 @@ public:
     bool Int32(std::int32_t* value);
     // Read under the C numeric locale by the caller, so that the decimal sign is a point.
     bool Double(double* value);
+    // Three Int64 numbers, or none: the vector is left alone unless all three scan.
+    bool UorVector(ZtOdPdsUorVector* vector);
 
 private:
     // The digits with their sign, clamped to [-limit - 1, limit].

@@ -9,6 +9,7 @@
 #include "tags/ZtOdPdsCameraMaps.h"
 #include "tags/ZtOdPdsFindUORsPerMaster.h"
 #include "tags/ZtOdPdsNumberScanner.h"
+#include "tags/ZtOdPdsTagBody.h"
 #include "tags/ZtOdPdsTagCounter.h"
 #include "tags/ZtOdPdsTagReporter.h"
 #include "tags/ZtOdPdsUnits.h"
@@ -24,6 +25,7 @@
 #include "ztutil/ZtUResource.h"
 
 #include <algorithm>
+#include <cwchar>
 #include <memory>
 #include <optional>
 #include <string>
@@ -32,45 +34,13 @@
 
 namespace {
 
-bool ScanUorVector(ZtOdPdsNumberScanner& scan, ZtOdPdsUorVector* vector) {
-    ZtOdPdsUorVector read;
-    if (!scan.Int64(&read.x) || !scan.Int64(&read.y) || !scan.Int64(&read.z))
-        return false;
-    *vector = read;
-    return true;
+using namespace std::string_view_literals;
+
+// A block's name against a key: the lengths first, so that most keys are told apart by
+// them without a look at the characters. Keys are literals of known length ("..."sv).
+bool IsKey(const ZtUWideStringBuffer& name, std::wstring_view key) {
+    return std::wstring_view(name.Str()) == key;
 }
-
-bool ScanUorVector(const ZtOdPdsBlock& block, ZtOdPdsUorVector* vector) {
-    ZtOdPdsNumberScanner scan(block.GetValue().GetString());
-    return ScanUorVector(scan, vector);
-}
-
-// The body of a `text` value: all behind its first line end, which ends the count. The
-// value moves into `body` and the count is cut off there in place, so that a long text is
-// not copied. False for a value without a line end, which leaves `body` as it was.
-bool TakeBody(ZtOdPdsBlock& text, ZtUWideStringBuffer* body) {
-    const ZtUWideStringBuffer& value = text.GetValue();
-    const std::size_t length = value.GetLength();
-    for (std::size_t i = 0; i < length; ++i)
-        if (value.GetString()[i] == L'\n' || value.GetString()[i] == L'\r') {
-            text.TakeValue(body);
-            body->ExtractSubString(i + 1, length - i - 1, body);
-            return true;
-        }
-    return false;
-}
-
-// Gives `flag` back 0 on every way out of a tag: a `p` holds for its own tag only.
-class PointReset {
-public:
-    explicit PointReset(int& flag) : flag_(flag) {}
-    ~PointReset() { flag_ = 0; }
-    PointReset(const PointReset&) = delete;
-    PointReset& operator=(const PointReset&) = delete;
-
-private:
-    int& flag_;
-};
 
 } // namespace
 
@@ -100,7 +70,9 @@ int ZtOdPdsTagImportAction::Perform(const wchar_t* path, ZtOpProgress* progress)
     uorsPerMaster_ = ZtOdPdsFindUORsPerMaster(partition_);
     if (uorsPerMaster_ == 0.0)
         return kZtOdPdsNoUnits;
-    const int tagCount = CountTags(path);
+    // The count is the base of the progress fraction and of a report's word on the tags
+    // read: without either, the file is read once.
+    const int tagCount = progress || reporter_ ? CountTags(path) : 0;
     return ImportFile(state_, path, tagCount, progress);
 }
 
@@ -135,7 +107,7 @@ int ZtOdPdsTagImportAction::ImportFile(ZtOpState* state, const wchar_t* path, in
                 reporter_->KnownKey();
             continue;
         }
-        if (block.GetName() == L"tag") {
+        if (IsKey(block.GetName(), L"tag"sv)) {
             if (reporter_)
                 reporter_->KnownKey();
             ImportTag(block);
@@ -153,11 +125,8 @@ int ZtOdPdsTagImportAction::ImportFile(ZtOpState* state, const wchar_t* path, in
     return kZtOdPdsOk;
 }
 
-bool ZtOdPdsTagImportAction::ChargeAddedLineEnds(const ZtUWideStringBuffer& body,
+bool ZtOdPdsTagImportAction::ChargeAddedLineEnds(std::uint64_t lineFeeds,
                                                  std::uint64_t perLineFeed) {
-    const wchar_t* characters = body.GetString();
-    const auto lineFeeds =
-        static_cast<std::uint64_t>(std::count(characters, characters + body.GetLength(), L'\n'));
     // Divided rather than multiplied, so that no count of rewrites can wrap the product.
     if (lineFeeds != 0 && perLineFeed > addedLineEndsLeft_ / lineFeeds)
         return false;
@@ -174,36 +143,36 @@ bool ZtOdPdsTagImportAction::ReadStickyKey(const ZtOdPdsBlock& block) {
     // How many numbers the key takes, and whether they scanned.
     int needs = 1;
     bool scanned = false;
-    if (name == L"target") {
+    if (IsKey(name, L"target"sv)) {
         needs = 3;
-        if ((scanned = ScanUorVector(scan, &vector))) {
+        if ((scanned = scan.UorVector(&vector))) {
             target_ = vector.ToMaster(uorsPerMaster_);
             viewChanged_ = 1;
         }
-    } else if (name == L"eye") {
+    } else if (IsKey(name, L"eye"sv)) {
         needs = 3;
-        if ((scanned = ScanUorVector(scan, &vector))) {
+        if ((scanned = scan.UorVector(&vector))) {
             eye_ = vector.ToMaster(uorsPerMaster_);
             viewChanged_ = 1;
         }
-    } else if (name == L"up") {
+    } else if (IsKey(name, L"up"sv)) {
         // The value is never read: views are always upright in +Z.
         up_.SetValue(0.0, 0.0, 1.0);
         if (reporter_ &&
-            !(ScanUorVector(scan, &vector) && vector.x == 0 && vector.y == 0 && vector.z > 0))
+            !(scan.UorVector(&vector) && vector.x == 0 && vector.y == 0 && vector.z > 0))
             reporter_->Report(ZtOdPdsCheck::kIgnoredKey, reporter_->Tracker().NameAt(), name.Str());
         return true;
-    } else if (name == L"persp_ang") {
+    } else if (IsKey(name, L"persp_ang"sv)) {
         if ((scanned = scan.Int32(&degrees))) {
             perspAngle_ = ZtOdPdsDegreesToRadians(degrees);
             viewChanged_ = 1;
         }
-    } else if (name == L"clip_near") {
+    } else if (IsKey(name, L"clip_near"sv)) {
         if ((scanned = scan.Int64(&distance))) {
             clipNear_ = ZtOdPdsUorsToMaster(distance, uorsPerMaster_);
             viewChanged_ = 1;
         }
-    } else if (name == L"clip_far") {
+    } else if (IsKey(name, L"clip_far"sv)) {
         if ((scanned = scan.Int64(&distance))) {
             clipFar_ = ZtOdPdsUorsToMaster(distance, uorsPerMaster_);
             viewChanged_ = 1;
@@ -219,8 +188,27 @@ bool ZtOdPdsTagImportAction::ReadStickyKey(const ZtOdPdsBlock& block) {
     return true;
 }
 
+// Gives `havePoint` back 0 on every way out of a tag, as a `p` holds for its own tag only,
+// and lets go of what the tag's buffers took for a long text.
+class ZtOdPdsTagImportAction::TagEnd {
+public:
+    explicit TagEnd(ZtOdPdsTagImportAction& action) : action_(action) {}
+    ~TagEnd() {
+        action_.havePoint_ = 0;
+        if (action_.child_.ValueCapacity() > kZtOdPdsMostKeptCapacity)
+            action_.child_.ReleaseValue();
+        ZtOdPdsReleaseIfLong(&action_.body_);
+        ZtOdPdsReleaseIfLong(&action_.rewritten_);
+    }
+    TagEnd(const TagEnd&) = delete;
+    TagEnd& operator=(const TagEnd&) = delete;
+
+private:
+    ZtOdPdsTagImportAction& action_;
+};
+
 void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
-    PointReset pointReset(havePoint_);
+    const TagEnd tagEnd(*this);
     // A reporting import says why it drops a tag, at the tag unless `at` is given.
     const ZtOdPdsSourcePosition tagAt =
         reporter_ ? reporter_->Tracker().NameAt() : ZtOdPdsSourcePosition{};
@@ -245,7 +233,7 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
         return ok;
     };
     if (!took(scan.Int64(&identifier)) || !took(scan.Int32(&second)) || !took(scan.Int32(&third)) ||
-        !took(scan.Double(&fourth)) || !took(ScanUorVector(scan, &head)) || third != 0) {
+        !took(scan.Double(&fourth)) || !took(scan.UorVector(&head)) || third != 0) {
         if (reporter_)
             reporter_->HeadDropped(block, scanned, third);
         return;
@@ -256,7 +244,8 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
     // The nested blocks; the line of the head is gathered as a name and dropped at its
     // line end.
     ZtLPos3f point;
-    ZtUWideStringBuffer body;
+    ZtUWideStringBuffer& body = body_;
+    body.Clear();
     // Each text block rewrites the line ends of the body in force once more, whether or
     // not it gave the body; the rewrites wait until the tag's text is gone.
     std::size_t rewrites = 0;
@@ -264,50 +253,59 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
     bool sawText = false;
     bool sawBody = false;
     {
-        // Gone before the comment is made, so that a long text is not held a fourth time.
-        ZtOdPdsBlock child;
+        // Kept from tag to tag, with its memory; a text's value goes to the body.
+        ZtOdPdsBlock& child = child_;
         std::optional<ZtOdPdsBlockTracker> tracker;
         if (reporter_)
             tracker.emplace(reporter_->ValueTracker());
         while (tracker ? block.NextChild(&child, *tracker) : block.NextChild(&child)) {
             const ZtUWideStringBuffer& name = child.GetName();
-            if (name == L"p") {
+            if (IsKey(name, L"p"sv)) {
                 ZtOdPdsUorVector second3d;
-                if (!ScanUorVector(child, &second3d))
+                if (!ZtOdPdsNumberScanner(child.GetValue().GetString()).UorVector(&second3d))
                     return drop(ZtOdPdsCheck::kTagPoint, child.GetValue().Str(), 0,
                                 tracker ? tracker->NameAt() : ZtOdPdsSourcePosition{});
                 point = second3d.ToMaster(uorsPerMaster_);
                 havePoint_ = 1;
-            } else if (name == L"text") {
+            } else if (IsKey(name, L"text"sv)) {
                 sawText = true;
                 if (reporter_)
                     reporter_->TextRead(child.GetValue().Str(), tracker->NameAt(), block);
-                if (TakeBody(child, &body)) {
+                if (ZtOdPdsTakeTagBody(child, &body)) {
                     rewrites = 0;
                     sawBody = true;
                 }
                 ++rewrites;
-            } else if (reporter_ && !(name == L"l")) {
+            } else if (reporter_ && !(IsKey(name, L"l"sv))) {
                 reporter_->Report(ZtOdPdsCheck::kUnknownKey, tracker->NameAt(), name.Str(),
                                   kZtOdPdsKeyInTag);
             }
         }
     }
-    // The tag's text is all read: its memory goes before the body is rewritten and the
-    // comment takes it, so that a long text is held twice at most.
-    block.ReleaseValue();
-    // Comments hold CR LF line ends, the file LF. Each rewrite puts one more CR before
-    // every LF, so all of them together are one pass that puts `rewrites` there.
-    if (rewrites > 0) {
-        if (!ChargeAddedLineEnds(body, rewrites))
-            return drop(ZtOdPdsCheck::kTagLineEnds, {}, kZtOdPdsMaxFileAddedLineEnds);
-        std::wstring lineEnd(rewrites, L'\r');
-        lineEnd += L'\n';
-        body.Replace(L"\n", lineEnd.c_str(), 1);
-    }
-    // Before anything is made, so that a tag without text leaves no empty view behind.
+    // The tag's text is all read: a long one's memory goes before the body is rewritten
+    // and the comment takes it, so that a long text is held twice at most. A short one's
+    // stays for the next block.
+    if (block.ValueCapacity() > kZtOdPdsMostKeptCapacity)
+        block.ReleaseValue();
+    if (child_.ValueCapacity() > kZtOdPdsMostKeptCapacity)
+        child_.ReleaseValue();
+    // Before anything is made, so that a tag without text leaves no empty view behind. An
+    // empty body has no line end to rewrite, so it is dropped for its text in any case.
     if (body.IsEmpty())
         return drop(ZtOdPdsCheck::kTagText, {}, !sawText ? 0 : !sawBody ? 1 : 2);
+    // Comments hold CR LF line ends, the file LF. Each rewrite puts one more CR before
+    // every LF, so all of them together are one pass that puts `rewrites` there.
+    const wchar_t* text = body.GetString();
+    if (rewrites > 0) {
+        const std::size_t lineFeeds = ZtOdPdsCountLineFeeds(body.Str());
+        if (!ChargeAddedLineEnds(lineFeeds, rewrites))
+            return drop(ZtOdPdsCheck::kTagLineEnds, {}, kZtOdPdsMaxFileAddedLineEnds);
+        if (lineFeeds != 0) {
+            ZtOdPdsRewriteLineEnds(body.Str(), lineFeeds, rewrites, &rewritten_);
+            text = rewritten_.c_str();
+            ZtOdPdsReleaseIfLong(&body);
+        }
+    }
 
     if (viewChanged_ != 0 || !currentView_) {
         CloseView();
@@ -316,18 +314,18 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
             reporter_->ViewTried(currentView_ != nullptr, perspAngle_);
         if (!currentView_)
             return;
+        cameraMap_.emplace(currentView_->AnonView().GetViewPoint().GetCamera());
     }
 
     // The file's identifiers stand as they are: nothing is drawn from the document's next
     // identifiers here.
     std::unique_ptr<ZtOpComment> comment(new ZtOpComment(id));
-    comment->SetBody(body.GetString());
+    comment->SetBody(text);
     if (id > highestId_)
         highestId_ = id;
 
-    const ZtNvCamera& camera = currentView_->AnonView().GetViewPoint().GetCamera();
-    const ZtLPos2f first2d = ZtOdPdsModelToCameraSpace(position, camera);
-    const ZtLPos2f second2d = havePoint_ ? ZtOdPdsModelToCameraSpace(point, camera) : first2d;
+    const ZtLPos2f first2d = cameraMap_->ToCameraSpace(position);
+    const ZtLPos2f second2d = havePoint_ ? cameraMap_->ToCameraSpace(point) : first2d;
     ZtLBox3f box;
     box.MakeEmpty();
     std::unique_ptr<ZtOpRedlineTag> tag(new ZtOpRedlineTag(comment->GetId(), comment->GetId(),
@@ -376,6 +374,7 @@ ZtOpView* ZtOdPdsTagImportAction::MakeView() {
 
 void ZtOdPdsTagImportAction::CloseView() {
     // The folder owns the view from the call on, even when the call fails.
+    cameraMap_.reset();
     if (ZtOpView* view = std::exchange(currentView_, nullptr))
         folder_.AddChild(view);
     viewChanged_ = 1;

@@ -1,5 +1,7 @@
 #pragma once
 #include "plugin/ZtOdPdsFileAction.h"
+#include "readers/ZtOdPdsBlock.h"
+#include "tags/ZtOdPdsCameraMaps.h"
 #include "ztlinear/ZtLColor3f.h"
 #include "ztlinear/ZtLVec3f.h"
 #include "ztplugin/ZtOpSavedItem.h"
@@ -7,16 +9,16 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
+#include <string>
 
 class ZtOaNode;
-class ZtOdPdsBlock;
 class ZtOdPdsDiagnostics;
 class ZtOdPdsTagReporter;
 class ZtOpNextCommentIdElement;
 class ZtOpSavedViewsElement;
 class ZtOpState;
 class ZtOpView;
-class ZtUWideStringBuffer;
 
 // CRs that the widening of line ends may add to the comments of one tag file. Every text
 // block of a tag puts one more CR before each LF of the body, and a comment's body is
@@ -41,9 +43,9 @@ public:
     ZtOdPdsTagImportAction(const ZtOdPdsTagImportAction&) = delete;
     ZtOdPdsTagImportAction& operator=(const ZtOdPdsTagImportAction&) = delete;
 
-    // Counts the file's tags, then imports it. 0 when the file was read, however little
-    // of it was usable; 1 for a null path or a file that can't be opened; 6 when the
-    // models give no units factor, in which case the file is not touched.
+    // Counts the file's tags where a progress or a report needs the count, then imports it. 0 when
+    // the file was read, however little of it was usable; 1 for a null path or a file that can't be
+    // opened; 6 when the models give no units factor, in which case the file is not touched.
     int Perform(const wchar_t* path, ZtOpProgress* progress) override;
     // The number of lines that begin with "tag{"; 0 if the file can't be read.
     int CountTags(const wchar_t* path);
@@ -85,9 +87,9 @@ private:
     // Reads one sticky key (target, eye, up, persp_ang, clip_near, clip_far) into the
     // view that the next tags take; false for a block that is no sticky key.
     bool ReadStickyKey(const ZtOdPdsBlock& block);
-    // Takes from the file's budget the CRs that `perLineFeed` before every LF of `body`
-    // would add; false, and nothing taken, when they don't fit.
-    bool ChargeAddedLineEnds(const ZtUWideStringBuffer& body, std::uint64_t perLineFeed);
+    // Takes from the file's budget the CRs that `perLineFeed` before each of a body's
+    // `lineFeeds` LFs would add; false, and nothing taken, when they don't fit.
+    bool ChargeAddedLineEnds(std::uint64_t lineFeeds, std::uint64_t perLineFeed);
 
     ZtOpState* state_;
     ZtOaNode* partition_;
@@ -108,6 +110,14 @@ private:
     std::uint64_t addedLineEndsLeft_ = kZtOdPdsMaxFileAddedLineEnds;
     ZtOpFolderItem folder_;
     ZtOpView* currentView_ = nullptr;
+    // The current view's camera map, made with the view.
+    std::optional<ZtOdPdsCameraMap> cameraMap_;
     // Only for a reporting import.
     std::unique_ptr<ZtOdPdsTagReporter> reporter_;
+    // ImportTag's nested block, body and rewritten body, kept with their memory from one
+    // tag to the next while they are short.
+    class TagEnd;
+    ZtOdPdsBlock child_;
+    ZtUWideStringBuffer body_;
+    std::wstring rewritten_;
 };

@@ -92,8 +92,9 @@ void ZtOdPdsTagRecord::Write(ZtUFile* file, const ZtOdPdsTagRecord* previous) {
         WriteVector(file, L"eye{%lld %lld %lld}\n", eye);
     // The identifier is unsigned but printed signed, as the readers scan it: the top half
     // of its range comes back as the same bits.
-    ZtUSysFile::fwprintf(file, L"tag{%lld %d %d %f %lld %lld %lld\n", static_cast<long long>(id), 1,
-                         0, 0.0, static_cast<long long>(position.x),
+    // The three fields after the identifier are the same in every record.
+    ZtUSysFile::fwprintf(file, L"tag{%lld 1 0 0.000000 %lld %lld %lld\n",
+                         static_cast<long long>(id), static_cast<long long>(position.x),
                          static_cast<long long>(position.y), static_cast<long long>(position.z));
     WriteVector(file, L"p{%lld %lld %lld}\n", secondPoint);
     if (!linkage.IsNull())

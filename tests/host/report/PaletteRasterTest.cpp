@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <limits>
+#include <vector>
 
 #include <stb_image.h>
 
@@ -62,6 +63,36 @@ TEST(PaletteRaster, PngHoldsThePaletteColoursAndTransparency) {
     EXPECT_EQ(pixel(0, 0)[3], 0);
     stbi_image_free(pixels);
     EXPECT_EQ(raster.DataUri({}).rfind("data:image/png;base64,iVBORw0KGgo", 0), 0u);
+}
+
+// Every index from 0 to 255 in one row, under palettes shorter than, as long as and
+// without the indices: each pixel decodes to its entry, or to transparent black past the end.
+TEST(PaletteRaster, PngGivesEveryIndexItsEntry) {
+    PaletteRaster raster(256, 2);
+    for (int x = 0; x < 256; ++x)
+        raster.Fill(x, 0, x, 0, static_cast<std::uint8_t>(x));
+    for (std::size_t entries : {std::size_t{0}, std::size_t{3}, std::size_t{256}}) {
+        std::vector<Rgba> palette;
+        for (std::size_t i = 0; i < entries; ++i)
+            palette.push_back({static_cast<std::uint8_t>(i), static_cast<std::uint8_t>(255 - i),
+                               static_cast<std::uint8_t>(i / 2),
+                               static_cast<std::uint8_t>(i % 7 * 40)});
+        const std::string png = raster.Png(palette);
+        int width = 0, height = 0, channels = 0;
+        unsigned char* pixels =
+            stbi_load_from_memory(reinterpret_cast<const unsigned char*>(png.data()),
+                                  static_cast<int>(png.size()), &width, &height, &channels, 4);
+        ASSERT_NE(pixels, nullptr) << entries;
+        ASSERT_EQ(width * height, 512);
+        for (int x = 0; x < 256; ++x) {
+            const Rgba expected = static_cast<std::size_t>(x) < entries
+                                      ? palette[static_cast<std::size_t>(x)]
+                                      : Rgba{0, 0, 0, 0};
+            const Rgba got{pixels[4 * x], pixels[4 * x + 1], pixels[4 * x + 2], pixels[4 * x + 3]};
+            EXPECT_EQ(got, expected) << "index " << x << " of " << entries;
+        }
+        stbi_image_free(pixels);
+    }
 }
 
 TEST(ReportHtml, Base64PadsToWholeQuads) {

@@ -180,6 +180,20 @@ TEST(ReportPage, StepWritesThePageOrSaysWhyNot) {
         << failed.err;
 }
 
+// A page of several megabytes is written in pieces: none may cut a character apart.
+TEST(ReportPage, ALongPageIsWrittenAsMadeWhereverItsCharactersFall) {
+    ReportScene scene;
+    for (const char* character : {"\u00e9", "\u20ac", "\U0001F600", "a\u00e9"})
+        for (int i = 0; i < 200000; ++i)
+            scene.controlFile += character;
+    ZtTestTempDir dir;
+    const std::string path = dir.Path() + "/long.html";
+    ASSERT_TRUE(WriteReportPage(scene, path));
+    const std::string page = ZtTestReadBytes(path);
+    EXPECT_GT(page.size(), std::size_t{4} << 20);
+    EXPECT_TRUE(page == ReportPageHtml(scene));
+}
+
 // Through pdsreview, from a model's file: a standing cylinder, an ellipse, an arc, a curve
 // and a text are each drawn through points of their own kind.
 TEST(ReportPage, ModelElementsAreDrawnAsWhatTheyAre) {

@@ -70,10 +70,9 @@ TEST_F(Select, EachSetSelectsTheElementsItsRuleDescribes) {
     Selected selected;
     for (const SelectionResult& result : ComputeSelections(state)) {
         std::vector<std::int64_t>& indices = selected[ZtUSysString::WideToUtf8(result.name)];
-        for (const SelectedElement& element : result.elements) {
-            EXPECT_EQ(element.model, L"unit.dgn");
-            indices.push_back(element.index);
-        }
+        for (const SelectedRun& run : result.runs)
+            EXPECT_EQ(run.model, L"unit.dgn");
+        indices = result.indices;
     }
     EXPECT_EQ(selected, expected);
 }

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 #include <numbers>
 #include <random>
 #include <vector>
@@ -130,6 +131,26 @@ TEST(ZtOcPickFrustumTraversal, EquallyNearBoxesGoToTheFirstInWalkOrder) {
     }
 }
 
+// Within one model, boxes alike on the line of sight, or with the same top face, spread
+// among many others: the first of them in walk order is picked, wherever the index puts it.
+TEST(ZtOcPickFrustumTraversal, EquallyNearBoxesInOneModelGoToTheFirst) {
+    for (bool alike : {true, false}) {
+        ZtOaPartition root(L"doc");
+        auto* model = new ZtOaPartition(L"m");
+        root.AddChild(model);
+        std::vector<ZtOaShape*> tied;
+        for (int i = 0; i < 2000; ++i) {
+            if (i % 97 == 50) {
+                tied.push_back(Box(-1, -1, alike ? 0 : -i, 1, 1, 5));
+                model->AddChild(tied.back());
+            } else {
+                model->AddChild(Cube(i % 40 - 20.0, i / 40 - 25.0 + 0.5, 0));
+            }
+        }
+        EXPECT_EQ(Pick(root, LookDown()).front(), tied.front()) << (alike ? "alike" : "same top");
+    }
+}
+
 TEST(ZtOcPickFrustumTraversal, NearAndFarPlanesBoundThePick) {
     ZtOaPartition root(L"doc");
     ZtOaShape* near = Cube(0, 0, 50); // depth 49.5 .. 50.5
@@ -173,6 +194,48 @@ TEST(ZtOcPickFrustumTraversal, NothingWithoutAFrustumOrWithLastRenderedPicking) 
     pick.SetPickLastRendered(1);
     root.ApplyTraversal(&pick);
     EXPECT_EQ(pick.GetPickedShape(), nullptr);
+}
+
+// Boxes the index can't keep in its hierarchy (reaching to infinity or far beyond any
+// plant) are still picked as the walk picks them, among the others.
+TEST(ZtOcPickFrustumTraversal, BoxesReachingFarAreSearchedBesideTheOthers) {
+    const double inf = std::numeric_limits<double>::infinity();
+    ZtOaPartition root(L"doc");
+    auto* model = new ZtOaPartition(L"m");
+    root.AddChild(model);
+    for (int i = 0; i < 50; ++i)
+        model->AddChild(Cube(i % 7, i / 7, i % 5));
+    ZtOaShape* endless = Box(-1, -1, -inf, 1, 1, 3); // above the cube on the line of sight
+    ZtOaShape* vast = Box(-1e35, -1e35, 20, 1e35, 1e35, 30);
+    EXPECT_EQ(Pick(root, LookDown()).front(), model->GetChild(0));
+    model->AddChild(endless);
+    EXPECT_EQ(Pick(root, LookDown()).front(), endless);
+    model->AddChild(vast);
+    EXPECT_EQ(Pick(root, LookDown()).front(), vast);
+    EXPECT_EQ(ZtOcGeometryIndex::Of(*model).GetNumItems(), 52u);
+}
+
+// Indexes made together, on several threads, are the ones the picks then use, and give
+// what indexes made one by one give.
+TEST(ZtOcPickFrustumTraversal, IndexesMadeTogetherServeThePicks) {
+    ZtOaPartition root(L"doc");
+    std::vector<const ZtOaPartition*> models;
+    for (int m = 0; m < 7; ++m) {
+        auto* model = new ZtOaPartition(L"m");
+        for (int i = 0; i < 300; ++i)
+            model->AddChild(Cube(i % 20 - 10.0 + m * 0.1, i / 20 - 7.0, m - 3.0));
+        root.AddChild(model);
+        models.push_back(model);
+    }
+    ZtOcGeometryIndex::MakeAll(models);
+    for (const ZtOaPartition* model : models) {
+        ASSERT_NE(model->GetCache(), nullptr);
+        EXPECT_EQ(&ZtOcGeometryIndex::Of(*model), model->GetCache());
+        EXPECT_EQ(ZtOcGeometryIndex::Of(*model).GetNumItems(), 300u);
+    }
+    for (double wx : {0.45, 0.5, 0.52})
+        EXPECT_FALSE(Pick(root, LookDown(1, 1000, wx, 0.5)).empty());
+    ZtOcGeometryIndex::MakeAll({});
 }
 
 // A placement as a model may get: turned about Z (mostly by quarter turns, which keep

@@ -218,12 +218,8 @@ TEST_F(ZtDgnAttributeAttach, FindSpecsSelectOnTheAttributes) {
         pointers.push_back(&specs[i]);
     }
     const auto selected = ZtOpSelectInTree(*model, pointers);
-    for (std::size_t i = 0; i < std::size(cases); ++i) {
-        std::vector<std::int64_t> indexes;
-        for (const ZtOpSelectedElement& e : selected[i])
-            indexes.push_back(e.index);
-        EXPECT_EQ(indexes, cases[i].indexes) << i;
-    }
+    for (std::size_t i = 0; i < std::size(cases); ++i)
+        EXPECT_EQ(selected[i].indices, cases[i].indexes) << i;
 }
 
 } // namespace

@@ -7,6 +7,8 @@
 #include <cmath>
 #include <limits>
 #include <memory>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -39,11 +41,38 @@ TEST(ZtDgnChunkedArray, ItemsKeepTheirPlaceAndOrderAcrossChunks) {
     EXPECT_EQ(array[599999], 599999u * 3);
 }
 
+TEST(ZtDgnChunkedArray, RunsStaySideBySideAndPassOverTheRestOfAFullChunk) {
+    ZtDgnChunkedArray<std::uint16_t, 4> words; // chunks of 4, 8, 16, ...
+    const std::size_t runs[] = {3, 2, 4, 0, 8, 1};
+    std::vector<std::pair<std::size_t, std::size_t>> placed; // first index, length
+    std::uint16_t next = 1;
+    for (std::size_t length : runs) {
+        std::size_t first = 99;
+        std::uint16_t* run = words.AppendRun(length, &first);
+        for (std::size_t i = 0; i < length; ++i)
+            run[i] = next++;
+        placed.emplace_back(first, length);
+    }
+    // 3 leaves one place in the first chunk, too few for 2, which opens the second (4 to
+    // 11); 4 follows it there, and 8 finds too little room behind that and opens the
+    // third (12 to 27), where 1 follows it.
+    const std::vector<std::pair<std::size_t, std::size_t>> expected = {{0, 3},  {4, 2},  {6, 4},
+                                                                       {10, 0}, {12, 8}, {20, 1}};
+    EXPECT_EQ(placed, expected);
+    EXPECT_EQ(words.Size(), 21u);
+    next = 1;
+    for (const auto& [first, length] : placed)
+        for (std::size_t i = 0; i < length; ++i)
+            EXPECT_EQ(words[first + i], next++) << first + i;
+}
+
 TEST(ZtDgnBytes, DecodesTheFileEncodings) {
     const std::uint8_t int32[] = {0x01, 0x00, 0x70, 0x11};
     EXPECT_EQ(ZtDgnInt32(int32), 70000);
     const std::uint8_t minusOne[] = {0xFF, 0xFF, 0xFF, 0xFF};
     EXPECT_EQ(ZtDgnInt32(minusOne), -1);
+    const std::uint8_t highWordFirst[] = {0x34, 0x12, 0x78, 0x56};
+    EXPECT_EQ(ZtDgnUInt32(highWordFirst), 0x12345678u);
     const std::uint8_t rangeZero[] = {0x00, 0x80, 0x00, 0x00};
     EXPECT_EQ(ZtDgnRangeValue(rangeZero), 0);
     const std::uint8_t rangeLow[] = {0x00, 0x00, 0x01, 0x00};

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 namespace {
 
 // The eye at (0, 0, 10) looking down -Z, up +Y, the window -2..2 by -1..1 at distance 1.
@@ -71,7 +73,37 @@ TEST(ZtLPickFrustum3f, BoxTestsAreExact) {
     for (const Case& c : cases) {
         EXPECT_EQ(pick.Intersects(c.box), c.intersects) << c.what;
         EXPECT_EQ(pick.Contains(c.box), c.contains) << c.what;
+        EXPECT_EQ(pick.MayIntersect(c.box), c.intersects) << c.what;
     }
+}
+
+// The cheap test prunes a search: it may let a box through that misses the frustum, but
+// never turns away one that meets it, whether the frustum is wide, narrow or slanted.
+TEST(ZtLPickFrustum3f, MayIntersectNeverTurnsAwayABoxThatMeets) {
+    std::mt19937 random(11);
+    auto uniform = [&](double lo, double hi) {
+        return std::uniform_real_distribution<double>(lo, hi)(random);
+    };
+    int met = 0, letThrough = 0;
+    for (int f = 0; f < 40; ++f) {
+        ZtLFrustum3f frustum;
+        const ZtLVec3f dir = ZtLVec3f(uniform(-1, 1), uniform(-1, 1), -1).Normalized();
+        const ZtLVec3f up = (ZtLVec3f(0, 1, 0) - dir * dir.y).Normalized();
+        frustum.SetPerspective({0, 0, 10}, dir, up, 0.5, 0.5, uniform(1, 5), uniform(10, 30));
+        if (f % 2)
+            frustum.Narrow(0.49, 0.51, 0.3, 0.32);
+        const ZtLPickFrustum3f pick(frustum);
+        for (int b = 0; b < 500; ++b) {
+            const ZtLPos3f low(uniform(-15, 15), uniform(-15, 15), uniform(-20, 10));
+            const ZtLBox3f box(low, low + ZtLVec3f(uniform(0, 4), uniform(0, 4), uniform(0, 4)));
+            const bool meets = pick.Intersects(box);
+            EXPECT_TRUE(!meets || pick.MayIntersect(box));
+            met += meets;
+            letThrough += !meets && pick.MayIntersect(box);
+        }
+    }
+    EXPECT_GT(met, 500);
+    EXPECT_GT(letThrough, 0) << "the edges' axes should turn some boxes away";
 }
 
 TEST(ZtLPickFrustum3f, DepthIsTheNearestPointAlongTheView) {

@@ -66,15 +66,19 @@ TEST(ZtOpSelectInTree, EvaluatesEverySpecOnEveryElementNode) {
         spec->AddCondition(ZtOpFindCondition(nullptr, level, ZtOpFindConditionFlags::kIgnoreCase,
                                              ZtOpFindConditionOp::kEqual, text(value)));
     std::vector<std::string> got;
-    for (const auto& elements : ZtOpSelectInTree(root, {&three, &four, &none})) {
+    for (const ZtOpTreeSelection& selection : ZtOpSelectInTree(root, {&three, &four, &none})) {
         got.emplace_back();
-        for (const ZtOpSelectedElement& e : elements) {
-            const std::wstring model = e.model->GetName().Str();
-            got.back() +=
-                std::string(model.begin(), model.end()) + ":" + std::to_string(e.index) + " ";
+        std::size_t at = 0;
+        for (const ZtOpTreeSelection::Run& run : selection.runs) {
+            const std::wstring model = run.model->GetName().Str();
+            got.back() += std::string(model.begin(), model.end()) + ":";
+            for (; at < run.end; ++at)
+                got.back() += " " + std::to_string(selection.indices[at]);
+            got.back() += " ";
         }
     }
-    EXPECT_EQ(got, (std::vector<std::string>{"a.dgn:1 a.dgn:3 b.dgn:1 ", "a.dgn:2 ", ""}));
+    // One run a model, however many elements it has.
+    EXPECT_EQ(got, (std::vector<std::string>{"a.dgn: 1 3 b.dgn: 1 ", "a.dgn: 2 ", ""}));
     EXPECT_TRUE(ZtOpSelectInTree(root, {}).empty());
 }
 

@@ -1,6 +1,8 @@
 #include "readers/ZtOdPdsBlockReader.h"
 #include "readers/ZtOdPdsBlock.h"
 #include "readers/ZtOdPdsBlockFileSource.h"
+#include "readers/ZtOdPdsBlockTracker.h"
+#include "support/ZtTestRecordingDiagnostics.h"
 #include "tools/ZtTestFiles.h"
 #include "ztutil/ZtUSysString.h"
 
@@ -47,6 +49,14 @@ Blocks Children(const std::wstring& text, std::uint32_t flags) {
         blocks.push_back(Of(child));
     }
     EXPECT_EQ(parent.NextChild(&child), 0) << "the end of a value stays the end";
+    // The tracked read takes one character at a time where the plain one takes runs.
+    ZtTestRecordingDiagnostics heard;
+    ZtOdPdsBlockTracker tracker(heard, L"value");
+    parent.SetCursor(0);
+    Blocks tracked;
+    while (parent.NextChild(&child, tracker))
+        tracked.push_back(Of(child));
+    EXPECT_EQ(tracked, blocks) << "tracked";
     return blocks;
 }
 
@@ -60,6 +70,14 @@ Blocks FileBlocks(const std::string& bytes, std::uint32_t flags) {
     ZtOdPdsBlock block;
     while (source.NextBlock(&block))
         blocks.push_back(Of(block));
+    // The tracked read takes one character at a time where the plain one takes runs.
+    EXPECT_EQ(source.Open(dir.WideFile("blocks.txt").c_str()), 1);
+    ZtTestRecordingDiagnostics heard;
+    ZtOdPdsBlockTracker tracker(heard, L"blocks.txt");
+    Blocks tracked;
+    while (source.NextBlock(&block, tracker))
+        tracked.push_back(Of(block));
+    EXPECT_EQ(tracked, blocks) << "tracked";
     return blocks;
 }
 

@@ -11,6 +11,7 @@
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztplugin/ZtOpDB.h"
 #include "ztplugin/ZtOpState.h"
+#include "ztutil/ZtUSysString.h"
 
 #include <gtest/gtest.h>
 
@@ -117,6 +118,61 @@ TEST_F(OpenRoad, TheProgressRunsOnceFromZeroToOne) {
     EXPECT_TRUE(std::is_sorted(progress.seen.begin(), progress.seen.end()))
         << ::testing::PrintToString(progress.seen);
     EXPECT_EQ(progress.seen.back(), 1.0);
+}
+
+// Reading the models ahead on threads changes nothing the road gives: the scene's models
+// in their order, each one's elements, warnings and option 10, the references' outcomes,
+// the summary and the progress are those of reading each file at its turn.
+TEST_F(OpenRoad, EveryThreadCountOpensTheSameReview) {
+    const ZtTestDgnUnits metres{1000, 1, "m", "mm", {0, 0, 0}};
+    Model("a.dgn", metres, 3);
+    // Past the reader's progress step, so that a read reports on its way.
+    Model("big.dgn", metres, 70000);
+    Model("c.dgn", {12, 100, "ft", "in", {0, 0, 0}}, 2);
+    Text("text.dgn", "this is no design file\n");
+    const std::string cut = ZtTestReadBytes(dir_.File("a.dgn"));
+    Text("cut.dgn", cut.substr(0, cut.size() - 30));
+    Text("review.dri", "DesignReview_Control{new_origin{1000 0 0} dgn{name{a.dgn}} "
+                       "dgn{name{missing.dgn}} dgn{name{big.dgn}} dgn{name{text.dgn}} "
+                       "dgn{name{}} dgn{name{cut.dgn}} dgn{name{a.dgn}} master_unit{ft} "
+                       "dgn{name{a.dgn}} dgn{name{c.dgn}}}");
+    auto run = [&](std::size_t threads) {
+        ZtOpState state;
+        ZtOdPdsDriLoaderPlugin loader;
+        ZtTestRecordingProgress progress;
+        std::unique_ptr<OpenedSceneSet> opened;
+        OpenParameters parameters;
+        parameters.threads = threads;
+        EXPECT_EQ(OpenControlFile(state, loader, dir_.WideFile("review.dri"), parameters, &opened,
+                                  &progress),
+                  0);
+        std::string out;
+        if (!opened)
+            return out;
+        ReportStream stream(out);
+        AppendSceneSetSummary(stream, *opened);
+        for (std::size_t i = 0; i < opened->refs.size(); ++i)
+            out += std::to_string(i) + ": " + opened->refs[i].notLoaded + "\n";
+        const ZtOaPartition* root = state.GetRootNode();
+        for (int i = 0; i < root->GetNumChildren(); ++i) {
+            const auto& model = dynamic_cast<const ZtDgnModel&>(*root->GetChild(i));
+            out += ZtUSysString::WideToUtf8(model.GetName().Str()) + " " +
+                   std::to_string(model.GetNumElements()) + " option 10 " +
+                   std::to_string(model.GetOption10AtLoad()) + "\n";
+            for (const std::string& warning : model.GetWarnings())
+                out += "  " + warning + "\n";
+        }
+        out += "names " + std::to_string(state.EditNameDict()->Size()) + "\nprogress";
+        for (const double fraction : progress.seen)
+            out += " " + std::to_string(fraction);
+        return out;
+    };
+    const std::string one = run(1);
+    for (const char* part : {"a.dgn 3 option 10 0\n", "big.dgn 70000", "cut.dgn 2 option 10 0\n",
+                             "  the file is cut short", "c.dgn 2", "3: not a DGN V7"})
+        EXPECT_NE(one.find(part), std::string::npos) << part << "\n" << one;
+    for (const std::size_t threads : {2u, 3u, 16u})
+        EXPECT_EQ(run(threads), one) << threads;
 }
 
 } // namespace
