@@ -32,7 +32,7 @@ std::vector<const ZtOpSelectionSet*> DocumentSelectionSets(const ZtOpState& stat
 
 std::vector<SelectionResult> ComputeSelections(const ZtOpState& state, ZtOpProgress* progress) {
     const std::vector<const ZtOpSelectionSet*> sets = DocumentSelectionSets(state);
-    // A set without a find spec selects nothing; an empty spec stands in for it.
+    // A set without a find query selects nothing; an empty query stands in for it.
     const ZtOpFindSpec none;
     std::vector<const ZtOpFindSpec*> specs;
     for (const ZtOpSelectionSet* set : sets) {

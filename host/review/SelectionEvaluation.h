@@ -26,7 +26,7 @@ struct SelectionResult {
     std::wstring name;
     std::vector<SelectedRun> runs;
     std::vector<std::int64_t> indices;
-    // Whether its find spec looks at element attributes (a display set's Data criteria).
+    // Whether its find query looks at element attributes (a display set's Data criteria).
     bool usesAttributes = false;
 };
 

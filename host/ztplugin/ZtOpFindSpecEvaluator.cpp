@@ -66,7 +66,7 @@ bool ZtOpFindSpecMatches(const ZtOpFindSpec& spec, const ZtOpFindTarget& target)
 }
 
 ZtOpFindSpecEvaluator::ZtOpFindSpecEvaluator(const std::vector<const ZtOpFindSpec*>& specs) {
-    // Find specs built on others share their conditions' storage, or repeat them with another
+    // Find queries built on others share their conditions' storage, or repeat them with another
     // flag of alternatives: one evaluation serves all of them.
     std::unordered_map<const ZtOpFindCondition*, std::uint32_t> known;
     std::unordered_map<const ZtUName*, std::vector<std::uint32_t>> byProperty;
@@ -227,7 +227,7 @@ inline std::uint32_t ZtOpFindSpecEvaluator::TupleOfObject() {
     return tuple;
 }
 
-// The find spec's result on the object depends on the layout and on the texts at the positions
+// The find query's result on the object depends on the layout and on the texts at the positions
 // read alone, so that it is kept by their rows' key while the layout lasts.
 bool ZtOpFindSpecEvaluator::Matches(std::size_t index) {
     if (!keyed_ || !layoutLasts_)

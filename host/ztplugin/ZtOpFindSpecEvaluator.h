@@ -9,14 +9,14 @@
 #include <utility>
 #include <vector>
 
-// One property of an object as a find spec sees it. `category` may be null.
+// One property of an object as a find query sees it. `category` may be null.
 struct ZtOpFindProperty {
     const ZtUName* category;
     const ZtUName* name;
     const ZtUData* value;
 };
 
-// An object that find specs are evaluated on: its properties, in any order.
+// An object that find queries are evaluated on: its properties, in any order.
 class ZtOpFindTarget {
 public:
     virtual std::size_t GetNumFindProperties() const = 0;
@@ -37,18 +37,18 @@ protected:
 bool ZtOpFindConditionMatches(const ZtOpFindCondition& condition, const ZtOpFindTarget& target);
 
 // True if `target` meets every condition of at least one alternative of `spec`. An empty
-// find spec matches nothing.
+// find query matches nothing.
 bool ZtOpFindSpecMatches(const ZtOpFindSpec& spec, const ZtOpFindTarget& target);
 
-// Evaluates a list of find specs over many objects, object after object, with the results
+// Evaluates a list of find queries over many objects, object after object, with the results
 // of ZtOpFindSpecMatches. What each condition reads is resolved from the objects' property
 // names once for a run of objects that name their properties alike (the same name objects
 // in the same order, as the elements of one model do), not object by object; a condition
-// that several find specs share is evaluated once an object; a comparison's wanted side is read
+// that several find queries share is evaluated once an object; a comparison's wanted side is read
 // once, and its result on a text value is kept for the next object with that text; and
-// where every property the conditions read holds a text, the find specs' results are kept for
+// where every property the conditions read holds a text, the find queries' results are kept for
 // the next object with those texts there (a model's elements repeat a few levels, colours
-// and files by the million). The find specs must
+// and files by the million). The find queries must
 // outlive the evaluator, and the names of the objects' properties must not die while it is
 // in use (a tree holds them for its walk).
 class ZtOpFindSpecEvaluator {
@@ -58,7 +58,7 @@ public:
     // The object that the next calls of Matches look at: its `count` properties, which stay
     // where they are until the next call of SetObject.
     void SetObject(const ZtOpFindProperty* properties, std::size_t count);
-    // Whether the object meets find spec `index` (below the number of find specs given).
+    // Whether the object meets find query `index` (below the number of find queries given).
     bool Matches(std::size_t index);
 
 private:
@@ -93,7 +93,7 @@ private:
 
     std::vector<Condition> conditions_;
     std::vector<Step> steps_;
-    // Find spec i's steps are steps_[specStart_[i], specStart_[i + 1]).
+    // Find query i's steps are steps_[specStart_[i], specStart_[i + 1]).
     std::vector<std::size_t> specStart_;
     // The category and name of each property that the resolution was made for.
     std::vector<std::pair<const ZtUName*, const ZtUName*>> layout_;
@@ -110,7 +110,7 @@ private:
     std::vector<std::uint32_t> rowAt_;
     std::vector<std::uint64_t> rowFor_;
     // The positions that comparisons read, where they are few enough for a key; the keys
-    // of the rows there, and for each key a result a find spec (0, 1 or 2 as above). Kept for
+    // of the rows there, and for each key a result a find query (0, 1 or 2 as above). Kept for
     // one layout, and only while it lasts from object to object.
     std::vector<std::uint32_t> read_;
     bool keyed_ = false;

@@ -6,7 +6,7 @@ class ZtOaPropertyVisitor;
 
 // A partition whose element nodes hold few distinct lists of properties (a model's millions
 // of elements repeat a few levels, colours and styles): each list is a tuple, and a node's
-// tuple number stands for its properties. A find spec's result on a node is then its result
+// tuple number stands for its properties. A find query's result on a node is then its result
 // on the tuple, worked out once a tuple rather than once a node.
 class ZtOpFindTupleSource {
 public:

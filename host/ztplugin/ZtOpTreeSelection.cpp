@@ -10,7 +10,7 @@
 
 namespace {
 
-// The properties of one node at a time, as find specs see them. The list is kept from
+// The properties of one node at a time, as find queries see them. The list is kept from
 // node to node, so that the walk allocates only while it meets more properties than ever.
 class NodeProperties : private ZtOaPropertyVisitor {
 public:
@@ -44,7 +44,7 @@ public:
         if (node->IsPartition())
             EnterPartition(*node);
         const ZtOaPartition* model = nullptr;
-        // A node with a tuple is an element: its index is asked only when a find spec selects it.
+        // A node with a tuple is an element: its index is asked only when a find query selects it.
         const std::uint32_t tuple =
             source_ ? source_->GetFindTuple(*node) : ZtOpFindTupleSource::kNoTuple;
         if (tuple != ZtOpFindTupleSource::kNoTuple) {
@@ -73,7 +73,7 @@ public:
     std::vector<ZtOpTreeSelection> Take() { return std::move(selected_); }
 
 private:
-    // A find spec's result on a tuple of the current source: not worked out yet, fails, holds.
+    // A find query's result on a tuple of the current source: not worked out yet, fails, holds.
     static constexpr std::uint8_t kUnknown = 0;
     static constexpr std::uint8_t kFails = 1;
     static constexpr std::uint8_t kHolds = 2;
@@ -88,8 +88,8 @@ private:
                                  kUnknown);
     }
 
-    // The find specs' results on `tuple`, worked out on its first element; null if none holds.
-    // A tuple's row holds whether any does, then each find spec's result.
+    // The find queries' results on `tuple`, worked out on its first element; null if none holds.
+    // A tuple's row holds whether any does, then each find query's result.
     const std::uint8_t* TupleResults(std::uint32_t tuple) {
         std::uint8_t* row = tupleResults_.data() + std::size_t{tuple} * (selected_.size() + 1);
         if (row[0] == kUnknown) {
@@ -135,7 +135,7 @@ private:
     ZtOpFindSpecEvaluator evaluator_;
     std::vector<ZtOpTreeSelection> selected_;
     NodeProperties properties_;
-    // The partition last entered, where it is a tuple source, and the find specs' results on its
+    // The partition last entered, where it is a tuple source, and the find queries' results on its
     // tuples, a row a tuple (see TupleResults).
     const ZtOpFindTupleSource* source_ = nullptr;
     std::vector<std::uint8_t> tupleResults_;

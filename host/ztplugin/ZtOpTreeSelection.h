@@ -9,7 +9,7 @@ class ZtOaNode;
 class ZtOaPartition;
 class ZtOpProgress;
 
-// The elements that a find spec selected, in the walk's order: each element's index in its
+// The elements that a find query selected, in the walk's order: each element's index in its
 // model's file, and the models (the nearest partition above each element) as runs of
 // consecutive elements, so that a selection costs about its indices' memory.
 struct ZtOpTreeSelection {
@@ -23,9 +23,9 @@ struct ZtOpTreeSelection {
 };
 
 // Evaluates each of `specs` on every node below `root` (itself included) that stands for
-// an element, in depth-first order. The result holds, for each find spec in its order, the
-// elements it selected in that order. A node's properties are gathered once for all find specs,
-// and the find specs are evaluated as ZtOpFindSpecEvaluator does.
+// an element, in depth-first order. The result holds, for each find query in its order, the
+// elements it selected in that order. A node's properties are gathered once for all find queries,
+// and the find queries are evaluated as ZtOpFindSpecEvaluator does.
 // With a progress, the walk reports now and then the share of `elements` (the number of
 // element nodes expected) it has passed.
 std::vector<ZtOpTreeSelection> ZtOpSelectInTree(const ZtOaNode& root,

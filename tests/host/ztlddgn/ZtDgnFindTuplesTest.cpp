@@ -70,7 +70,7 @@ protected:
 
 // A tuple gives the very properties of each of its elements, elements alike in them share
 // one, an element with attributes has none, and selecting by tuples selects what each
-// element's own properties select (find specs on every property of three elements).
+// element's own properties select (find queries on every property of three elements).
 TEST_F(ZtDgnFindTuples, ATupleIsThePropertiesOfEachOfItsElements) {
     for (const bool attached : {false, true}) {
         if (attached) {

@@ -257,7 +257,7 @@ TEST_F(FindSpecEvaluation, EvaluatorFollowsEachObjectsNames) {
     exactCase.AddCondition(Make(element, level, 4, 6, L"level 3")); // levelThree's, but for case
     const std::vector<const ZtOpFindSpec*> specs = {&levelThree, &orColour, &hasPds,
                                                     &notPipes,   &noSize,   &exactCase};
-    // For each object, which find specs it meets.
+    // For each object, which find queries it meets.
     const char* expected[] = {"110000", "010000", "010000", "100110", "101000",
                               "001000", "100010", "000010", "110000"};
     ZtOpFindSpecEvaluator evaluator(specs);
