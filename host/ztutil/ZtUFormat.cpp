@@ -1,8 +1,7 @@
 #include "ztutil/ZtUFormat.h"
 
+#include <charconv>
 #include <cwchar>
-#include <iterator>
-#include <type_traits>
 #include <vector>
 
 namespace {
@@ -62,20 +61,8 @@ bool IsPlain(const wchar_t* format) {
 }
 
 template <class T> void AppendInteger(std::wstring& out, T value) {
-    using Unsigned = std::make_unsigned_t<T>;
-    wchar_t digits[24];
-    wchar_t* end = digits + std::size(digits);
-    wchar_t* at = end;
-    // Negated in the unsigned type, so that the least value has a magnitude too.
-    Unsigned magnitude =
-        value < 0 ? Unsigned(0) - static_cast<Unsigned>(value) : static_cast<Unsigned>(value);
-    do {
-        *--at = static_cast<wchar_t>(L'0' + magnitude % 10);
-        magnitude /= 10;
-    } while (magnitude != 0);
-    if (value < 0)
-        *--at = L'-';
-    out.append(at, end);
+    char digits[24];
+    out.append(digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
 }
 
 // Writes a format that IsPlain, as vswprintf would.
