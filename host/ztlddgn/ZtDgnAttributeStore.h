@@ -27,7 +27,7 @@ constexpr std::uint64_t ZtDgnAttributeKey(std::uint64_t dmrs) {
 // The attributes that a model's elements carry from an attribute source, kept compact: a
 // model may hold millions. Texts are kept once each (names and values apart), an attribute
 // is the number of a distinct (name, value) pair, and the attributes of one key lie side by
-// side, shared by every element that carries the key. The properties that find specs and
+// side, shared by every element that carries the key. The properties that find queries and
 // reports see are made from a pair when first asked for, and live as long as the store.
 class ZtDgnAttributeStore {
 public:

@@ -31,11 +31,11 @@ struct ZtOpFindConditionFlags {
         kFlag8 = 8,           // carried, no effect on evaluation
         kNegate = 32,         // on a value comparison: the property must be there and the
                               // comparison must fail
-        kNewAlternative = 64, // the condition opens a new alternative of its find spec
+        kNewAlternative = 64, // the condition opens a new alternative of its find query
     };
 };
 
-// One condition of a find spec: an operator applied to a property (optionally within a
+// One condition of a find query: an operator applied to a property (optionally within a
 // category) and a value. A value type: copies are independent. It holds a count on each
 // name, so that it may outlive the dictionary's other holders.
 class ZtOpFindCondition {

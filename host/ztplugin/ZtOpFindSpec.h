@@ -10,7 +10,7 @@
 // object matches if it meets every condition of at least one alternative.
 class ZtOpFindSpec {
 public:
-    // Find specs live on the host's heap, so that one made by a plug-in is freed by the host.
+    // Find queries live on the host's heap, so that one made by a plug-in is freed by the host.
     static void* operator new(std::size_t size);
     static void operator delete(void* block);
 
@@ -26,7 +26,7 @@ public:
     // million, and copies would take memory out of all proportion.
     void Follow(const ZtOpFindSpec& other);
 
-    // Puts the find spec into its select-all mode: every matching object is selected, not only
+    // Puts the find query into its select-all mode: every matching object is selected, not only
     // the first.
     void SelectAll() { selectAll_ = true; }
     bool IsSelectAll() const { return selectAll_; }

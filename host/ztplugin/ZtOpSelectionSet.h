@@ -2,7 +2,7 @@
 #include "ztplugin/ZtOpFindSpec.h"
 #include "ztplugin/ZtOpSavedItem.h"
 
-// What a selection set selects when it is applied: the objects that its find spec finds.
+// What a selection set selects when it is applied: the objects that its find query finds.
 class ZtOpImplicitSelection {
 public:
     // Keeps a copy of `spec`; the caller keeps its own.

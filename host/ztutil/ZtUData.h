@@ -8,7 +8,7 @@
 
 // The host's variant value. A data value that holds a name holds one count on it. Copies
 // of a text value share its text, which is never changed in place, so that values that
-// repeat one text (the conditions of find specs) cost no more than a pointer each.
+// repeat one text (the conditions of find queries) cost no more than a pointer each.
 class ZtUData {
 public:
     enum Type { kEmpty, kBool, kInt32, kInt64, kUInt64, kDouble, kWideString, kName };

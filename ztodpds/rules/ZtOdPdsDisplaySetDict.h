@@ -20,7 +20,7 @@ public:
     // The set listed under `name` (compared exactly), or null.
     ZtOdPdsDisplaySet* Find(const wchar_t* name) const;
 
-    // The find spec of the set made last. A set that builds on an earlier one mostly
+    // The find query of the set made last. A set that builds on an earlier one mostly
     // repeats it, so a new set's conditions follow it and share its storage.
     const ZtOpFindSpec& GetLastFindSpec() const { return lastFindSpec_; }
     void SetLastFindSpec(const ZtOpFindSpec& spec) { lastFindSpec_ = spec; }

@@ -8,12 +8,12 @@
 
 struct ZtOdPdsDstContext;
 
-// Collects the conditions of one flattened display set into a find spec, and makes of it
+// Collects the conditions of one flattened display set into a find query, and makes of it
 // a saved selection set. Lives for the end of one display set; the calls come in the order
 // constructor, conditions and alternatives, SetComment, AddSelectionSet, destructor.
 class ZtOdPdsFindSpecBuilder {
 public:
-    // `name` is the name of the selection set to make; the find spec takes at most
+    // `name` is the name of the selection set to make; the find query takes at most
     // `maxConditions` conditions.
     explicit ZtOdPdsFindSpecBuilder(const wchar_t* name,
                                     std::uint64_t maxConditions = kZtOdPdsMaxConditions);
@@ -33,7 +33,7 @@ public:
     int HasOverflowed() const { return overflowed_; }
 
     void SetComment(const wchar_t* comment) { comment_.SetString(comment); }
-    // Makes the selection set, with the find spec in its select-all mode and the comment (if it
+    // Makes the selection set, with the find query in its select-all mode and the comment (if it
     // isn't empty) as comment 0, and adds it to the context's folder.
     void AddSelectionSet(ZtOdPdsDstContext* context);
 

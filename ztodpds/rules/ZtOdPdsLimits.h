@@ -10,9 +10,9 @@
 constexpr std::size_t kZtOdPdsMaxScopeDepth = 10000;
 // Nodes on the longest path of its evaluated tree; a lone statement has depth 1.
 constexpr std::size_t kZtOdPdsMaxTreeDepth = 10000;
-// Conditions of its flat form, and of its find spec.
+// Conditions of its flat form, and of its find query.
 constexpr std::uint64_t kZtOdPdsMaxConditions = 1000000;
-// Conditions of the find specs made from one file, all its sets together: sets that
+// Conditions of the find queries made from one file, all its sets together: sets that
 // repeat others can make output far larger than the file. The set that would pass it is
 // abandoned, and so is every set behind it.
 constexpr std::uint64_t kZtOdPdsMaxFileConditions = 4000000;

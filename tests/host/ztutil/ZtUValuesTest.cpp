@@ -51,7 +51,7 @@ TEST(ZtUData, HoldsACountOnItsName) {
     // The last holder deleted it: the sanitizer run would report a leak otherwise.
 }
 
-// Find specs repeat one value text many times over; each copy must not cost a text.
+// Find queries repeat one value text many times over; each copy must not cost a text.
 TEST(ZtUData, CopiesShareATextAndStayIndependent) {
     ZtUData a;
     a.SetWideString(L"a value longer than any short-string buffer");

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-// Expressions and find specs in a form that tests can write down and compare whole.
+// Expressions and find queries in a form that tests can write down and compare whole.
 
 // A statement whose condition has the property "P", flags 5, operator `op` and the value
 // `label`.
