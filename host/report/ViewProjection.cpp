@@ -36,7 +36,7 @@ std::optional<ViewProjection> ViewProjection::Perspective(const ZtNvCamera& came
     view.frustum_ = frustum.GetMatrix();
     view.eye_ = camera.GetPosition();
     view.viewDir_ = camera.ViewDir();
-    view.pixelsAtUnitDepth_ = view.height_ / (2 * std::tan(camera.GetHeightField() / 2));
+    view.pixelsAtUnitDepth_ = view.height_ / (2 * camera.GetHalfHeight());
     view.right_ = frustum.GetRight();
     view.up_ = frustum.GetUp();
     view.left_ = frustum.GetWindowLeft(), view.rightEdge_ = frustum.GetWindowRight();

@@ -52,7 +52,7 @@ int ZtNvCamera::Frustum(ZtLFrustum3f* frustum, double aspect) const {
     if (!HasValidFrustum(aspect))
         return 0;
     const double ratio = aspect == 0.0 ? aspect_ : aspect;
-    const double halfHeight = std::tan(heightField_ / 2);
-    frustum->SetPerspective(position_, viewDir_, up_, halfHeight * ratio, halfHeight, near_, far_);
+    frustum->SetPerspective(position_, viewDir_, up_, halfHeight_ * ratio, halfHeight_, near_,
+                            far_);
     return 1;
 }

@@ -1,6 +1,8 @@
 #pragma once
 #include "ztlinear/ZtLVec3f.h"
 
+#include <cmath>
+
 class ZtLFrustum3f;
 
 // A perspective camera in master units. A new camera stands at the origin looking along
@@ -26,7 +28,13 @@ public:
 
     // The vertical field of view, in radians.
     double GetHeightField() const { return heightField_; }
-    void SetHeightField(double radians) { heightField_ = radians; }
+    void SetHeightField(double radians) {
+        heightField_ = radians;
+        halfHeight_ = std::tan(radians / 2);
+    }
+    // tan(height field / 2): the half height of the view at unit distance, kept with the
+    // field because every projection through the camera needs it.
+    double GetHalfHeight() const { return halfHeight_; }
     double GetAspectRatio() const { return aspect_; }
     double GetNear() const { return near_; }
     double GetFar() const { return far_; }
@@ -50,6 +58,7 @@ private:
     ZtLVec3f viewDir_{0, 0, -1};
     ZtLVec3f up_{0, 1, 0};
     double heightField_ = 0.7853981633974483; // 45 degrees
+    double halfHeight_ = std::tan(heightField_ / 2);
     double aspect_ = 1.0;
     double near_ = 0.01;
     double far_ = 1e6;

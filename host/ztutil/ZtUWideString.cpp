@@ -14,6 +14,13 @@ void ZtUWideStringBuffer::ExtractSubString(std::size_t first, std::size_t count,
         out->Clear();
         return;
     }
+    if (out == this) {
+        // In place: the tail moves down, with no copy of the text kept.
+        out->text_.erase(0, first);
+        if (count < out->text_.size())
+            out->text_.resize(count);
+        return;
+    }
     out->text_.assign(text_, first, count);
 }
 

@@ -79,16 +79,23 @@ public:
         // No count starts here: that takes an opening brace, which ends the run.
         wchar_t* out = buffer_ + length_;
         const wchar_t* const room = buffer_ + end_;
-        std::uint32_t passThrough = passThrough_;
         unsigned c;
+        // Counted text first, where no character needs a look; then text up to a brace.
+        std::uint32_t passThrough = passThrough_;
         for (;;) {
             c = next();
             if (c == endMark || out >= room)
                 break;
-            if (passThrough != 0)
-                --passThrough;
-            else if (c == L'{' || c == L'}')
+            if (passThrough == 0) {
+                while (c != L'{' && c != L'}') {
+                    *out++ = static_cast<wchar_t>(c);
+                    c = next();
+                    if (c == endMark || out >= room)
+                        break;
+                }
                 break;
+            }
+            --passThrough;
             *out++ = static_cast<wchar_t>(c);
         }
         passThrough_ = passThrough;
@@ -262,12 +269,20 @@ private:
                text[length_ - 2] == L'x' && text[length_ - 1] == L't';
     }
 
-    // The gathered text up to its first NUL.
+    // The gathered text up to its first NUL. Most names and many values are a few
+    // characters, shorter than what a call of wmemchr pays for itself.
     std::size_t LengthToNul() const {
         const wchar_t* text = Text();
+        if (length_ <= kShortText) {
+            std::size_t length = 0;
+            while (length < length_ && text[length] != L'\0')
+                ++length;
+            return length;
+        }
         const wchar_t* nul = std::wmemchr(text, L'\0', length_);
         return nul ? static_cast<std::size_t>(nul - text) : length_;
     }
+    static constexpr std::size_t kShortText = 16;
 
     // Drops the gathered text; with kSlices, the next slice starts at the next character.
     // A block that memory ran short for gathers nothing up to its end.

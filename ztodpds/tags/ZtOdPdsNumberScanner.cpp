@@ -25,24 +25,27 @@ bool ZtOdPdsNumberScanner::Integer(std::uint64_t limit, std::int64_t* value) {
     if (*p < L'0' || *p > L'9')
         return false;
     // The magnitude stops at one past the limit, which the negative side still reaches,
-    // so that it never overflows: a magnitude up to cap / 10 takes a digit without
-    // overflow, and one above it passes the cap with any digit. One division a number.
+    // so that it never overflows. Eighteen digits make less than 10^18, which 64 bits
+    // hold: the cap is applied behind them, and only a longer number pays for the
+    // division that the capped loop needs. A character below '0' wraps to a large digit.
     const std::uint64_t cap = limit + 1;
-    const std::uint64_t mostTimesTen = cap / 10;
-    std::uint64_t magnitude = 0;
-    // Eighteen digits make less than 10^18, which 64 bits hold: the cap is applied behind
-    // them. A character below '0' wraps to a large digit.
     auto digitAt = [](const wchar_t* at) {
         return static_cast<std::uint32_t>(*at) - static_cast<std::uint32_t>(L'0');
     };
-    for (int unchecked = 18; unchecked > 0 && digitAt(p) < 10; --unchecked, ++p)
-        magnitude = magnitude * 10 + digitAt(p);
-    if (magnitude > cap)
-        magnitude = cap;
-    for (; *p >= L'0' && *p <= L'9'; ++p) {
-        const auto digit = static_cast<std::uint64_t>(*p - L'0');
-        const std::uint64_t next = magnitude * 10 + digit;
-        magnitude = magnitude > mostTimesTen || next > cap ? cap : next;
+    std::uint64_t magnitude = 0;
+    std::uint32_t digit;
+    for (int unchecked = 18; unchecked > 0 && (digit = digitAt(p)) < 10; --unchecked, ++p)
+        magnitude = magnitude * 10 + digit;
+    if (digitAt(p) < 10) {
+        // A magnitude up to cap / 10 takes a digit without overflow, and one above it
+        // passes the cap with any digit.
+        const std::uint64_t mostTimesTen = cap / 10;
+        if (magnitude > cap)
+            magnitude = cap;
+        for (; (digit = digitAt(p)) < 10; ++p) {
+            const std::uint64_t next = magnitude * 10 + digit;
+            magnitude = magnitude > mostTimesTen || next > cap ? cap : next;
+        }
     }
     if (negative)
         *value = magnitude >= cap ? -static_cast<std::int64_t>(limit) - 1
