@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
 #include <memory>
 
 #ifdef ZTODPDS_HAVE_ZLIB
@@ -46,11 +47,17 @@ std::string Deflate(const std::vector<std::uint8_t>& data) {
 }
 #endif
 
-// A coordinate as a pixel number within [low, high]: what lies beyond either end lands
-// on it, before any conversion to int could overflow.
-int PixelWithin(double value, int low, int high) {
-    return static_cast<int>(
-        std::clamp(std::floor(value), static_cast<double>(low), static_cast<double>(high)));
+// A finite coordinate as a pixel number within [low, high], the pixel whose span holds it:
+// what lies beyond either end lands on it, before any conversion to int could overflow.
+// Inside, the conversion truncates and one step down makes that the floor, without a call
+// of floor for every pixel of a mark or line.
+inline int PixelWithin(double value, int low, int high) {
+    if (!(value > low))
+        return low;
+    if (value >= high)
+        return high;
+    const int truncated = static_cast<int>(value);
+    return truncated - (truncated > value ? 1 : 0);
 }
 
 bool Finite(std::initializer_list<double> values) {
@@ -133,8 +140,9 @@ void PaletteRaster::Set(int x, int y, std::uint8_t index) {
 
 std::optional<PaletteRaster::Span> PaletteRaster::Cover(double x0, double y0, double x1,
                                                         double y1) const {
-    if (!Finite({x0, y0, x1, y1}) || std::max(x0, x1) < 0 || std::max(y0, y1) < 0 ||
-        std::min(x0, x1) >= width_ || std::min(y0, y1) >= height_)
+    if (!std::isfinite(x0) || !std::isfinite(y0) || !std::isfinite(x1) || !std::isfinite(y1) ||
+        std::max(x0, x1) < 0 || std::max(y0, y1) < 0 || std::min(x0, x1) >= width_ ||
+        std::min(y0, y1) >= height_)
         return std::nullopt;
     return Span{PixelWithin(std::min(x0, x1), 0, width_ - 1),
                 PixelWithin(std::min(y0, y1), 0, height_ - 1),
@@ -148,9 +156,22 @@ void PaletteRaster::Fill(double x0, double y0, double x1, double y1, std::uint8_
 }
 
 void PaletteRaster::Fill(const Span& span, std::uint8_t index) {
-    for (int y = span.top; y <= span.bottom; ++y)
-        std::fill_n(pixels_.begin() + static_cast<std::ptrdiff_t>(y) * width_ + span.left,
-                    span.right - span.left + 1, index);
+    // Most spans are the few pixels of a mark too small to see, not worth a call of
+    // memset a row.
+    const auto across = static_cast<std::size_t>(span.right - span.left + 1);
+    const auto stride = static_cast<std::size_t>(width_);
+    std::uint8_t* row = pixels_.data() + static_cast<std::size_t>(span.top) * stride +
+                        static_cast<std::size_t>(span.left);
+    for (int y = span.top; y <= span.bottom; ++y, row += stride) {
+        if (across > 4) {
+            std::memset(row, index, across);
+            continue;
+        }
+        row[0] = index;
+        row[across > 1 ? 1 : 0] = index;
+        row[across > 2 ? 2 : 0] = index;
+        row[across > 3 ? 3 : 0] = index;
+    }
     used_ = true;
     highest_ = std::max(highest_, index);
 }

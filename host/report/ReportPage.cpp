@@ -9,6 +9,7 @@
 #include "report/SceneMarkIndex.h"
 #include "report/ViewPictureSvg.h"
 #include "ztutil/ZtUFile.h"
+#include "ztutil/ZtUParallel.h"
 #include "ztutil/ZtUSysFile.h"
 #include "ztutil/ZtUSysString.h"
 
@@ -34,6 +35,8 @@ constexpr int kSavedViewMaxHeight = 460;
 constexpr std::size_t kSavedViewShapes = 30000;
 constexpr std::size_t kSavedViewMinShapes = 1000;
 constexpr Rgba kHighlight = {255, 196, 0, 255};
+// Saved views' figures drawn at once for each thread before they join the page.
+constexpr std::size_t kFiguresAThread = 8;
 // Bytes of the page converted and written at a time.
 constexpr std::size_t kWritePiece = std::size_t{1} << 20;
 // The permission argument of a new file: read and write, as the host's file layer takes it.
@@ -41,8 +44,8 @@ constexpr int kReadWrite = 0x180;
 
 class PageWriter {
 public:
-    explicit PageWriter(const ReportScene& scene)
-        : scene_(scene), layout_(MakePageLayout(scene)),
+    PageWriter(const ReportScene& scene, std::size_t threads)
+        : scene_(scene), threads_(threads), layout_(MakePageLayout(scene)),
           chosen_(ChooseShapes(scene, 1 / layout_.scale)), shapes_(ReadSceneShapes(scene, chosen_)),
           isShape_(scene.elements.size(), false) {
         for (std::uint32_t element : chosen_)
@@ -168,28 +171,29 @@ private:
     // (rasters, shapes, texts, and what `scene` adds) under one transform for zoom and
     // pan, and above it what keeps its size on the screen: pins and what `overlay` adds.
     template <class Scene, class Overlay>
-    void Figure(const std::string& id, const std::string& title, const std::string& attributes,
-                const ViewPicture& picture, bool hidden, Scene scene, Overlay overlay) {
+    void Figure(std::string& out, const std::string& id, const std::string& title,
+                const std::string& attributes, const ViewPicture& picture, bool hidden, Scene scene,
+                Overlay overlay) const {
         const std::string width = std::to_string(picture.width);
         const std::string height = std::to_string(picture.height);
-        out_ += "<figure class=\"viewer\" id=\"" + id + "\"" + (hidden ? " hidden" : "") +
-                "><figcaption><h2 id=\"title-" + id + "\">" + title +
-                "</h2><span class=\"zoom\"><button type=\"button\" data-act=\"in\" "
-                "aria-label=\"Zoom in\">+</button><button type=\"button\" data-act=\"out\" "
-                "aria-label=\"Zoom out\">−</button><button type=\"button\" data-act=\"fit\">"
-                "Fit</button></span></figcaption>\n<svg class=\"view\" id=\"view-" +
-                id + "\" xmlns=\"http://www.w3.org/2000/svg\" width=\"" + width + "\" height=\"" +
-                height + "\" viewBox=\"0 0 " + width + " " + height +
-                "\" tabindex=\"0\" role=\"img\" aria-labelledby=\"title-" + id +
-                "\" aria-describedby=\"nav-help\"" + attributes + ">\n<g class=\"scene\">\n";
-        Rasters(picture);
-        AppendShapesSvg(out_, scene_, shapes_, picture);
-        AppendTextsSvg(out_, scene_, shapes_, picture);
+        out += "<figure class=\"viewer\" id=\"" + id + "\"" + (hidden ? " hidden" : "") +
+               "><figcaption><h2 id=\"title-" + id + "\">" + title +
+               "</h2><span class=\"zoom\"><button type=\"button\" data-act=\"in\" "
+               "aria-label=\"Zoom in\">+</button><button type=\"button\" data-act=\"out\" "
+               "aria-label=\"Zoom out\">−</button><button type=\"button\" data-act=\"fit\">"
+               "Fit</button></span></figcaption>\n<svg class=\"view\" id=\"view-" +
+               id + "\" xmlns=\"http://www.w3.org/2000/svg\" width=\"" + width + "\" height=\"" +
+               height + "\" viewBox=\"0 0 " + width + " " + height +
+               "\" tabindex=\"0\" role=\"img\" aria-labelledby=\"title-" + id +
+               "\" aria-describedby=\"nav-help\"" + attributes + ">\n<g class=\"scene\">\n";
+        Rasters(out, picture);
+        AppendShapesSvg(out, scene_, shapes_, picture);
+        AppendTextsSvg(out, scene_, shapes_, picture);
         scene();
-        out_ += "</g>\n<g class=\"overlay\">\n<g class=\"sight\"></g>\n";
+        out += "</g>\n<g class=\"overlay\">\n<g class=\"sight\"></g>\n";
         overlay();
-        AppendPinsSvg(out_, picture);
-        out_ += "</g>\n</svg>\n</figure>\n";
+        AppendPinsSvg(out, picture);
+        out += "</g>\n</svg>\n</figure>\n";
     }
 
     void OrthographicView(const PageView& view) {
@@ -202,7 +206,8 @@ private:
             Exact(layout_.OriginX(view)) + "\" data-oy=\"" + Exact(layout_.OriginY(view)) +
             "\" data-units=\"" + Escaped(scene_.sceneUnits) + "\"";
         Figure(
-            view.id, view.title, attributes, picture, false, [&] { ModelOutlines(projection); },
+            out_, view.id, view.title, attributes, picture, false,
+            [&] { ModelOutlines(projection); },
             [&] {
                 out_ += "<g class=\"labels\">\n";
                 for (const ReportModel& model : scene_.models)
@@ -232,84 +237,102 @@ private:
     }
 
     // Each saved view as its camera saw it; the first shown, the others when their tag or
-    // name is chosen. The views share out the shapes they may draw.
+    // name is chosen. The views share out the shapes they may draw. With more than one
+    // thread, the figures of a run of views are drawn at once and added in their order.
     void SavedViews() {
         if (scene_.views.empty())
             return;
         const std::size_t budget =
             std::max(kSavedViewMinShapes, kSavedViewShapes / scene_.views.size());
+        marks_.emplace(scene_, isShape_);
         out_ += "<section id=\"saved\" aria-label=\"Saved views\">\n";
-        for (std::size_t v = 0; v < scene_.views.size(); ++v) {
-            const ReportView& view = scene_.views[v];
-            const std::string id = "saved-" + std::to_string(v);
-            const std::string title = "Saved view: " + Escaped(view.name);
-            const double aspect = view.camera.GetAspectRatio();
-            const int width = aspect > 0 && kSavedViewWidth / aspect > kSavedViewMaxHeight
-                                  ? static_cast<int>(kSavedViewMaxHeight * aspect)
-                                  : kSavedViewWidth;
-            const std::optional<ViewProjection> projection =
-                ViewProjection::Perspective(view.camera, view.clipPlanes, width);
-            if (!projection) {
-                out_ += "<figure class=\"viewer\" id=\"" + id + "\"" + (v ? " hidden" : "") +
-                        "><figcaption><h2>" + title +
-                        "</h2></figcaption><p>Its camera gives no view.</p></figure>\n";
-                continue;
+        const std::size_t views = scene_.views.size();
+        const std::size_t threads = std::min(threads_, views);
+        if (threads <= 1) {
+            for (std::size_t v = 0; v < views; ++v)
+                SavedViewFigure(out_, v, budget);
+        } else {
+            // A run of figures held at once: enough to keep the threads busy, few enough
+            // that the page is not held twice.
+            const std::size_t run = kFiguresAThread * threads;
+            std::vector<std::string> figures(run);
+            for (std::size_t first = 0; first < views; first += run) {
+                const std::size_t count = std::min(run, views - first);
+                ZtUParallelFor(count, threads, [&](std::size_t i) {
+                    figures[i].clear();
+                    SavedViewFigure(figures[i], first + i, budget);
+                });
+                for (std::size_t i = 0; i < count; ++i)
+                    out_ += figures[i];
             }
-            if (!marks_)
-                marks_.emplace(scene_, isShape_);
-            ViewPicture picture =
-                DrawScene(scene_, shapes_, isShape_, *projection, budget, &*marks_);
-            AddSavedViewPins(view, *projection, &picture);
-            Figure(
-                id, title, " data-perspective=\"1\"", picture, v != 0, [] {}, [] {});
         }
         out_ += "</section>\n";
     }
 
+    void SavedViewFigure(std::string& out, std::size_t v, std::size_t budget) const {
+        const ReportView& view = scene_.views[v];
+        const std::string id = "saved-" + std::to_string(v);
+        const std::string title = "Saved view: " + Escaped(view.name);
+        const double aspect = view.camera.GetAspectRatio();
+        const int width = aspect > 0 && kSavedViewWidth / aspect > kSavedViewMaxHeight
+                              ? static_cast<int>(kSavedViewMaxHeight * aspect)
+                              : kSavedViewWidth;
+        const std::optional<ViewProjection> projection =
+            ViewProjection::Perspective(view.camera, view.clipPlanes, width);
+        if (!projection) {
+            out += "<figure class=\"viewer\" id=\"" + id + "\"" + (v ? " hidden" : "") +
+                   "><figcaption><h2>" + title +
+                   "</h2></figcaption><p>Its camera gives no view.</p></figure>\n";
+            return;
+        }
+        ViewPicture picture = DrawScene(scene_, shapes_, isShape_, *projection, budget, &*marks_);
+        AddSavedViewPins(view, *projection, &picture);
+        Figure(
+            out, id, title, " data-perspective=\"1\"", picture, v != 0, [] {}, [] {});
+    }
+
     // What the picture marks as pixels, coloured by level and by colour number, and for
     // each selection set its marked elements in the highlight. Each mark's pixels are
-    // worked out once for all the rasters.
-    void Rasters(const ViewPicture& picture) {
+    // worked out once, and painted into all the rasters in one pass over the marks.
+    void Rasters(std::string& out, const ViewPicture& picture) const {
         const PaletteRaster blank(picture.width, picture.height);
-        std::vector<std::pair<std::uint32_t, PaletteRaster::Span>> spans;
-        for (const PictureMark& mark : picture.marks)
-            if (const auto span = blank.Cover(mark.x0, mark.y0, mark.x1, mark.y1))
-                spans.emplace_back(mark.element, *span);
-        const auto paint = [&](auto indexOf) {
-            PaletteRaster raster = blank;
-            for (const auto& [element, span] : spans)
-                if (const std::uint8_t index = indexOf(scene_.elements[element], element))
-                    raster.Fill(span, index);
-            return raster;
-        };
-        for (int byColour = 0; byColour < 2; ++byColour)
-            Image(paint([&](const ReportElement& e, std::uint32_t) {
-                      return index_[byColour][byColour ? e.colour : e.level];
-                  }),
-                  palette_[byColour], byColour ? "raster colour" : "raster level", "");
+        std::vector<PaletteRaster> rasters(2 + inSet_.size(), blank);
+        for (const PictureMark& mark : picture.marks) {
+            const auto span = blank.Cover(mark.x0, mark.y0, mark.x1, mark.y1);
+            if (!span)
+                continue;
+            const ReportElement& e = scene_.elements[mark.element];
+            if (const std::uint8_t index = index_[0][e.level])
+                rasters[0].Fill(*span, index);
+            if (const std::uint8_t index = index_[1][e.colour])
+                rasters[1].Fill(*span, index);
+            for (std::size_t s = 0; s < inSet_.size(); ++s)
+                if (inSet_[s][mark.element])
+                    rasters[2 + s].Fill(*span, 1);
+        }
+        Image(out, rasters[0], palette_[0], "raster level", "");
+        Image(out, rasters[1], palette_[1], "raster colour", "");
         for (std::size_t s = 0; s < inSet_.size(); ++s)
-            Image(paint([&](const ReportElement&, std::uint32_t e) {
-                      return static_cast<std::uint8_t>(inSet_[s][e]);
-                  }),
-                  {{0, 0, 0, 0}, kHighlight}, "overlay",
+            Image(out, rasters[2 + s], {{0, 0, 0, 0}, kHighlight}, "overlay",
                   " data-set=\"" + std::to_string(s) + "\" visibility=\"hidden\"");
     }
 
-    void Image(const PaletteRaster& raster, const std::vector<Rgba>& palette, const char* cls,
-               const std::string& extra) {
+    static void Image(std::string& out, const PaletteRaster& raster,
+                      const std::vector<Rgba>& palette, const char* cls, const std::string& extra) {
         if (!raster.IsUsed())
             return;
-        out_ += std::string("<image class=\"") + cls + "\"" + extra + " x=\"0\" y=\"0\" width=\"" +
-                std::to_string(raster.Width()) + "\" height=\"" + std::to_string(raster.Height()) +
-                "\" image-rendering=\"pixelated\" href=\"" + raster.DataUri(palette) + "\"/>\n";
+        out += std::string("<image class=\"") + cls + "\"" + extra + " x=\"0\" y=\"0\" width=\"" +
+               std::to_string(raster.Width()) + "\" height=\"" + std::to_string(raster.Height()) +
+               "\" image-rendering=\"pixelated\" href=\"" + raster.DataUri(palette) + "\"/>\n";
     }
 
     const ReportScene& scene_;
+    const std::size_t threads_;
     const PageLayout layout_;
     const std::vector<std::uint32_t> chosen_;
     const std::vector<SceneShape> shapes_;
     std::vector<bool> isShape_;
-    // Made for the first saved view that the page draws, for all of them.
+    // Made for the saved views, for all of them.
     std::optional<SceneMarkIndex> marks_;
     PageKeys keys_;
     std::vector<Rgba> palette_[2];
@@ -321,11 +344,11 @@ private:
 
 } // namespace
 
-std::string ReportPageHtml(const ReportScene& scene) {
-    return PageWriter(scene).Html();
+std::string ReportPageHtml(const ReportScene& scene, std::size_t threads) {
+    return PageWriter(scene, threads == 0 ? ZtUHardwareThreads() : threads).Html();
 }
 
-bool WriteReportPage(const ReportScene& scene, const std::string& path) {
+bool WriteReportPage(const ReportScene& scene, const std::string& path, std::size_t threads) {
     const std::wstring widePath = ZtUSysString::Utf8ToWide(path);
     ZtUFile* file =
         ZtUSysFile::fopenW(widePath.c_str(), ZtUSysFile::kAccessWrite, ZtUSysFile::kCreateAlways,
@@ -334,7 +357,7 @@ bool WriteReportPage(const ReportScene& scene, const std::string& path) {
         return false;
     // In pieces, each ending before a character's first byte, so that the wide text is
     // never more than one piece of a page that may run to many megabytes.
-    const std::string page = ReportPageHtml(scene);
+    const std::string page = ReportPageHtml(scene, threads);
     bool written = true;
     for (std::size_t at = 0; at < page.size() && written;) {
         std::size_t end = std::min(page.size(), at + kWritePiece);

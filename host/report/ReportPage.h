@@ -1,4 +1,5 @@
 #pragma once
+#include <cstddef>
 #include <string>
 
 struct ReportScene;
@@ -15,8 +16,11 @@ struct ReportScene;
 // data-perspective. Paths carry the element they draw (data-e its outermost element,
 // data-c the component where that differs); the script element "page-data" holds, as
 // JSON, what the page tells of the elements.
-std::string ReportPageHtml(const ReportScene& scene);
+//
+// The saved views are drawn on `threads` threads (0: one a core); the page is the same
+// whatever their number.
+std::string ReportPageHtml(const ReportScene& scene, std::size_t threads = 1);
 
 // Writes the page to `path` through the host's write stream, which leaves an old file as
 // it was and records why when the write fails; false then.
-bool WriteReportPage(const ReportScene& scene, const std::string& path);
+bool WriteReportPage(const ReportScene& scene, const std::string& path, std::size_t threads = 1);

@@ -275,7 +275,13 @@ ViewPicture DrawScene(const ReportScene& scene, const std::vector<SceneShape>& s
         index ? index->RangesInView(view) : std::nullopt;
     const std::vector<SceneMarkIndex::Range> everything = {
         {0, static_cast<std::uint32_t>(scene.elements.size())}};
-    for (const auto& [first, end] : ranges ? *ranges : everything)
+    const std::vector<SceneMarkIndex::Range>& marked = ranges ? *ranges : everything;
+    // Room for a mark of every element the ranges hold, which most of them become.
+    std::size_t most = picture.marks.size();
+    for (const auto& [first, end] : marked)
+        most += end - first;
+    picture.marks.reserve(most);
+    for (const auto& [first, end] : marked)
         for (std::uint32_t i = first; i < end; ++i) {
             if (scene.elements[i].components != 0 || (i < isShape.size() && isShape[i]))
                 continue;

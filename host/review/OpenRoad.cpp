@@ -8,6 +8,7 @@
 #include "ztplugin/ZtOpProgress.h"
 #include "ztplugin/ZtOpSceneProps.h"
 #include "ztplugin/ZtOpState.h"
+#include "ztutil/ZtUParallel.h"
 #include "ztutil/ZtUSysFile.h"
 
 #include <cerrno>
@@ -16,7 +17,6 @@
 #include <map>
 #include <memory>
 #include <string_view>
-#include <thread>
 #include <utility>
 #include <vector>
 
@@ -99,7 +99,7 @@ public:
     // comes, and the road's calls and outputs are those of reading each file at that turn.
     void ReadAhead(std::size_t threads) {
         if (threads == 0)
-            threads = std::max(1u, std::thread::hardware_concurrency());
+            threads = ZtUHardwareThreads();
         std::vector<std::wstring> paths;
         for (std::size_t i = 0; i < set_.GetSceneRefs().Size(); ++i) {
             const ZtOpSceneRef& ref = *set_.GetSceneRefs()[i];

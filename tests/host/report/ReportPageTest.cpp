@@ -130,6 +130,31 @@ TEST(ReportPage, SmallElementsJoinTheRaster) {
     EXPECT_NE(page.find("\"sets\": [[0]]"), std::string::npos);
 }
 
+// Saved views drawn on threads join the page in their order: the same bytes on any
+// number of threads, over runs of views that end part way and a view with no picture.
+TEST(ReportPage, ThreadsDrawTheSamePage) {
+    ReportScene scene = OneTagScene("x");
+    for (int i = 0; i < 400; ++i) {
+        const double x = i % 20 * 0.5, y = i / 20 * 0.25;
+        scene.elements.push_back(
+            {ZtLBox3f({x, y, 0}, {x + 0.01, y + 0.01, 0.01}), static_cast<std::uint8_t>(i % 7), 9});
+    }
+    scene.sets[0].elements = {3, 4, 5};
+    for (int v = 1; v < 37; ++v) {
+        ReportView view = scene.views[0];
+        view.name = "View " + std::to_string(v);
+        view.camera = LookingAt({20.0 - v, -20, 10.0 + v % 5}, {v % 10 * 1.0, 2.5, 0});
+        if (v == 17)
+            view.camera.SetHeightField(0);
+        scene.views.push_back(view);
+    }
+    const std::string one = ReportPageHtml(scene, 1);
+    EXPECT_EQ(Occurrences(one, "Its camera gives no view."), 1u);
+    EXPECT_EQ(Occurrences(one, "<image class=\"raster level\""), 36u + 3u);
+    for (std::size_t threads : {2u, 3u, 8u, 0u})
+        EXPECT_TRUE(ReportPageHtml(scene, threads) == one) << threads << " threads";
+}
+
 // The data of a clickable element, its attribute lists written once.
 TEST(ReportPage, ElementDataForTheScript) {
     ReportScene scene = OneTagScene("x");
