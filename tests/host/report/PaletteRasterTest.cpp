@@ -39,6 +39,30 @@ TEST(PaletteRaster, DrawsClippedAndIgnoresWhatIsNotFinite) {
     EXPECT_TRUE(raster.IsUsed());
 }
 
+// Spans of each width up to past those filled without memset, at fractional and whole
+// corners: a whole coordinate starts its pixel, and what lies beyond an edge lands on it.
+TEST(PaletteRaster, FillsExactlyThePixelsItsCornersCover) {
+    struct Case {
+        double x0, y0, x1, y1;
+        int left, top, right, bottom;
+    };
+    const Case cases[] = {{2.0, 1.0, 2.9, 1.9, 2, 1, 2, 1},     {2.5, 1.5, 3.1, 1.5, 2, 1, 3, 1},
+                          {0.2, 0.0, 2.7, 1.2, 0, 0, 2, 1},     {-0.5, -3.0, 3.0, 0.5, 0, 0, 3, 0},
+                          {1.5, 2.5, 6.5, 4.0, 1, 2, 6, 4},     {9.99, 0.5, 9.5, 0.5, 9, 0, 9, 0},
+                          {19.5, 9.5, 25.0, 12.0, 19, 9, 19, 9}};
+    for (const Case& c : cases) {
+        PaletteRaster raster(20, 10);
+        raster.Fill(c.x0, c.y0, c.x1, c.y1, 7);
+        for (int y = 0; y < raster.Height(); ++y)
+            for (int x = 0; x < raster.Width(); ++x) {
+                const bool in = x >= c.left && x <= c.right && y >= c.top && y <= c.bottom;
+                EXPECT_EQ(raster.At(x, y), in ? 7 : 0)
+                    << "(" << c.x0 << ", " << c.y0 << ") (" << c.x1 << ", " << c.y1 << ") at " << x
+                    << ", " << y;
+            }
+    }
+}
+
 TEST(PaletteRaster, PngHoldsThePaletteColoursAndTransparency) {
     PaletteRaster raster(7, 3);
     raster.Fill(1, 0, 1, 2, 1);
