@@ -69,8 +69,8 @@ constexpr OptionKind kOptions[] = {
          return true;
      }},
     {"--threads", nullptr, "N",
-     "threads that read a control file's models, make the pick indexes and draw\nthe report's "
-     "saved views (default: one a core; 1 does all in turn on one)",
+     "threads that read a control file's models, make the pick indexes\nand draw the report's "
+     "saved views (default: one a core; 1 does all\nin turn on one)",
      [](CommandLine& line, const std::string& value, std::string* error) {
          std::size_t threads = 0;
          if (!ParseWhole(value, &threads) || threads < 1 || threads > kMostThreads) {
