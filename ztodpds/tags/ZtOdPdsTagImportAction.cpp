@@ -38,8 +38,15 @@ using namespace std::string_view_literals;
 
 // A block's name against a key: the lengths first, so that most keys are told apart by
 // them without a look at the characters. Keys are literals of known length ("..."sv).
+// Keys are a few characters: compared in line, not by a call of wmemcmp for each.
 bool IsKey(const ZtUWideStringBuffer& name, std::wstring_view key) {
-    return std::wstring_view(name.Str()) == key;
+    const std::wstring& text = name.Str();
+    if (text.size() != key.size())
+        return false;
+    for (std::size_t i = 0; i < key.size(); ++i)
+        if (text[i] != key[i])
+            return false;
+    return true;
 }
 
 } // namespace
