@@ -5,15 +5,13 @@
 #include "ztobject/ZtOaGroup.h"
 #include "ztobject/ZtOaPartition.h"
 #include "ztobject/ZtOaTraversal.h"
+#include "ztutil/ZtUParallel.h"
 
 #include <algorithm>
-#include <atomic>
 #include <cassert>
 #include <cmath>
-#include <exception>
 #include <limits>
 #include <memory>
-#include <thread>
 #include <utility>
 
 namespace {
@@ -63,41 +61,9 @@ const ZtOcGeometryIndex& ZtOcGeometryIndex::Of(const ZtOaPartition& partition) {
 
 void ZtOcGeometryIndex::MakeAll(const std::vector<const ZtOaPartition*>& partitions,
                                 std::size_t threads) {
-    if (threads == 0)
-        threads = std::max(1u, std::thread::hardware_concurrency());
-    threads = std::min(threads, partitions.size());
-    if (threads <= 1) {
-        for (const ZtOaPartition* partition : partitions)
-            Of(*partition);
-        return;
-    }
-    // Each thread takes the next partition not yet taken; which thread makes which index
-    // changes nothing in it.
-    std::atomic<std::size_t> next{0};
-    std::vector<std::exception_ptr> failures(threads);
-    auto work = [&](std::size_t thread) {
-        try {
-            for (std::size_t i; (i = next.fetch_add(1)) < partitions.size();)
-                Of(*partitions[i]);
-        } catch (...) {
-            failures[thread] = std::current_exception();
-            next = partitions.size();
-        }
-    };
-    {
-        std::vector<std::jthread> workers;
-        try {
-            workers.reserve(threads - 1);
-            for (std::size_t t = 1; t < threads; ++t)
-                workers.emplace_back(work, t);
-        } catch (...) {
-            // Fewer threads than asked for: those started and this one do the work.
-        }
-        work(0);
-    }
-    for (const std::exception_ptr& failure : failures)
-        if (failure)
-            std::rethrow_exception(failure);
+    // Which thread makes which index changes nothing in it.
+    ZtUParallelFor(partitions.size(), threads == 0 ? ZtUHardwareThreads() : threads,
+                   [&](std::size_t i) { Of(*partitions[i]); });
 }
 
 ZtOcGeometryIndex::ZtOcGeometryIndex(const ZtOaPartition& partition)
