@@ -38,6 +38,10 @@ public:
     // Takes `item` with the call: a push that fails frees it.
     void PushBack(T* item) {
         std::unique_ptr<T> owned(item);
+        // Room for a few at the first push rather than one, two, four: a saved view takes
+        // its tags one by one.
+        if (items_.capacity() == 0)
+            items_.reserve(kFirstRoom);
         items_.push_back(std::move(owned));
     }
     T* Get(std::size_t index) const {
@@ -63,6 +67,7 @@ public:
     bool IsEmpty() const { return items_.empty(); }
 
 private:
+    static constexpr std::size_t kFirstRoom = 8;
     std::vector<std::unique_ptr<T>> items_;
 };
 

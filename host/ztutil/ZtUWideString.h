@@ -52,8 +52,17 @@ public:
     ZtUWideStringBuffer(const wchar_t* text) { SetString(text); }
 
     void SetString(const wchar_t* text) { text_ = text ? text : L""; }
+    // Text from outside the buffer is appended to the emptied buffer, which is cheaper
+    // than an assignment that must allow for the text being the buffer's own.
     void SetString(const wchar_t* text, std::size_t length) {
-        text_.assign(text ? text : L"", text ? length : 0);
+        if (!text) {
+            text_.clear();
+        } else if (text >= text_.data() && text <= text_.data() + text_.size()) {
+            text_.assign(text, length);
+        } else {
+            text_.clear();
+            text_.append(text, length);
+        }
     }
     // Takes the text without copying it.
     void SetString(std::wstring&& text) { text_ = std::move(text); }

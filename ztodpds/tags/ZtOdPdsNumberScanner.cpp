@@ -24,26 +24,27 @@ bool ZtOdPdsNumberScanner::Integer(std::uint64_t limit, std::int64_t* value) {
     const wchar_t* p = SkipToDigits(at_, &negative);
     if (*p < L'0' || *p > L'9')
         return false;
-    // The magnitude stops at one past the limit, which the negative side still reaches,
-    // so that it never overflows. Eighteen digits make less than 10^18, which 64 bits
-    // hold: the cap is applied behind them, and only a longer number pays for the
-    // division that the capped loop needs. A character below '0' wraps to a large digit.
-    const std::uint64_t cap = limit + 1;
+    // A character below '0' wraps to a large digit.
     auto digitAt = [](const wchar_t* at) {
         return static_cast<std::uint32_t>(*at) - static_cast<std::uint32_t>(L'0');
     };
+    // Eighteen digits make less than 10^18, which 64 bits hold: the digits are taken
+    // first with no test but their own, and only a longer number, whose magnitude may
+    // have wrapped, is taken again with the cap applied.
+    const wchar_t* const digits = p;
     std::uint64_t magnitude = 0;
-    std::uint32_t digit;
-    for (int unchecked = 18; unchecked > 0 && (digit = digitAt(p)) < 10; --unchecked, ++p)
+    for (std::uint32_t digit; (digit = digitAt(p)) < 10; ++p)
         magnitude = magnitude * 10 + digit;
-    if (digitAt(p) < 10) {
+    // The magnitude stops at one past the limit, which the negative side still reaches,
+    // so that it never overflows.
+    const std::uint64_t cap = limit + 1;
+    if (p - digits > 18) {
         // A magnitude up to cap / 10 takes a digit without overflow, and one above it
         // passes the cap with any digit.
         const std::uint64_t mostTimesTen = cap / 10;
-        if (magnitude > cap)
-            magnitude = cap;
-        for (; (digit = digitAt(p)) < 10; ++p) {
-            const std::uint64_t next = magnitude * 10 + digit;
+        magnitude = 0;
+        for (const wchar_t* at = digits; at != p; ++at) {
+            const std::uint64_t next = magnitude * 10 + digitAt(at);
             magnitude = magnitude > mostTimesTen || next > cap ? cap : next;
         }
     }
