@@ -3,13 +3,13 @@
 #include "ztlinear/ZtLAffine3f.h"
 #include "ztlinear/ZtLBox3f.h"
 #include "ztobject/ZtOaNodeCache.h"
+#include "ztobject/ZtOaPartition.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
 class ZtOaNode;
-class ZtOaPartition;
 class ZtOaPathLink;
 class ZtOcContext;
 class ZtOcPickFrustumTraversal;
@@ -77,6 +77,18 @@ private:
     const ZtOaPathLink& LinkPath(std::uint32_t ordinal, const ZtOaPathLink& top,
                                  const ZtLAffine3f* own, std::vector<ZtOaPathLink>& links) const;
 
+    // The node of an ordinal, and its parent's ordinal (kNone for a child of the
+    // partition).
+    const ZtOaNode* NodeAt(std::uint32_t ordinal) const {
+        return flat_ ? flat_->GetChild(static_cast<int>(ordinal)) : nodes_[ordinal];
+    }
+    std::uint32_t ParentOf(std::uint32_t ordinal) const {
+        return flat_ ? kNone : parents_[ordinal];
+    }
+
+    // The partition, where it HasFlatBoxes: its children are the nodes, ordinals their
+    // places, and the two lists below stay empty.
+    const ZtOaPartition* flat_ = nullptr;
     std::vector<const ZtOaNode*> nodes_;
     std::vector<std::uint32_t> parents_; // by ordinal; kNone below the partition itself
     ZtOcBoxHierarchy hierarchy_;

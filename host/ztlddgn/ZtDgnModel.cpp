@@ -14,6 +14,13 @@
 
 namespace {
 
+// An element's range in master units.
+ZtLBox3f RangeBox(const ZtDgnElement& element, double uorsPerMaster) {
+    const std::int32_t* r = element.range;
+    const double f = uorsPerMaster;
+    return ZtLBox3f(ZtLPos3f(r[0] / f, r[1] / f, r[2] / f), ZtLPos3f(r[3] / f, r[4] / f, r[5] / f));
+}
+
 constexpr const char* kSceneProps = "ZtDgnSceneProps";
 constexpr const char* kUorsPerMaster = "ZtDgnUORsPerMaster";
 constexpr const char* kDmrsAttribute = "ZtDgnDMRSAttribute";
@@ -113,9 +120,17 @@ void ZtDgnModel::SetUorsPerMaster(double factor) {
 }
 
 ZtLBox3f ZtDgnModel::GetElementBox(std::size_t slot) const {
-    const std::int32_t* r = elements_[slot].range;
-    const double f = uorsPerMaster_;
-    return ZtLBox3f(ZtLPos3f(r[0] / f, r[1] / f, r[2] / f), ZtLPos3f(r[3] / f, r[4] / f, r[5] / f));
+    return RangeBox(elements_[slot], uorsPerMaster_);
+}
+
+bool ZtDgnModel::HasFlatBoxes() const {
+    return allTopLevel_ && static_cast<std::size_t>(GetNumChildren()) == elements_.Size();
+}
+
+void ZtDgnModel::FillChildBoxes(std::size_t first, std::size_t count, ZtLBox3f* boxes) const {
+    elements_.ForRange(first, count, [&](const ZtDgnElement& element) {
+        *boxes++ = RangeBox(element, uorsPerMaster_);
+    });
 }
 
 std::uint64_t ZtDgnModel::GetDmrs(std::size_t slot) const {
@@ -180,6 +195,7 @@ ZtOaNode* ZtDgnModel::AddElement(const ZtDgnRawElement& raw, std::uint32_t index
         parent->AddComponent(node);
     else
         AppendChild(node);
+    allTopLevel_ = allTopLevel_ && !group && !parent;
     return node;
 }
 
