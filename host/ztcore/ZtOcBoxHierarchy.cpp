@@ -4,6 +4,7 @@
 #include <array>
 #include <bit>
 #include <cassert>
+#include <cmath>
 #include <cstdlib>
 #include <limits>
 #include <memory>
@@ -15,29 +16,24 @@ constexpr int kMortonBitsPerAxis = 10;
 constexpr std::uint32_t kMortonCells = 1u << kMortonBitsPerAxis;
 constexpr int kRadixBits = 10;
 
-// Floats as integers in their order (both zeros 0, the least negative float -1), and back.
-// Negative floats hold their magnitude in their bits below the sign.
-std::int32_t Ordered(float f) {
-    const auto bits = std::bit_cast<std::int32_t>(f);
-    return bits < 0 ? std::numeric_limits<std::int32_t>::min() - bits : bits;
+// A float below or above a double (that lies within the float range), within two steps
+// of the float nearest to it. The conversion rounds to nearest, up to half a step either
+// way; a margin of the float's magnitude times 2^-23 is at least one step (and the least
+// float past zero where the float is all but zero), so that the margin taken off or
+// added always reaches past the double. No compare, no branch: a node's box may grow by a
+// step or two, which changes no search's answer.
+float Margin(float f) {
+    return std::fabs(f) * 0x1p-23f + std::numeric_limits<float>::denorm_min();
 }
 
-float FromOrdered(std::int32_t ordered) {
-    return std::bit_cast<float>(ordered < 0 ? std::numeric_limits<std::int32_t>::min() - ordered
-                                            : ordered);
-}
-
-// The float nearest below or above a double (that lies within the float range). The
-// conversion rounds to nearest; where that went the wrong way, the float one step further
-// is taken. Stepped by a compare, not by a branch: the rounding goes either way at random.
 float Down(double value) {
     const auto f = static_cast<float>(value);
-    return FromOrdered(Ordered(f) - (static_cast<double>(f) > value));
+    return f - Margin(f);
 }
 
 float Up(double value) {
     const auto f = static_cast<float>(value);
-    return FromOrdered(Ordered(f) + (static_cast<double>(f) < value));
+    return f + Margin(f);
 }
 
 // The bits of each value below 2^10 spread to every third place.
@@ -108,30 +104,43 @@ ZtOcBoxHierarchy::Builder::Builder(std::size_t capacity) {
 }
 
 void ZtOcBoxHierarchy::Builder::Add(const ZtLBox3f& box, std::uint32_t ordinal) {
-    AddRun(&box, 1, ordinal);
+    ZtLBox3f bounds;
+    AddRun(&box, 1, ordinal, bounds);
 }
 
-void ZtOcBoxHierarchy::Builder::AddRun(const ZtLBox3f* boxes, std::size_t count,
-                                       std::uint32_t firstOrdinal) {
-    // The bounds stay in registers through the run: each axis spelled out.
-    float lowX = low_[0], lowY = low_[1], lowZ = low_[2];
-    float highX = high_[0], highY = high_[1], highZ = high_[2];
+bool ZtOcBoxHierarchy::Builder::AddRun(const ZtLBox3f* boxes, std::size_t count,
+                                       std::uint32_t firstOrdinal, ZtLBox3f& bounds) {
+    if (count == 0)
+        return true;
+    // One pass, without a branch a box: the run's bounds, and whether each box is in
+    // order (which no NaN is); then whether the bounds are held. A run that turns out not
+    // to be is taken back.
+    const std::size_t before = entries_.size();
+    bool ordered = true;
+    ZtLPos3f low = boxes[0].GetMin();
+    ZtLPos3f high = boxes[0].GetMax();
     for (std::size_t i = 0; i < count; ++i) {
         const ZtLPos3f& min = boxes[i].GetMin();
         const ZtLPos3f& max = boxes[i].GetMax();
-        const Entry entry = {{Down(min.x), Down(min.y), Down(min.z)},
-                             {Up(max.x), Up(max.y), Up(max.z)},
-                             static_cast<std::uint32_t>(firstOrdinal + i)};
-        entries_.push_back(entry);
-        lowX = std::min(lowX, entry.low[0]);
-        lowY = std::min(lowY, entry.low[1]);
-        lowZ = std::min(lowZ, entry.low[2]);
-        highX = std::max(highX, entry.high[0]);
-        highY = std::max(highY, entry.high[1]);
-        highZ = std::max(highZ, entry.high[2]);
+        ordered &= (min.x <= max.x) & (min.y <= max.y) & (min.z <= max.z);
+        low.SetValue(std::min(low.x, min.x), std::min(low.y, min.y), std::min(low.z, min.z));
+        high.SetValue(std::max(high.x, max.x), std::max(high.y, max.y), std::max(high.z, max.z));
+        entries_.push_back({{Down(min.x), Down(min.y), Down(min.z)},
+                            {Up(max.x), Up(max.y), Up(max.z)},
+                            static_cast<std::uint32_t>(firstOrdinal + i)});
     }
-    low_[0] = lowX, low_[1] = lowY, low_[2] = lowZ;
-    high_[0] = highX, high_[1] = highY, high_[2] = highZ;
+    const ZtLBox3f run(low, high);
+    if (!ordered || !Holds(run)) {
+        entries_.resize(before);
+        return false;
+    }
+    bounds.Extend(run);
+    // Rounding keeps the order of values: the floats' bounds are the bounds' floats.
+    for (int axis = 0; axis < 3; ++axis) {
+        low_[axis] = std::min(low_[axis], Down(low[axis]));
+        high_[axis] = std::max(high_[axis], Up(high[axis]));
+    }
+    return true;
 }
 
 ZtOcBoxHierarchy ZtOcBoxHierarchy::Builder::Finish() {

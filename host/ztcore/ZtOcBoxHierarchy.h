@@ -45,8 +45,10 @@ public:
         explicit Builder(std::size_t capacity);
         // Adds a box that Holds, ordinals rising from call to call.
         void Add(const ZtLBox3f& box, std::uint32_t ordinal);
-        // Adds `count` boxes that Hold, with the ordinals from `firstOrdinal` on.
-        void AddRun(const ZtLBox3f* boxes, std::size_t count, std::uint32_t firstOrdinal);
+        // Adds `count` boxes with the ordinals from `firstOrdinal` on, and extends
+        // `bounds` by them, if every one Holds; otherwise adds none and gives false.
+        bool AddRun(const ZtLBox3f* boxes, std::size_t count, std::uint32_t firstOrdinal,
+                    ZtLBox3f& bounds);
         ZtOcBoxHierarchy Finish();
 
     private:

@@ -140,19 +140,11 @@ void ZtOcGeometryIndex::Collect(const ZtOaPartition& partition) {
         for (std::size_t first = 0; first < count; first += kBatch) {
             const std::size_t n = std::min(kBatch, count - first);
             partition.FillChildBoxes(first, n, boxes);
-            // As a rule every box of a run is whole and held: the run's bounds are
-            // gathered and it goes to the builder at once. Otherwise each box is taken
-            // alone.
-            bool plain = held + n <= ZtOcBoxHierarchy::kMostItems;
-            ZtLBox3f run;
-            for (std::size_t i = 0; i < n; ++i) {
-                plain = plain && ZtOcBoxHierarchy::Holds(boxes[i]);
-                run.Extend(boxes[i]);
-            }
-            if (plain) {
-                builder.AddRun(boxes, n, static_cast<std::uint32_t>(first));
+            // As a rule every box of a run is held: the run goes to the builder at
+            // once. Otherwise each box is taken alone.
+            if (held + n <= ZtOcBoxHierarchy::kMostItems &&
+                builder.AddRun(boxes, n, static_cast<std::uint32_t>(first), bounds_)) {
                 held += n;
-                bounds_.Extend(run);
                 continue;
             }
             for (std::size_t i = 0; i < n; ++i)
