@@ -46,6 +46,12 @@ ZtLPickFrustum3f::ZtLPickFrustum3f(const ZtLFrustum3f& frustum) : frustum_(frust
         corners_[4 + i] = eye + rays[i] * frustum.GetFar();
     }
     eyeDepth_ = Project(view, eye);
+    CornerLanes lanes;
+    for (int i = 0; i < 8; ++i) {
+        lanes.x[i] = corners_[i].x;
+        lanes.y[i] = corners_[i].y;
+        lanes.z[i] = corners_[i].z;
+    }
 
     // Faces: near, far, and the four sides through the eye, each normal turned inwards.
     const ZtLPos3f centre = eye + view * ((frustum.GetNear() + frustum.GetFar()) * 0.5);
@@ -57,13 +63,13 @@ ZtLPickFrustum3f::ZtLPickFrustum3f(const ZtLFrustum3f& frustum) : frustum_(frust
             n = -n;
         faceNormals_[f] = n;
         faceDistances_[f] = Project(n, a);
-        AddAxis(n);
+        AddAxis(n, lanes);
     }
     const ZtLVec3f boxAxes[3] = {ZtLUnitVec3f::X(), ZtLUnitVec3f::Y(), ZtLUnitVec3f::Z()};
     boxAxesFirst_ = axisCount_;
     for (int k = 0; k < 3; ++k) {
         const int before = axisCount_;
-        AddAxis(boxAxes[k]);
+        AddAxis(boxAxes[k], lanes);
         const double none = std::numeric_limits<double>::quiet_NaN();
         boundsLow_[k] = axisCount_ > before ? axes_[before].low : none;
         boundsHigh_[k] = axisCount_ > before ? axes_[before].high : none;
@@ -72,23 +78,26 @@ ZtLPickFrustum3f::ZtLPickFrustum3f(const ZtLFrustum3f& frustum) : frustum_(frust
     const ZtLVec3f edges[6] = {right, up, rays[0], rays[1], rays[2], rays[3]};
     for (const ZtLVec3f& axis : boxAxes)
         for (const ZtLVec3f& edge : edges)
-            AddAxis(axis.Cross(edge));
+            AddAxis(axis.Cross(edge), lanes);
 }
 
-void ZtLPickFrustum3f::AddAxis(const ZtLVec3f& direction) {
+void ZtLPickFrustum3f::AddAxis(const ZtLVec3f& direction, const CornerLanes& corners) {
     // Parallel edges give no axis; a direction that is all but zero separates nothing
     // that another axis would not.
     const ZtLVec3f d = direction.Normalized();
     if (d.Length() < 0.5 || axisCount_ == kMaxAxes)
         return;
-    Axis& axis = axes_[axisCount_++];
-    axis.direction = d;
-    axis.low = axis.high = Project(d, corners_[0]);
+    // Each projection summed as Project sums it.
+    double p[8];
+    for (int i = 0; i < 8; ++i)
+        p[i] = (d.x * corners.x[i] + d.y * corners.y[i]) + d.z * corners.z[i];
+    double low = p[0];
+    double high = p[0];
     for (int i = 1; i < 8; ++i) {
-        const double p = Project(d, corners_[i]);
-        axis.low = std::min(axis.low, p);
-        axis.high = std::max(axis.high, p);
+        low = std::min(low, p[i]);
+        high = std::max(high, p[i]);
     }
+    axes_[axisCount_++] = {d, low, high};
 }
 
 bool ZtLPickFrustum3f::Intersects(const ZtLBox3f& box) const {

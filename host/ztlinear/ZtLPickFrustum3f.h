@@ -39,7 +39,14 @@ private:
         double low;
         double high;
     };
-    void AddAxis(const ZtLVec3f& direction);
+    // The corners coordinate by coordinate, so that projecting all eight onto an axis is
+    // a few operations on lanes of them.
+    struct CornerLanes {
+        double x[8];
+        double y[8];
+        double z[8];
+    };
+    void AddAxis(const ZtLVec3f& direction, const CornerLanes& corners);
     // Whether the box overlaps the frustum on each of the first `axes` axes.
     bool MeetsOnAxes(const ZtLBox3f& box, int axes) const;
 
