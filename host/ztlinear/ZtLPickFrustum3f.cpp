@@ -100,29 +100,26 @@ void ZtLPickFrustum3f::AddAxis(const ZtLVec3f& direction, const CornerLanes& cor
     axes_[axisCount_++] = {d, low, high};
 }
 
-bool ZtLPickFrustum3f::Intersects(const ZtLBox3f& box) const {
-    return MeetsOnAxes(box, axisCount_);
-}
-
-bool ZtLPickFrustum3f::MayIntersect(const ZtLBox3f& box) const {
-    return MeetsOnAxes(box, chiefAxisCount_);
-}
-
-bool ZtLPickFrustum3f::MeetsOnAxes(const ZtLBox3f& box, int axes) const {
-    if (box.IsEmpty())
-        return false;
+bool ZtLPickFrustum3f::BesideBounds(const ZtLBox3f& box, bool& finite) const {
     // On a box axis the projections of a box whose coordinates are all finite are its
     // own coordinates, so the frustum's bounding box answers for those three axes at
     // once and turns most boxes away. A coordinate that is not finite makes the sums of
     // the long way give another answer; such a box goes the long way only.
     const ZtLPos3f& lo = box.GetMin();
     const ZtLPos3f& hi = box.GetMax();
-    const bool finite = std::isfinite(lo.x) && std::isfinite(lo.y) && std::isfinite(lo.z) &&
-                        std::isfinite(hi.x) && std::isfinite(hi.y) && std::isfinite(hi.z);
+    finite = std::isfinite(lo.x) && std::isfinite(lo.y) && std::isfinite(lo.z) &&
+             std::isfinite(hi.x) && std::isfinite(hi.y) && std::isfinite(hi.z);
     if (finite)
         for (int k = 0; k < 3; ++k)
             if (hi[k] < boundsLow_[k] || lo[k] > boundsHigh_[k])
-                return false;
+                return true;
+    return false;
+}
+
+bool ZtLPickFrustum3f::Intersects(const ZtLBox3f& box) const {
+    bool finite = false;
+    if (box.IsEmpty() || BesideBounds(box, finite))
+        return false;
     auto meets = [&](int from, int to) {
         for (int i = from; i < to; ++i) {
             const Axis& axis = axes_[i];
@@ -134,7 +131,20 @@ bool ZtLPickFrustum3f::MeetsOnAxes(const ZtLBox3f& box, int axes) const {
     };
     // The bounds have answered for the box axes of a finite box: the long way gives the
     // same sums there, a coordinate plus zeros.
-    return meets(0, boxAxesFirst_) && meets(finite ? chiefAxisCount_ : boxAxesFirst_, axes);
+    return meets(0, boxAxesFirst_) && meets(finite ? chiefAxisCount_ : boxAxesFirst_, axisCount_);
+}
+
+bool ZtLPickFrustum3f::MayIntersect(const ZtLBox3f& box) const {
+    bool finite = false;
+    if (box.IsEmpty() || BesideBounds(box, finite))
+        return false;
+    // Of each face's axis only the side the frustum lies on: a box wholly behind one face
+    // is turned away as the full test turns it away, at half the cost; a box beyond the
+    // frustum's far side along a face's normal is left to the other faces.
+    for (int i = 0; i < boxAxesFirst_; ++i)
+        if (HighOnAxis(axes_[i].direction, box) < axes_[i].low)
+            return false;
+    return true;
 }
 
 bool ZtLPickFrustum3f::Contains(const ZtLBox3f& box) const {

@@ -218,6 +218,9 @@ TEST(ZtDgnReader, OnlyAModelOfTopLevelElementsHandsOutFlatBoxes) {
     auto grouped = folder.Load(withCell.Bytes(), &reason);
     ASSERT_TRUE(grouped) << reason;
     EXPECT_FALSE(grouped->HasFlatBoxes());
+    // As many children as elements now, but the component is not among them.
+    grouped->AddChild(new ZtOaGroup);
+    EXPECT_FALSE(grouped->HasFlatBoxes());
 }
 
 TEST(ZtDgnReader, ConsecutiveGroupsAreToldApartByTheirLength) {
