@@ -45,24 +45,28 @@ constexpr std::array<std::uint32_t, 1u << kMortonBitsPerAxis> kSpread = [] {
     return spread;
 }();
 
+constexpr std::uint64_t kDigit = (1u << kRadixBits) - 1;
+constexpr std::size_t kDigits = std::size_t{1} << kRadixBits;
+
+// How many keys have each value of each ten-bit digit of the curve position, each count
+// one place behind its digit's, so that summing them gives where each digit's keys start.
+using DigitCounts = std::size_t[3][kDigits + 1];
+
+void CountDigits(DigitCounts& counts, std::uint32_t code) {
+    ++counts[0][(code & kDigit) + 1];
+    ++counts[1][((code >> kRadixBits) & kDigit) + 1];
+    ++counts[2][((code >> (2 * kRadixBits)) & kDigit) + 1];
+}
+
 // Sorts `count` keys by their top 32 bits, stably, from `keys` to the keys behind them and
-// back, a ten-bit digit a pass: after the third pass they stand behind. The counts of all
-// three digits are taken in one read of the keys.
-void SortByCurve(std::uint64_t* keys, std::size_t count) {
+// back, a ten-bit digit a pass: after the third pass they stand behind. `counts` are their
+// digits' counts, taken as the keys were made.
+void SortByCurve(std::uint64_t* keys, std::size_t count, DigitCounts& counts) {
     static_assert(3 * kRadixBits >= 3 * kMortonBitsPerAxis, "three digits cover the curve");
-    constexpr std::uint64_t kDigit = (1u << kRadixBits) - 1;
-    constexpr std::size_t kDigits = std::size_t{1} << kRadixBits;
-    std::size_t starts[3][kDigits + 1] = {};
-    for (std::size_t i = 0; i < count; ++i) {
-        const std::uint64_t k = keys[i] >> 32;
-        ++starts[0][(k & kDigit) + 1];
-        ++starts[1][((k >> kRadixBits) & kDigit) + 1];
-        ++starts[2][((k >> (2 * kRadixBits)) & kDigit) + 1];
-    }
     std::size_t from = 0;
     std::size_t to = count;
     for (int digit = 0; digit < 3; ++digit) {
-        std::size_t* at = starts[digit];
+        std::size_t* at = counts[digit];
         for (std::size_t d = 1; d <= kDigits; ++d)
             at[d] += at[d - 1];
         const int shift = 32 + digit * kRadixBits;
@@ -152,23 +156,28 @@ ZtOcBoxHierarchy ZtOcBoxHierarchy::Builder::Finish() {
     // The keys, curve position above and entry below, and room to sort them; left as
     // they come, since every one is written before it is read.
     const auto block = std::make_unique_for_overwrite<std::uint64_t[]>(2 * count);
-    double scale[3];
+    // A box's cell on each axis from the sum of its ends, which is twice its centre.
+    double halfScale[3];
+    double twiceLow[3];
     for (int axis = 0; axis < 3; ++axis) {
         const double span = static_cast<double>(high_[axis]) - low_[axis];
-        scale[axis] = span > 0 ? (kMortonCells - 1) / span : 0.0;
+        halfScale[axis] = span > 0 ? (kMortonCells - 1) / span * 0.5 : 0.0;
+        twiceLow[axis] = 2.0 * low_[axis];
     }
+    auto cell = [&](const Entry& e, int axis) {
+        const double at =
+            ((static_cast<double>(e.low[axis]) + e.high[axis]) - twiceLow[axis]) * halfScale[axis];
+        return kSpread[static_cast<std::uint32_t>(
+            at <= 0.0 ? 0.0 : at >= kMortonCells - 1 ? double{kMortonCells - 1} : at)];
+    };
+    DigitCounts counts = {};
     for (std::size_t i = 0; i < count; ++i) {
         const Entry& e = entries_[i];
-        std::uint32_t code = 0;
-        for (int axis = 0; axis < 3; ++axis) {
-            const double centre = (static_cast<double>(e.low[axis]) + e.high[axis]) * 0.5;
-            const double cell =
-                std::clamp((centre - low_[axis]) * scale[axis], 0.0, double{kMortonCells - 1});
-            code |= kSpread[static_cast<std::uint32_t>(cell)] << axis;
-        }
+        const std::uint32_t code = cell(e, 0) | cell(e, 1) << 1 | cell(e, 2) << 2;
+        CountDigits(counts, code);
         block[i] = (std::uint64_t{code} << 32) | i;
     }
-    SortByCurve(block.get(), count);
+    SortByCurve(block.get(), count, counts);
 
     // No split leaves a side of one item, so there are fewer nodes than items (one for
     // one item): room for that many, cut to those made at the end.
