@@ -167,8 +167,10 @@ ZtOcBoxHierarchy ZtOcBoxHierarchy::Builder::Finish() {
     auto cell = [&](const Entry& e, int axis) {
         const double at =
             ((static_cast<double>(e.low[axis]) + e.high[axis]) - twiceLow[axis]) * halfScale[axis];
-        return kSpread[static_cast<std::uint32_t>(
-            at <= 0.0 ? 0.0 : at >= kMortonCells - 1 ? double{kMortonCells - 1} : at)];
+        return kSpread[static_cast<std::uint32_t>(at <= 0.0 ? 0.0
+                                                  : at >= kMortonCells - 1
+                                                      ? double{kMortonCells - 1}
+                                                      : at)];
     };
     DigitCounts counts = {};
     for (std::size_t i = 0; i < count; ++i) {

@@ -273,17 +273,18 @@ std::uint32_t ZtOcGeometryIndex::FindBest(const ZtOcPickFrustumTraversal& pick,
 const ZtOaPathLink& ZtOcGeometryIndex::LinkPath(std::uint32_t ordinal, const ZtOaPathLink& top,
                                                 const ZtLAffine3f* own,
                                                 std::vector<ZtOaPathLink>& links) const {
-    std::vector<std::uint32_t> chain;
+    std::size_t depth = 0;
     for (std::uint32_t at = ordinal; at != kNone; at = ParentOf(at)) {
-        assert(chain.empty() || at < chain.back());
-        chain.push_back(at);
+        assert(ParentOf(at) == kNone || ParentOf(at) < at);
+        ++depth;
     }
-    links.clear();
-    links.reserve(chain.size());
-    const ZtOaPathLink* parent = &top;
-    for (auto at = chain.rbegin(); at != chain.rend(); ++at) {
-        links.emplace_back(NodeAt(*at), parent, at + 1 == chain.rend() ? own : top.GetTransform());
-        parent = &links.back();
+    // Each link is made where it stays, from the node up, pointing at the link before it.
+    links.assign(depth, top);
+    std::size_t i = depth;
+    for (std::uint32_t at = ordinal; at != kNone; at = ParentOf(at)) {
+        --i;
+        links[i] = ZtOaPathLink(NodeAt(at), i > 0 ? &links[i - 1] : &top,
+                                i + 1 == depth ? own : top.GetTransform());
     }
     return links.back();
 }

@@ -71,8 +71,8 @@ private:
     // `link` is the partition's, as in Search.
     std::uint32_t FindBest(const ZtOcPickFrustumTraversal& pick, const ZtOaPathLink& link,
                            ZtOcContext* context, double* depth) const;
-    // Builds the links from the node of `ordinal` up to `top` into `links` (reserved here
-    // for the whole chain first, since each link points at the one before it) and returns
+    // Builds the links from the node of `ordinal` up to `top` into `links` (sized here to
+    // the whole chain first, since each link points at the one before it) and returns
     // the node's own link, which gets the transform `own`; the links between share top's.
     const ZtOaPathLink& LinkPath(std::uint32_t ordinal, const ZtOaPathLink& top,
                                  const ZtLAffine3f* own, std::vector<ZtOaPathLink>& links) const;
