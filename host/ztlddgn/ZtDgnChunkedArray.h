@@ -11,9 +11,6 @@
 // system can back them with huge pages, which makes first touching them much cheaper.
 void* ZtDgnAllocateBlock(std::size_t bytes);
 void ZtDgnFreeBlock(void* block, std::size_t bytes);
-// Asks the system to back the whole 2 MiB pages inside [block, block + bytes) with huge
-// pages, for memory that did not come from ZtDgnAllocateBlock. Only advice.
-void ZtDgnAdviseHugePages(void* block, std::size_t bytes);
 
 // A growing array that never moves its items: storage comes in chunks that double in size
 // (chunk k holds kFirstChunk << k items), so that pointers to items stay valid, growth

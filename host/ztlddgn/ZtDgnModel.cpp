@@ -4,6 +4,7 @@
 #include "ztlddgn/ZtDgnBytes.h"
 #include "ztlddgn/ZtDgnLinkage.h"
 #include "ztobject/ZtOaAttribute.h"
+#include "ztutil/ZtUHugePages.h"
 #include "ztutil/ZtUName.h"
 #include "ztutil/ZtUResource.h"
 
@@ -146,7 +147,7 @@ void ZtDgnModel::ReserveForFile(std::uint64_t fileBytes) {
     const auto count =
         static_cast<std::size_t>(std::min(fileBytes / kZtDgnGraphicHeaderBytes, kMostReserved));
     ReserveChildren(count);
-    ZtDgnAdviseHugePages(const_cast<ZtOaNode**>(GetChildArray()), count * sizeof(ZtOaNode*));
+    ZtUAdviseHugePages(const_cast<ZtOaNode**>(GetChildArray()), count * sizeof(ZtOaNode*));
 }
 
 ZtOaNode* ZtDgnModel::AddElement(const ZtDgnRawElement& raw, std::uint32_t index, bool group,
