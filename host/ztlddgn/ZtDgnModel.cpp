@@ -192,11 +192,12 @@ ZtOaNode* ZtDgnModel::AddElement(const ZtDgnRawElement& raw, std::uint32_t index
     });
     ZtOaNode* node = group ? static_cast<ZtOaNode*>(&groups_.Emplace(this, slot))
                            : static_cast<ZtOaNode*>(&leaves_.Emplace(this, slot));
-    if (parent)
+    if (parent) {
         parent->AddComponent(node);
-    else
+        allTopLevel_ = false;
+    } else {
         AppendChild(node);
-    allTopLevel_ = allTopLevel_ && !group && !parent;
+    }
     return node;
 }
 

@@ -80,8 +80,8 @@ public:
     const ZtDgnElement& GetElement(std::size_t slot) const { return elements_[slot]; }
     // The element's range divided by the factor (the global origin is not applied).
     ZtLBox3f GetElementBox(std::size_t slot) const;
-    // A model whose elements are all its own children, none of them cell or complex, hands
-    // out their boxes from its records.
+    // A model whose elements are all its own children (no cell or complex element with
+    // components) hands out their boxes from its records.
     bool HasFlatBoxes() const override;
     void FillChildBoxes(std::size_t first, std::size_t count, ZtLBox3f* boxes) const override;
     // The element's linkage words, whole linkages only; null if it has none.

@@ -37,7 +37,7 @@ public:
     int GetBoundingBox(ZtLBox3f*) const final { return 0; }
 
     // For indexes over the tree below, which read boxes in bulk where they can: true if
-    // every node below the partition is one of its children, none of them a group, and
+    // every node below the partition is one of its children (none has children), and
     // FillChildBoxes gives their boxes, each as the child's GetBoundingBox gives it (every
     // child has one). A partition that keeps its nodes' boxes in arrays of its own may
     // say so, and saves the caller a call and a visit to every node.
