@@ -187,6 +187,8 @@ TEST(ZtDgnReader, CellsAndComplexElementsBecomeGroups) {
 // gives it, from any child on and across the chunks of its records; a model with a cell,
 // or with a node added after the load, does not.
 TEST(ZtDgnReader, OnlyAModelOfTopLevelElementsHandsOutFlatBoxes) {
+    // Nodes added after the load; a model borrows its children, and these outlive it.
+    ZtOaGroup addedLater[2];
     DgnTestFolder folder;
     ZtTestDgnWriter flat(3, {1000, 80, "m", "mm", {0, 0, 0}});
     for (int i = 0; i < 3000; ++i)
@@ -206,7 +208,7 @@ TEST(ZtDgnReader, OnlyAModelOfTopLevelElementsHandsOutFlatBoxes) {
                 << "child " << first + i;
         }
     }
-    model->AddChild(new ZtOaGroup);
+    model->AddChild(&addedLater[0]);
     EXPECT_FALSE(model->HasFlatBoxes());
 
     ZtTestDgnWriter withCell(3, {});
@@ -219,7 +221,7 @@ TEST(ZtDgnReader, OnlyAModelOfTopLevelElementsHandsOutFlatBoxes) {
     ASSERT_TRUE(grouped) << reason;
     EXPECT_FALSE(grouped->HasFlatBoxes());
     // As many children as elements now, but the component is not among them.
-    grouped->AddChild(new ZtOaGroup);
+    grouped->AddChild(&addedLater[1]);
     EXPECT_FALSE(grouped->HasFlatBoxes());
 }
 
