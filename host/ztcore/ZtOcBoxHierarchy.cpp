@@ -253,9 +253,3 @@ void ZtOcBoxHierarchy::MakeLeaf(Node& leaf, const Builder::Entry* entries,
     }
     leaf.link = kLeafBit | ((count - 1) << kCountShift) | first;
 }
-
-ZtLBox3f ZtOcBoxHierarchy::GetNodeBox(std::uint32_t node) const {
-    const Node& n = nodes_[node];
-    return ZtLBox3f(ZtLPos3f(n.low[0], n.low[1], n.low[2]),
-                    ZtLPos3f(n.high[0], n.high[1], n.high[2]));
-}

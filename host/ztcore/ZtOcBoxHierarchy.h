@@ -78,7 +78,11 @@ public:
     // Nodes are numbered depth first from the root, 0; an inner node's first child comes
     // right behind it.
     static constexpr std::uint32_t kRoot = 0;
-    ZtLBox3f GetNodeBox(std::uint32_t node) const;
+    ZtLBox3f GetNodeBox(std::uint32_t node) const {
+        const Node& n = nodes_[node];
+        return ZtLBox3f(ZtLPos3f(n.low[0], n.low[1], n.low[2]),
+                        ZtLPos3f(n.high[0], n.high[1], n.high[2]));
+    }
     std::uint32_t GetMinOrdinal(std::uint32_t node) const { return nodes_[node].minOrdinal; }
     bool IsLeaf(std::uint32_t node) const { return (nodes_[node].link & kLeafBit) != 0; }
     std::uint32_t GetFirstChild(std::uint32_t node) const { return node + 1; }
