@@ -83,20 +83,26 @@ ZtLPickFrustum3f::ZtLPickFrustum3f(const ZtLFrustum3f& frustum) : frustum_(frust
 
 void ZtLPickFrustum3f::AddAxis(const ZtLVec3f& direction, const CornerLanes& corners) {
     // Parallel edges give no axis; a direction that is all but zero separates nothing
-    // that another axis would not.
+    // that another axis would not. (A length below 0.5 is a squared length below 0.25:
+    // the square root rounds no square below 0.25 up to 0.5.)
     const ZtLVec3f d = direction.Normalized();
-    if (d.Length() < 0.5 || axisCount_ == kMaxAxes)
+    if (d.Dot(d) < 0.25 || axisCount_ == kMaxAxes)
         return;
-    // Each projection summed as Project sums it.
+    // Each projection summed as Project sums it; the bounds taken in the corners' order,
+    // spelled out so that they stay in registers.
     double p[8];
     for (int i = 0; i < 8; ++i)
         p[i] = (d.x * corners.x[i] + d.y * corners.y[i]) + d.z * corners.z[i];
-    double low = p[0];
-    double high = p[0];
-    for (int i = 1; i < 8; ++i) {
-        low = std::min(low, p[i]);
-        high = std::max(high, p[i]);
-    }
+    const double low = std::min(
+        std::min(
+            std::min(std::min(std::min(std::min(std::min(p[0], p[1]), p[2]), p[3]), p[4]), p[5]),
+            p[6]),
+        p[7]);
+    const double high = std::max(
+        std::max(
+            std::max(std::max(std::max(std::max(std::max(p[0], p[1]), p[2]), p[3]), p[4]), p[5]),
+            p[6]),
+        p[7]);
     axes_[axisCount_++] = {d, low, high};
 }
 
