@@ -3,6 +3,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
+#include <memory>
 #include <vector>
 
 // A bounding-volume hierarchy over many boxes in little memory: 4 bytes a box (its
@@ -26,7 +28,15 @@ public:
 
     // True if the hierarchy can hold the box: not empty, every coordinate finite and
     // within the largest magnitude.
-    static bool Holds(const ZtLBox3f& box);
+    static bool Holds(const ZtLBox3f& box) {
+        const ZtLPos3f& low = box.GetMin();
+        const ZtLPos3f& high = box.GetMax();
+        for (int axis = 0; axis < 3; ++axis)
+            if (!(low[axis] <= high[axis] && low[axis] >= -kLargestCoordinate &&
+                  high[axis] <= kLargestCoordinate))
+                return false;
+        return true;
+    }
 
     // Gathers the boxes, then builds the hierarchy in one pass over them in curve order.
     class Builder {
@@ -35,6 +45,10 @@ public:
         explicit Builder(std::size_t capacity);
         // Adds a box that Holds, ordinals rising from call to call.
         void Add(const ZtLBox3f& box, std::uint32_t ordinal);
+        // Adds `count` boxes with the ordinals from `firstOrdinal` on, and extends
+        // `bounds` by them, if every one Holds; otherwise adds none and gives false.
+        bool AddRun(const ZtLBox3f* boxes, std::size_t count, std::uint32_t firstOrdinal,
+                    ZtLBox3f& bounds);
         ZtOcBoxHierarchy Finish();
 
     private:
@@ -54,17 +68,21 @@ public:
     static constexpr std::size_t kMostItems = (std::size_t{1} << 29) - 1;
     static constexpr std::uint32_t kNoOrdinal = 0xFFFFFFFFu;
 
-    bool IsEmpty() const { return nodes_.empty(); }
-    std::size_t GetNumItems() const { return items_.size(); }
+    bool IsEmpty() const { return nodeCount_ == 0; }
+    std::size_t GetNumItems() const { return itemCount_; }
     // Bytes held, for measures.
     std::size_t GetMemoryBytes() const {
-        return nodes_.capacity() * sizeof(Node) + items_.capacity() * sizeof(items_[0]);
+        return nodeCount_ * sizeof(Node) + itemCount_ * sizeof(items_[0]);
     }
 
     // Nodes are numbered depth first from the root, 0; an inner node's first child comes
     // right behind it.
     static constexpr std::uint32_t kRoot = 0;
-    ZtLBox3f GetNodeBox(std::uint32_t node) const;
+    ZtLBox3f GetNodeBox(std::uint32_t node) const {
+        const Node& n = nodes_[node];
+        return ZtLBox3f(ZtLPos3f(n.low[0], n.low[1], n.low[2]),
+                        ZtLPos3f(n.high[0], n.high[1], n.high[2]));
+    }
     std::uint32_t GetMinOrdinal(std::uint32_t node) const { return nodes_[node].minOrdinal; }
     bool IsLeaf(std::uint32_t node) const { return (nodes_[node].link & kLeafBit) != 0; }
     std::uint32_t GetFirstChild(std::uint32_t node) const { return node + 1; }
@@ -93,11 +111,21 @@ private:
     };
     static_assert(sizeof(Node) == 32, "the layout is the point");
 
-    // Makes `leaf` from the sorted entries [first, first + count) and appends their
-    // ordinals, which must be the next items.
-    void MakeLeaf(Node& leaf, const std::vector<Builder::Entry>& entries, const std::uint64_t* keys,
+    struct FreeNodes {
+        void operator()(Node* nodes) const { std::free(nodes); }
+    };
+
+    // Makes the next node, and all below it, of the sorted entries [first, first + count),
+    // whose ordinals become the items from `first` on.
+    void Build(const Builder::Entry* entries, const std::uint64_t* keys, std::uint32_t first,
+               std::uint32_t count);
+    void MakeLeaf(Node& leaf, const Builder::Entry* entries, const std::uint64_t* keys,
                   std::uint32_t first, std::uint32_t count);
 
-    std::vector<Node> nodes_;
-    std::vector<std::uint32_t> items_; // ordinals, leaf by leaf
+    // Nodes in memory of the C library's, so that the room made for the most nodes a
+    // build can make is cut to those it made without a copy.
+    std::unique_ptr<Node[], FreeNodes> nodes_;
+    std::size_t nodeCount_ = 0;
+    std::unique_ptr<std::uint32_t[]> items_; // ordinals, leaf by leaf
+    std::size_t itemCount_ = 0;
 };

@@ -85,24 +85,50 @@ void ZtOcGeometryIndex::Collect(const ZtOaPartition& partition) {
     // that a model of plain elements has; a deeper one grows them, and they are cut to
     // their size at the end.
     const auto guess = static_cast<std::size_t>(std::max(0, partition.GetNumChildren()));
-    nodes_.reserve(guess);
-    parents_.reserve(guess);
     ZtOcBoxHierarchy::Builder builder(guess);
     std::size_t held = 0;
+    auto take = [&](const ZtLBox3f& box, std::uint32_t ordinal) {
+        if (box.IsEmpty())
+            return;
+        bounds_.Extend(box);
+        if (ZtOcBoxHierarchy::Holds(box) && held < ZtOcBoxHierarchy::kMostItems) {
+            builder.Add(box, ordinal);
+            ++held;
+        } else {
+            odd_.push_back(ordinal);
+        }
+    };
+    if (partition.HasFlatBoxes()) {
+        flat_ = &partition;
+        const std::size_t count = std::min<std::size_t>(guess, kNone - 1);
+        constexpr std::size_t kBatch = 256;
+        ZtLBox3f boxes[kBatch];
+        for (std::size_t first = 0; first < count; first += kBatch) {
+            const std::size_t n = std::min(kBatch, count - first);
+            partition.FillChildBoxes(first, n, boxes);
+            // As a rule every box of a run is held: the run goes to the builder at
+            // once. Otherwise each box is taken alone.
+            if (held + n <= ZtOcBoxHierarchy::kMostItems &&
+                builder.AddRun(boxes, n, static_cast<std::uint32_t>(first), bounds_)) {
+                held += n;
+                continue;
+            }
+            for (std::size_t i = 0; i < n; ++i)
+                take(boxes[i], static_cast<std::uint32_t>(first + i));
+        }
+        hierarchy_ = builder.Finish();
+        return;
+    }
+
+    nodes_.reserve(guess);
+    parents_.reserve(guess);
     WalkBelow(partition, kNone - 1,
               [&](const ZtOaNode* node, std::uint32_t ordinal, std::uint32_t parent) {
                   nodes_.push_back(node);
                   parents_.push_back(parent);
                   ZtLBox3f box;
-                  if (node->GetBoundingBox(&box) && !box.IsEmpty()) {
-                      bounds_.Extend(box);
-                      if (ZtOcBoxHierarchy::Holds(box) && held < ZtOcBoxHierarchy::kMostItems) {
-                          builder.Add(box, ordinal);
-                          ++held;
-                      } else {
-                          odd_.push_back(ordinal);
-                      }
-                  }
+                  if (node->GetBoundingBox(&box))
+                      take(box, ordinal);
                   if (node->IsPartition()) {
                       const auto& nested = *static_cast<const ZtOaPartition*>(node);
                       const ZtLAffine3f& transform = nested.GetTransform();
@@ -136,7 +162,7 @@ std::uint32_t ZtOcGeometryIndex::FindBest(const ZtOcPickFrustumTraversal& pick,
     };
     // The exact test of one item, its box placed by the transforms above the partition.
     auto consider = [&](std::uint32_t ordinal) {
-        const ZtOaNode* node = nodes_[ordinal];
+        const ZtOaNode* node = NodeAt(ordinal);
         ZtLBox3f box;
         node->GetBoundingBox(&box);
         box = link.MapBox(box);
@@ -213,17 +239,18 @@ std::uint32_t ZtOcGeometryIndex::FindBest(const ZtOcPickFrustumTraversal& pick,
 const ZtOaPathLink& ZtOcGeometryIndex::LinkPath(std::uint32_t ordinal, const ZtOaPathLink& top,
                                                 const ZtLAffine3f* own,
                                                 std::vector<ZtOaPathLink>& links) const {
-    std::vector<std::uint32_t> chain;
-    for (std::uint32_t at = ordinal; at != kNone; at = parents_[at]) {
-        assert(chain.empty() || at < chain.back());
-        chain.push_back(at);
+    std::size_t depth = 0;
+    for (std::uint32_t at = ordinal; at != kNone; at = ParentOf(at)) {
+        assert(ParentOf(at) == kNone || ParentOf(at) < at);
+        ++depth;
     }
-    links.clear();
-    links.reserve(chain.size());
-    const ZtOaPathLink* parent = &top;
-    for (auto at = chain.rbegin(); at != chain.rend(); ++at) {
-        links.emplace_back(nodes_[*at], parent, at + 1 == chain.rend() ? own : top.GetTransform());
-        parent = &links.back();
+    // Each link is made where it stays, from the node up, pointing at the link before it.
+    links.assign(depth, top);
+    std::size_t i = depth;
+    for (std::uint32_t at = ordinal; at != kNone; at = ParentOf(at)) {
+        --i;
+        links[i] = ZtOaPathLink(NodeAt(at), i > 0 ? &links[i - 1] : &top,
+                                i + 1 == depth ? own : top.GetTransform());
     }
     return links.back();
 }

@@ -3,13 +3,13 @@
 #include "ztlinear/ZtLAffine3f.h"
 #include "ztlinear/ZtLBox3f.h"
 #include "ztobject/ZtOaNodeCache.h"
+#include "ztobject/ZtOaPartition.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <vector>
 
 class ZtOaNode;
-class ZtOaPartition;
 class ZtOaPathLink;
 class ZtOcContext;
 class ZtOcPickFrustumTraversal;
@@ -71,12 +71,24 @@ private:
     // `link` is the partition's, as in Search.
     std::uint32_t FindBest(const ZtOcPickFrustumTraversal& pick, const ZtOaPathLink& link,
                            ZtOcContext* context, double* depth) const;
-    // Builds the links from the node of `ordinal` up to `top` into `links` (reserved here
-    // for the whole chain first, since each link points at the one before it) and returns
+    // Builds the links from the node of `ordinal` up to `top` into `links` (sized here to
+    // the whole chain first, since each link points at the one before it) and returns
     // the node's own link, which gets the transform `own`; the links between share top's.
     const ZtOaPathLink& LinkPath(std::uint32_t ordinal, const ZtOaPathLink& top,
                                  const ZtLAffine3f* own, std::vector<ZtOaPathLink>& links) const;
 
+    // The node of an ordinal, and its parent's ordinal (kNone for a child of the
+    // partition).
+    const ZtOaNode* NodeAt(std::uint32_t ordinal) const {
+        return flat_ ? flat_->GetChild(static_cast<int>(ordinal)) : nodes_[ordinal];
+    }
+    std::uint32_t ParentOf(std::uint32_t ordinal) const {
+        return flat_ ? kNone : parents_[ordinal];
+    }
+
+    // The partition, where it HasFlatBoxes: its children are the nodes, ordinals their
+    // places, and the two lists below stay empty.
+    const ZtOaPartition* flat_ = nullptr;
     std::vector<const ZtOaNode*> nodes_;
     std::vector<std::uint32_t> parents_; // by ordinal; kNone below the partition itself
     ZtOcBoxHierarchy hierarchy_;

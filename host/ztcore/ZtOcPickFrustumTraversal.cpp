@@ -40,7 +40,7 @@ void ZtOcPickFrustumTraversal::Offer(double depth, const ZtOaPathLink& link) {
     if (!(depth < bestDepth_))
         return;
     bestDepth_ = depth;
-    SetPicked(ZtOaFragment(link));
+    SetPicked(link);
 }
 
 void ZtOcPickFrustumTraversal::SearchPartition(const ZtOaPartition& partition,

@@ -19,7 +19,13 @@ public:
 
 protected:
     ZtOcContext* GetContext() const { return context_; }
-    void SetPicked(const ZtOaFragment& fragment) { picked_ = fragment; }
+    // The path from `leaf` up becomes the picked shape.
+    void SetPicked(const ZtOaPathLink& leaf) {
+        if (picked_)
+            picked_->Assign(leaf);
+        else
+            picked_.emplace(leaf);
+    }
     void ClearPicked() { picked_.reset(); }
 
 private:

@@ -1,4 +1,5 @@
 #pragma once
+#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <new>
@@ -10,9 +11,6 @@
 // system can back them with huge pages, which makes first touching them much cheaper.
 void* ZtDgnAllocateBlock(std::size_t bytes);
 void ZtDgnFreeBlock(void* block, std::size_t bytes);
-// Asks the system to back the whole 2 MiB pages inside [block, block + bytes) with huge
-// pages, for memory that did not come from ZtDgnAllocateBlock. Only advice.
-void ZtDgnAdviseHugePages(void* block, std::size_t bytes);
 
 // A growing array that never moves its items: storage comes in chunks that double in size
 // (chunk k holds kFirstChunk << k items), so that pointers to items stay valid, growth
@@ -70,6 +68,21 @@ public:
     const T& operator[](std::size_t index) const {
         const std::size_t k = ChunkOf(index);
         return chunks_[k][index - ChunkStart(k)];
+    }
+
+    // Hands items [first, first + count), all there, to `visit` in order, a chunk at a
+    // time: no look-up of the chunk an item.
+    template <class Visit>
+    void ForRange(std::size_t first, std::size_t count, Visit&& visit) const {
+        while (count > 0) {
+            const std::size_t k = ChunkOf(first);
+            const std::size_t at = first - ChunkStart(k);
+            const std::size_t run = std::min(count, ChunkItems(k) - at);
+            for (const T *item = chunks_[k] + at, *end = item + run; item != end; ++item)
+                visit(*item);
+            first += run;
+            count -= run;
+        }
     }
 
 private:

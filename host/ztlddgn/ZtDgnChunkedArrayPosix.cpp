@@ -1,5 +1,7 @@
 #include "ztlddgn/ZtDgnChunkedArray.h"
 
+#include "ztutil/ZtUHugePages.h"
+
 #include <cstdint>
 #include <sys/mman.h>
 
@@ -29,8 +31,7 @@ void* ZtDgnAllocateBlock(std::size_t bytes) {
         ::munmap(raw, start - address);
     if (start + size < address + size + kHugePage)
         ::munmap(reinterpret_cast<void*>(start + size), address + kHugePage - start);
-    // Only advice: where huge pages are not to be had, the block works all the same.
-    ::madvise(reinterpret_cast<void*>(start), size, MADV_HUGEPAGE);
+    ZtUAdviseHugePages(reinterpret_cast<void*>(start), size);
     return reinterpret_cast<void*>(start);
 }
 
@@ -39,12 +40,4 @@ void ZtDgnFreeBlock(void* block, std::size_t bytes) {
         ::operator delete(block);
     else
         ::munmap(block, RoundUp(bytes));
-}
-
-void ZtDgnAdviseHugePages(void* block, std::size_t bytes) {
-    const auto address = reinterpret_cast<std::uintptr_t>(block);
-    const std::uintptr_t start = (address + kHugePage - 1) / kHugePage * kHugePage;
-    const std::uintptr_t end = (address + bytes) / kHugePage * kHugePage;
-    if (start < end)
-        ::madvise(reinterpret_cast<void*>(start), end - start, MADV_HUGEPAGE);
 }

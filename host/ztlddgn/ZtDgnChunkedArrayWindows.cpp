@@ -25,6 +25,3 @@ void ZtDgnFreeBlock(void* block, std::size_t bytes) {
     else
         ::VirtualFree(block, 0, MEM_RELEASE);
 }
-
-// Large pages on Windows need a privilege that a desktop user lacks; nothing to ask for.
-void ZtDgnAdviseHugePages(void*, std::size_t) {}

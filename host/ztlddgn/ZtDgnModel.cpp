@@ -4,6 +4,7 @@
 #include "ztlddgn/ZtDgnBytes.h"
 #include "ztlddgn/ZtDgnLinkage.h"
 #include "ztobject/ZtOaAttribute.h"
+#include "ztutil/ZtUHugePages.h"
 #include "ztutil/ZtUName.h"
 #include "ztutil/ZtUResource.h"
 
@@ -13,6 +14,13 @@
 #include <typeinfo>
 
 namespace {
+
+// An element's range in master units.
+ZtLBox3f RangeBox(const ZtDgnElement& element, double uorsPerMaster) {
+    const std::int32_t* r = element.range;
+    const double f = uorsPerMaster;
+    return ZtLBox3f(ZtLPos3f(r[0] / f, r[1] / f, r[2] / f), ZtLPos3f(r[3] / f, r[4] / f, r[5] / f));
+}
 
 constexpr const char* kSceneProps = "ZtDgnSceneProps";
 constexpr const char* kUorsPerMaster = "ZtDgnUORsPerMaster";
@@ -113,9 +121,17 @@ void ZtDgnModel::SetUorsPerMaster(double factor) {
 }
 
 ZtLBox3f ZtDgnModel::GetElementBox(std::size_t slot) const {
-    const std::int32_t* r = elements_[slot].range;
-    const double f = uorsPerMaster_;
-    return ZtLBox3f(ZtLPos3f(r[0] / f, r[1] / f, r[2] / f), ZtLPos3f(r[3] / f, r[4] / f, r[5] / f));
+    return RangeBox(elements_[slot], uorsPerMaster_);
+}
+
+bool ZtDgnModel::HasFlatBoxes() const {
+    return allTopLevel_ && static_cast<std::size_t>(GetNumChildren()) == elements_.Size();
+}
+
+void ZtDgnModel::FillChildBoxes(std::size_t first, std::size_t count, ZtLBox3f* boxes) const {
+    elements_.ForRange(first, count, [&](const ZtDgnElement& element) {
+        *boxes++ = RangeBox(element, uorsPerMaster_);
+    });
 }
 
 std::uint64_t ZtDgnModel::GetDmrs(std::size_t slot) const {
@@ -131,7 +147,7 @@ void ZtDgnModel::ReserveForFile(std::uint64_t fileBytes) {
     const auto count =
         static_cast<std::size_t>(std::min(fileBytes / kZtDgnGraphicHeaderBytes, kMostReserved));
     ReserveChildren(count);
-    ZtDgnAdviseHugePages(const_cast<ZtOaNode**>(GetChildArray()), count * sizeof(ZtOaNode*));
+    ZtUAdviseHugePages(const_cast<ZtOaNode**>(GetChildArray()), count * sizeof(ZtOaNode*));
 }
 
 ZtOaNode* ZtDgnModel::AddElement(const ZtDgnRawElement& raw, std::uint32_t index, bool group,
@@ -176,10 +192,12 @@ ZtOaNode* ZtDgnModel::AddElement(const ZtDgnRawElement& raw, std::uint32_t index
     });
     ZtOaNode* node = group ? static_cast<ZtOaNode*>(&groups_.Emplace(this, slot))
                            : static_cast<ZtOaNode*>(&leaves_.Emplace(this, slot));
-    if (parent)
+    if (parent) {
         parent->AddComponent(node);
-    else
+        allTopLevel_ = false;
+    } else {
         AppendChild(node);
+    }
     return node;
 }
 

@@ -80,6 +80,10 @@ public:
     const ZtDgnElement& GetElement(std::size_t slot) const { return elements_[slot]; }
     // The element's range divided by the factor (the global origin is not applied).
     ZtLBox3f GetElementBox(std::size_t slot) const;
+    // A model whose elements are all its own children (no cell or complex element with
+    // components) hands out their boxes from its records.
+    bool HasFlatBoxes() const override;
+    void FillChildBoxes(std::size_t first, std::size_t count, ZtLBox3f* boxes) const override;
     // The element's linkage words, whole linkages only; null if it has none.
     const std::uint16_t* GetLinkageWords(const ZtDgnElement& element) const {
         return element.linkageWords ? &linkages_[element.linkageFirst] : nullptr;
@@ -127,6 +131,9 @@ private:
     double uorsPerMaster_ = 1.0;
     bool option10AtLoad_ = true;
     std::uint32_t fileElementCount_ = 0;
+    // No element has gone into a group: each one's slot is its place among the children,
+    // as long as nothing was added to the model besides.
+    bool allTopLevel_ = true;
     std::vector<std::string> warnings_;
     ZtOaPropertyAttribute* sceneProps_ = nullptr; // owned by the partition's attribute list
 

@@ -46,6 +46,12 @@ ZtLPickFrustum3f::ZtLPickFrustum3f(const ZtLFrustum3f& frustum) : frustum_(frust
         corners_[4 + i] = eye + rays[i] * frustum.GetFar();
     }
     eyeDepth_ = Project(view, eye);
+    CornerLanes lanes;
+    for (int i = 0; i < 8; ++i) {
+        lanes.x[i] = corners_[i].x;
+        lanes.y[i] = corners_[i].y;
+        lanes.z[i] = corners_[i].z;
+    }
 
     // Faces: near, far, and the four sides through the eye, each normal turned inwards.
     const ZtLPos3f centre = eye + view * ((frustum.GetNear() + frustum.GetFar()) * 0.5);
@@ -57,13 +63,13 @@ ZtLPickFrustum3f::ZtLPickFrustum3f(const ZtLFrustum3f& frustum) : frustum_(frust
             n = -n;
         faceNormals_[f] = n;
         faceDistances_[f] = Project(n, a);
-        AddAxis(n);
+        AddAxis(n, lanes);
     }
     const ZtLVec3f boxAxes[3] = {ZtLUnitVec3f::X(), ZtLUnitVec3f::Y(), ZtLUnitVec3f::Z()};
     boxAxesFirst_ = axisCount_;
     for (int k = 0; k < 3; ++k) {
         const int before = axisCount_;
-        AddAxis(boxAxes[k]);
+        AddAxis(boxAxes[k], lanes);
         const double none = std::numeric_limits<double>::quiet_NaN();
         boundsLow_[k] = axisCount_ > before ? axes_[before].low : none;
         boundsHigh_[k] = axisCount_ > before ? axes_[before].high : none;
@@ -72,48 +78,54 @@ ZtLPickFrustum3f::ZtLPickFrustum3f(const ZtLFrustum3f& frustum) : frustum_(frust
     const ZtLVec3f edges[6] = {right, up, rays[0], rays[1], rays[2], rays[3]};
     for (const ZtLVec3f& axis : boxAxes)
         for (const ZtLVec3f& edge : edges)
-            AddAxis(axis.Cross(edge));
+            AddAxis(axis.Cross(edge), lanes);
 }
 
-void ZtLPickFrustum3f::AddAxis(const ZtLVec3f& direction) {
+void ZtLPickFrustum3f::AddAxis(const ZtLVec3f& direction, const CornerLanes& corners) {
     // Parallel edges give no axis; a direction that is all but zero separates nothing
-    // that another axis would not.
+    // that another axis would not. (A length below 0.5 is a squared length below 0.25:
+    // the square root rounds no square below 0.25 up to 0.5.)
     const ZtLVec3f d = direction.Normalized();
-    if (d.Length() < 0.5 || axisCount_ == kMaxAxes)
+    if (d.Dot(d) < 0.25 || axisCount_ == kMaxAxes)
         return;
-    Axis& axis = axes_[axisCount_++];
-    axis.direction = d;
-    axis.low = axis.high = Project(d, corners_[0]);
-    for (int i = 1; i < 8; ++i) {
-        const double p = Project(d, corners_[i]);
-        axis.low = std::min(axis.low, p);
-        axis.high = std::max(axis.high, p);
-    }
+    // Each projection summed as Project sums it; the bounds taken in the corners' order,
+    // spelled out so that they stay in registers.
+    double p[8];
+    for (int i = 0; i < 8; ++i)
+        p[i] = (d.x * corners.x[i] + d.y * corners.y[i]) + d.z * corners.z[i];
+    const double low = std::min(
+        std::min(
+            std::min(std::min(std::min(std::min(std::min(p[0], p[1]), p[2]), p[3]), p[4]), p[5]),
+            p[6]),
+        p[7]);
+    const double high = std::max(
+        std::max(
+            std::max(std::max(std::max(std::max(std::max(p[0], p[1]), p[2]), p[3]), p[4]), p[5]),
+            p[6]),
+        p[7]);
+    axes_[axisCount_++] = {d, low, high};
 }
 
-bool ZtLPickFrustum3f::Intersects(const ZtLBox3f& box) const {
-    return MeetsOnAxes(box, axisCount_);
-}
-
-bool ZtLPickFrustum3f::MayIntersect(const ZtLBox3f& box) const {
-    return MeetsOnAxes(box, chiefAxisCount_);
-}
-
-bool ZtLPickFrustum3f::MeetsOnAxes(const ZtLBox3f& box, int axes) const {
-    if (box.IsEmpty())
-        return false;
+bool ZtLPickFrustum3f::BesideBounds(const ZtLBox3f& box, bool& finite) const {
     // On a box axis the projections of a box whose coordinates are all finite are its
     // own coordinates, so the frustum's bounding box answers for those three axes at
     // once and turns most boxes away. A coordinate that is not finite makes the sums of
     // the long way give another answer; such a box goes the long way only.
     const ZtLPos3f& lo = box.GetMin();
     const ZtLPos3f& hi = box.GetMax();
-    const bool finite = std::isfinite(lo.x) && std::isfinite(lo.y) && std::isfinite(lo.z) &&
-                        std::isfinite(hi.x) && std::isfinite(hi.y) && std::isfinite(hi.z);
+    finite = std::isfinite(lo.x) && std::isfinite(lo.y) && std::isfinite(lo.z) &&
+             std::isfinite(hi.x) && std::isfinite(hi.y) && std::isfinite(hi.z);
     if (finite)
         for (int k = 0; k < 3; ++k)
             if (hi[k] < boundsLow_[k] || lo[k] > boundsHigh_[k])
-                return false;
+                return true;
+    return false;
+}
+
+bool ZtLPickFrustum3f::Intersects(const ZtLBox3f& box) const {
+    bool finite = false;
+    if (box.IsEmpty() || BesideBounds(box, finite))
+        return false;
     auto meets = [&](int from, int to) {
         for (int i = from; i < to; ++i) {
             const Axis& axis = axes_[i];
@@ -125,7 +137,20 @@ bool ZtLPickFrustum3f::MeetsOnAxes(const ZtLBox3f& box, int axes) const {
     };
     // The bounds have answered for the box axes of a finite box: the long way gives the
     // same sums there, a coordinate plus zeros.
-    return meets(0, boxAxesFirst_) && meets(finite ? chiefAxisCount_ : boxAxesFirst_, axes);
+    return meets(0, boxAxesFirst_) && meets(finite ? chiefAxisCount_ : boxAxesFirst_, axisCount_);
+}
+
+bool ZtLPickFrustum3f::MayIntersect(const ZtLBox3f& box) const {
+    bool finite = false;
+    if (box.IsEmpty() || BesideBounds(box, finite))
+        return false;
+    // Of each face's axis only the side the frustum lies on: a box wholly behind one face
+    // is turned away as the full test turns it away, at half the cost; a box beyond the
+    // frustum's far side along a face's normal is left to the other faces.
+    for (int i = 0; i < boxAxesFirst_; ++i)
+        if (HighOnAxis(axes_[i].direction, box) < axes_[i].low)
+            return false;
+    return true;
 }
 
 bool ZtLPickFrustum3f::Contains(const ZtLBox3f& box) const {

@@ -25,8 +25,9 @@ public:
     // nothing.
     bool Intersects(const ZtLBox3f& box) const;
     // False only where Intersects is false; true for every box that meets the frustum and
-    // some that do not. Tests the frustum's faces and its bounding box, the axes that
-    // turn most boxes away, and not the axes of its edges: for pruning a search cheaply.
+    // some that do not. Tests the frustum's bounding box and the inner side of each face,
+    // which turn most boxes away, and not the axes of its edges: for pruning a search
+    // cheaply.
     bool MayIntersect(const ZtLBox3f& box) const;
     // True if every point of the box lies in the frustum, faces included.
     bool Contains(const ZtLBox3f& box) const;
@@ -39,9 +40,17 @@ private:
         double low;
         double high;
     };
-    void AddAxis(const ZtLVec3f& direction);
-    // Whether the box overlaps the frustum on each of the first `axes` axes.
-    bool MeetsOnAxes(const ZtLBox3f& box, int axes) const;
+    // The corners coordinate by coordinate, so that projecting all eight onto an axis is
+    // a few operations on lanes of them.
+    struct CornerLanes {
+        double x[8];
+        double y[8];
+        double z[8];
+    };
+    void AddAxis(const ZtLVec3f& direction, const CornerLanes& corners);
+    // True if the box, every coordinate of it finite, lies wholly beside the frustum's
+    // bounding box; sets `finite`.
+    bool BesideBounds(const ZtLBox3f& box, bool& finite) const;
 
     ZtLFrustum3f frustum_;
     ZtLPos3f corners_[8];

@@ -4,6 +4,7 @@
 #include "ztobject/ZtOaNodeCache.h"
 #include "ztutil/ZtUWideString.h"
 
+#include <cstddef>
 #include <memory>
 
 // A group that stands for a whole file or document: the root of a loaded model, or the
@@ -34,6 +35,17 @@ public:
     // A partition has no box of its own, only its children have: what lies below it is
     // in coordinates of its own, and it has none to be placed in.
     int GetBoundingBox(ZtLBox3f*) const final { return 0; }
+
+    // For indexes over the tree below, which read boxes in bulk where they can: true if
+    // every node below the partition is one of its children (none has children), and
+    // FillChildBoxes gives their boxes, each as the child's GetBoundingBox gives it (every
+    // child has one). A partition that keeps its nodes' boxes in arrays of its own may
+    // say so, and saves the caller a call and a visit to every node.
+    virtual bool HasFlatBoxes() const { return false; }
+    // The boxes of children [first, first + count), all there, of a partition that
+    // HasFlatBoxes.
+    virtual void FillChildBoxes(std::size_t /*first*/, std::size_t /*count*/,
+                                ZtLBox3f* /*boxes*/) const {}
 
     // What host code keeps for the tree below the partition (one cache per partition),
     // or null. Reading code may set it: a cache changes nothing the tree says.

@@ -1,6 +1,18 @@
 #include "ztobject/ZtOaTraversal.h"
 
 ZtOaFragment::ZtOaFragment(const ZtOaPathLink& leaf) {
+    Assign(leaf);
+}
+
+void ZtOaFragment::Assign(const ZtOaPathLink& leaf) {
+    std::size_t depth = 0;
+    for (const ZtOaPathLink* link = &leaf; link; link = link->GetParent())
+        ++depth;
+    links_.clear();
+    transformOf_.clear();
+    transforms_.clear();
+    links_.reserve(depth);
+    transformOf_.reserve(depth);
     const ZtLAffine3f* last = nullptr;
     for (const ZtOaPathLink* link = &leaf; link; link = link->GetParent()) {
         links_.emplace_back(link->GetNode(), nullptr);

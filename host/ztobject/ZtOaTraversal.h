@@ -54,6 +54,9 @@ public:
     explicit ZtOaFragment(const ZtOaPathLink& leaf);
     ZtOaFragment(const ZtOaFragment& other);
     ZtOaFragment& operator=(const ZtOaFragment& other);
+    // Copies the path from `leaf` up in place of the one held, in the room it held: a
+    // pick that finds nearer and nearer nodes keeps one fragment.
+    void Assign(const ZtOaPathLink& leaf);
 
     // The link of the node itself; GetParent leads up to the root of the walk.
     const ZtOaPathLink* GetFragPath() const { return &links_.front(); }

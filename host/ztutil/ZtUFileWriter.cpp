@@ -5,6 +5,7 @@
 #include "ztutil/ZtUSysString.h"
 #include "ztutil/ZtUUtf16.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 
@@ -37,7 +38,12 @@ bool ZtUFileWriter::Write(const wchar_t* text, std::size_t length) {
         while (end < length && static_cast<unsigned>(text[end]) < 0x80)
             ++end;
         if (end > i && !highSurrogate_) {
-            pending_.append(text + i, text + end);
+            // Narrowed in place: a range of wide characters appended as it stands would
+            // first be copied into a string of its own.
+            const std::size_t at = pending_.size();
+            pending_.resize(at + (end - i));
+            std::transform(text + i, text + end, pending_.begin() + static_cast<std::ptrdiff_t>(at),
+                           [](wchar_t c) { return static_cast<char>(c); });
             i = end;
             continue;
         }

@@ -62,7 +62,11 @@ bool IsPlain(const wchar_t* format) {
 
 template <class T> void AppendInteger(std::wstring& out, T value) {
     char digits[24];
-    out.append(digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
+    const char* end = std::to_chars(digits, digits + sizeof digits, value).ptr;
+    // Widened a digit at a time: a range of narrow characters would first be copied
+    // into a wide string of its own.
+    for (const char* digit = digits; digit != end; ++digit)
+        out.push_back(static_cast<wchar_t>(*digit));
 }
 
 // Writes a format that IsPlain, as vswprintf would.

@@ -136,7 +136,9 @@ void ZtUSysFile::fdiscard(ZtUFile* file) {
 int ZtUSysFile::fwprintf(ZtUFile* file, const wchar_t* format, ...) {
     if (!file)
         return -1;
-    std::wstring text;
+    // The text of each call replaces the last one's in room kept from call to call: a
+    // record is written in many short calls.
+    thread_local std::wstring text;
     std::va_list args;
     va_start(args, format);
     ZtUFormatV(text, format, args);

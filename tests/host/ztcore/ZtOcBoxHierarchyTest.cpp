@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <random>
 #include <vector>
@@ -117,6 +118,25 @@ TEST(ZtOcBoxHierarchy, KeepsEveryBoxWithinWhatItGivesBack) {
         CheckHierarchy(boxes, ordinals, Build(boxes, ordinals));
     }
     EXPECT_TRUE(Build({}, {}).IsEmpty());
+}
+
+// Coordinates that floats round either way, or hold exactly, or that lie about zero and
+// below the least float: every node's box still holds them.
+TEST(ZtOcBoxHierarchy, RoundsEveryCoordinateOutwards) {
+    const double step = std::ldexp(1.0, -24);
+    const double values[] = {0.0,          1.0,       1.0 + step, 1.0 - step / 2, 0.1,
+                             -0.1,         1e-40,     -1e-40,     1e-50,          -1e-50,
+                             3.0e38 / 1e9, 1e30,      -1e30,      16777217.0,     -16777217.0,
+                             0x1p-126,     -0x1p-126, 0x1p-149,   1.0 / 3.0,      -2.0 / 3.0};
+    std::vector<ZtLBox3f> boxes;
+    std::vector<std::uint32_t> ordinals;
+    for (double low : values)
+        for (double high : values)
+            if (low <= high) {
+                boxes.emplace_back(ZtLPos3f(low, -high, low), ZtLPos3f(high, -low, high));
+                ordinals.push_back(static_cast<std::uint32_t>(ordinals.size()));
+            }
+    CheckHierarchy(boxes, ordinals, Build(boxes, ordinals));
 }
 
 TEST(ZtOcBoxHierarchy, HoldsOnlyFiniteBoxesWithinItsRange) {

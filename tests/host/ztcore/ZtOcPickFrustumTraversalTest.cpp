@@ -215,6 +215,52 @@ TEST(ZtOcPickFrustumTraversal, BoxesReachingFarAreSearchedBesideTheOthers) {
     EXPECT_EQ(ZtOcGeometryIndex::Of(*model).GetNumItems(), 52u);
 }
 
+// A partition of plain children that hands out their boxes in runs, as a loaded model does.
+class FlatPartition : public ZtOaPartition {
+public:
+    FlatPartition() : ZtOaPartition(L"flat") {}
+    bool HasFlatBoxes() const override { return true; }
+    void FillChildBoxes(std::size_t first, std::size_t count, ZtLBox3f* boxes) const override {
+        for (std::size_t i = 0; i < count; ++i)
+            GetChild(static_cast<int>(first + i))->GetBoundingBox(&boxes[i]);
+    }
+};
+
+// Over boxes handed out in runs, odd ones among them (empty, endless, not a number), the
+// index answers as the walk does, placed or not.
+TEST(ZtOcPickFrustumTraversal, IndexOfBoxesHandedOutInRunsAgreesWithTheWalk) {
+    const double inf = std::numeric_limits<double>::infinity();
+    std::mt19937 random(11);
+    auto coarse = [&](double lo, double hi) {
+        return std::floor(std::uniform_real_distribution<double>(lo, hi)(random));
+    };
+    for (bool placed : {false, true}) {
+        ZtOaPartition root(L"doc");
+        auto* model = new FlatPartition;
+        if (placed)
+            model->SetTransform(ZtLAffine3f(ZtLMatrix3f(), ZtLVec3f(0.5, -1, 2)));
+        root.AddChild(model);
+        for (int i = 0; i < 700; ++i) {
+            const double x = coarse(-10, 10), y = coarse(-10, 10), z = coarse(-10, 10);
+            if (i == 300)
+                model->AddChild(Box(x, y, z, x + 1, y + 1, inf));
+            else if (i == 301)
+                model->AddChild(Box(x, y, std::nan(""), x + 1, y + 1, z));
+            else if (i == 302)
+                model->AddChild(new ZtOaShape(ZtLBox3f()));
+            else
+                model->AddChild(Box(x, y, z, x + coarse(0, 3), y + coarse(0, 3), z + coarse(0, 2)));
+        }
+        EXPECT_EQ(ZtOcGeometryIndex::Of(*model).GetNumItems(), 699u);
+        int picked = 0;
+        for (int p = 0; p < 200; ++p)
+            picked += !Pick(root, LookDown(1, 1000, 0.45 + 0.1 * (p % 20) / 20,
+                                           0.45 + 0.1 * (p / 20) / 10))
+                           .empty();
+        EXPECT_GT(picked, 100);
+    }
+}
+
 // Indexes made together, on several threads, are the ones the picks then use, and give
 // what indexes made one by one give.
 TEST(ZtOcPickFrustumTraversal, IndexesMadeTogetherServeThePicks) {

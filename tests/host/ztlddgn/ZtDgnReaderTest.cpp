@@ -183,6 +183,48 @@ TEST(ZtDgnReader, CellsAndComplexElementsBecomeGroups) {
         EXPECT_EQ(model->GetElement(slot).IsComplex(), slot >= 2 && slot <= 6) << slot;
 }
 
+// A model of top-level elements hands out its children's boxes in runs, each as the child
+// gives it, from any child on and across the chunks of its records; a model with a cell,
+// or with a node added after the load, does not.
+TEST(ZtDgnReader, OnlyAModelOfTopLevelElementsHandsOutFlatBoxes) {
+    // Nodes added after the load; a model borrows its children, and these outlive it.
+    ZtOaGroup addedLater[2];
+    DgnTestFolder folder;
+    ZtTestDgnWriter flat(3, {1000, 80, "m", "mm", {0, 0, 0}});
+    for (int i = 0; i < 3000; ++i)
+        flat.Line(Sym(1, 1), {i * 7, -i, 3}, {i * 7 + 5, 2 * i, 3 + i % 11});
+    flat.EndOfDesign();
+    std::string reason;
+    auto model = folder.Load(flat.Bytes(), &reason);
+    ASSERT_TRUE(model) << reason;
+    ASSERT_TRUE(model->HasFlatBoxes());
+    for (const auto& [first, count] : {std::pair<int, int>{0, 3000}, {1000, 1100}, {2999, 1}}) {
+        std::vector<ZtLBox3f> boxes(static_cast<std::size_t>(count));
+        model->FillChildBoxes(static_cast<std::size_t>(first), boxes.size(), boxes.data());
+        for (int i = 0; i < count; ++i) {
+            ZtLBox3f box;
+            ASSERT_TRUE(model->GetChild(first + i)->GetBoundingBox(&box));
+            EXPECT_TRUE(box.GetMin() == boxes[i].GetMin() && box.GetMax() == boxes[i].GetMax())
+                << "child " << first + i;
+        }
+    }
+    model->AddChild(&addedLater[0]);
+    EXPECT_FALSE(model->HasFlatBoxes());
+
+    ZtTestDgnWriter withCell(3, {});
+    withCell.Line(Sym(1, 1), {0, 0, 0}, {1, 1, 1});
+    withCell.BeginCell(Sym(2, 2));
+    withCell.Line(Sym(0, 0), {0, 0, 0}, {2, 2, 2});
+    withCell.EndGroup();
+    withCell.EndOfDesign();
+    auto grouped = folder.Load(withCell.Bytes(), &reason);
+    ASSERT_TRUE(grouped) << reason;
+    EXPECT_FALSE(grouped->HasFlatBoxes());
+    // As many children as elements now, but the component is not among them.
+    grouped->AddChild(&addedLater[1]);
+    EXPECT_FALSE(grouped->HasFlatBoxes());
+}
+
 TEST(ZtDgnReader, ConsecutiveGroupsAreToldApartByTheirLength) {
     DgnTestFolder folder;
     ZtTestDgnWriter writer(2, {});

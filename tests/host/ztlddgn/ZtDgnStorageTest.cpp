@@ -66,6 +66,22 @@ TEST(ZtDgnChunkedArray, RunsStaySideBySideAndPassOverTheRestOfAFullChunk) {
             EXPECT_EQ(words[first + i], next++) << first + i;
 }
 
+TEST(ZtDgnChunkedArray, ForRangeVisitsItsItemsInOrderAcrossChunks) {
+    ZtDgnChunkedArray<int, 4> array; // chunks of 4, 8, 16, ...
+    for (int i = 0; i < 100; ++i)
+        array.Emplace(i);
+    for (const auto& [first, count] :
+         {std::pair<int, int>{0, 100}, {3, 2}, {4, 8}, {5, 70}, {99, 1}, {50, 0}}) {
+        std::vector<int> seen;
+        array.ForRange(static_cast<std::size_t>(first), static_cast<std::size_t>(count),
+                       [&](int item) { seen.push_back(item); });
+        std::vector<int> expected(static_cast<std::size_t>(count));
+        for (int i = 0; i < count; ++i)
+            expected[static_cast<std::size_t>(i)] = first + i;
+        EXPECT_EQ(seen, expected) << first << " " << count;
+    }
+}
+
 TEST(ZtDgnBytes, DecodesTheFileEncodings) {
     const std::uint8_t int32[] = {0x01, 0x00, 0x70, 0x11};
     EXPECT_EQ(ZtDgnInt32(int32), 70000);
