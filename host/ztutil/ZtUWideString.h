@@ -1,5 +1,6 @@
 #pragma once
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -57,7 +58,8 @@ public:
     void SetString(const wchar_t* text, std::size_t length) {
         if (!text) {
             text_.clear();
-        } else if (text >= text_.data() && text <= text_.data() + text_.size()) {
+        } else if (std::less_equal<>()(text_.data(), text) &&
+                   std::less_equal<>()(text, text_.data() + text_.size())) {
             text_.assign(text, length);
         } else {
             text_.clear();
