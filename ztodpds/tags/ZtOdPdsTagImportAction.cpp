@@ -153,35 +153,35 @@ bool ZtOdPdsTagImportAction::ReadStickyKey(const ZtOdPdsBlock& block) {
     if (IsKey(name, L"target"sv)) {
         needs = 3;
         if ((scanned = scan.UorVector(&vector))) {
-            target_ = vector.ToMaster(uorsPerMaster_);
+            viewpoint_.target = vector.ToMaster(uorsPerMaster_);
             viewChanged_ = 1;
         }
     } else if (IsKey(name, L"eye"sv)) {
         needs = 3;
         if ((scanned = scan.UorVector(&vector))) {
-            eye_ = vector.ToMaster(uorsPerMaster_);
+            viewpoint_.eye = vector.ToMaster(uorsPerMaster_);
             viewChanged_ = 1;
         }
     } else if (IsKey(name, L"up"sv)) {
         // The value is never read: views are always upright in +Z.
-        up_.SetValue(0.0, 0.0, 1.0);
+        viewpoint_.up.SetValue(0.0, 0.0, 1.0);
         if (reporter_ &&
             !(scan.UorVector(&vector) && vector.x == 0 && vector.y == 0 && vector.z > 0))
             reporter_->Report(ZtOdPdsCheck::kIgnoredKey, reporter_->Tracker().NameAt(), name.Str());
         return true;
     } else if (IsKey(name, L"persp_ang"sv)) {
         if ((scanned = scan.Int32(&degrees))) {
-            perspAngle_ = ZtOdPdsDegreesToRadians(degrees);
+            viewpoint_.perspAngle = ZtOdPdsDegreesToRadians(degrees);
             viewChanged_ = 1;
         }
     } else if (IsKey(name, L"clip_near"sv)) {
         if ((scanned = scan.Int64(&distance))) {
-            clipNear_ = ZtOdPdsUorsToMaster(distance, uorsPerMaster_);
+            viewpoint_.clipNear = ZtOdPdsUorsToMaster(distance, uorsPerMaster_);
             viewChanged_ = 1;
         }
     } else if (IsKey(name, L"clip_far"sv)) {
         if ((scanned = scan.Int64(&distance))) {
-            clipFar_ = ZtOdPdsUorsToMaster(distance, uorsPerMaster_);
+            viewpoint_.clipFar = ZtOdPdsUorsToMaster(distance, uorsPerMaster_);
             viewChanged_ = 1;
         }
     } else {
@@ -316,11 +316,12 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
 
     if (viewChanged_ != 0 || !currentView_) {
         CloseView();
-        currentView_ = MakeView();
+        currentView_ = viewpoint_.MakeView();
         if (reporter_)
-            reporter_->ViewTried(currentView_ != nullptr, perspAngle_);
+            reporter_->ViewTried(currentView_ != nullptr, viewpoint_.perspAngle);
         if (!currentView_)
             return;
+        viewChanged_ = 0;
         cameraMap_.emplace(currentView_->AnonView().GetViewPoint().GetCamera());
     }
 
@@ -356,55 +357,12 @@ void ZtOdPdsTagImportAction::ImportTag(ZtOdPdsBlock& block) {
         reporter_->TagImported(id, tagAt);
 }
 
-ZtOpView* ZtOdPdsTagImportAction::MakeView() {
-    ZtNvViewPoint viewPoint;
-    ZtNvCamera camera;
-    camera.SetPosition(eye_);
-    camera.PointAt(target_);
-    camera.SetHeightField(perspAngle_);
-    camera.AlignUp(up_);
-    if (!camera.HasValidFrustum(0.0))
-        return nullptr;
-    viewPoint.SetCamera(camera);
-
-    // Only the camera: no focal distance and no world up, so the distance to the target
-    // is not kept.
-    auto* view = new ZtOpView;
-    *view->AnonView().EditViewPoint() = viewPoint;
-    if (clipNear_ > 0.0)
-        AddClipPlane(1.0, clipNear_, view);
-    if (clipFar_ > 0.0)
-        AddClipPlane(-1.0, clipFar_, view);
-    viewChanged_ = 0;
-    return view;
-}
-
 void ZtOdPdsTagImportAction::CloseView() {
     // The folder owns the view from the call on, even when the call fails.
     cameraMap_.reset();
     if (ZtOpView* view = std::exchange(currentView_, nullptr))
         folder_.AddChild(view);
     viewChanged_ = 1;
-}
-
-void ZtOdPdsTagImportAction::AddClipPlane(double direction, double distance, ZtOpView* view) {
-    if (!view)
-        return;
-    const ZtNvCamera& camera = view->AnonView().GetViewPoint().GetCamera();
-    const ZtLVec3f& viewDir = camera.ViewDir();
-    const ZtLUnitVec3f normal(viewDir * direction);
-    const ZtLPos3f point = camera.GetPosition() + viewDir * distance;
-    ZtOaClipPlaneSet* planes = view->AnonView().EditClipPlaneSet();
-    ZtOaClipPlane* plane = nullptr;
-    for (int index = 0; index <= 5; ++index) {
-        plane = planes->Edit(index);
-        if (plane && !plane->IsEnabled())
-            break;
-    }
-    if (plane) {
-        plane->AlignToPick(ZtOaClipPlane::kAlignToNormal, point, normal, nullptr);
-        plane->SetEnabled(true);
-    }
 }
 
 int ZtOdPdsTagImportAction::AppendTo(ZtOpSavedViewsElement* element) {

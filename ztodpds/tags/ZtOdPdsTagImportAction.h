@@ -2,8 +2,8 @@
 #include "plugin/ZtOdPdsFileAction.h"
 #include "readers/ZtOdPdsBlock.h"
 #include "tags/ZtOdPdsCameraMaps.h"
+#include "tags/ZtOdPdsTagViewpoint.h"
 #include "ztlinear/ZtLColor3f.h"
-#include "ztlinear/ZtLVec3f.h"
 #include "ztplugin/ZtOpSavedItem.h"
 #include "ztutil/ZtUComponent.h"
 
@@ -56,14 +56,8 @@ public:
     // One `tag` block: a comment and a redline tag in the current view, or nothing for a
     // tag with a bad head, a bad `p`, no text, or line ends past the file's budget.
     void ImportTag(ZtOdPdsBlock& block);
-    // A new view from the viewpoint state, or null when its camera spans no frustum.
-    ZtOpView* MakeView();
     // Puts the current view, if any, into the folder; the next tag gets a new view.
     void CloseView();
-    // Switches on the first free clip plane of `view` (the last if none is free), at
-    // right angles to the view at `distance` from the eye, its normal along the view for
-    // `direction` 1 and against it for -1.
-    void AddClipPlane(double direction, double distance, ZtOpView* view);
 
     // Moves the gathered views to the end of the element's root folder; gives how many.
     int AppendTo(ZtOpSavedViewsElement* element);
@@ -98,13 +92,7 @@ private:
     double uorsPerMaster_ = 0.0;
     ZtLColor3f lineColor_{1.0, 0.0, 0.0};
     int lineThickness_ = 3;
-    // The viewpoint state, in master units and radians.
-    ZtLPos3f target_{0.0, 0.0, 0.0};
-    ZtLPos3f eye_{1.0, 0.0, 0.0};
-    double perspAngle_ = 45 * 0.017453292519943295;
-    double clipNear_ = -1.0;
-    double clipFar_ = -1.0;
-    ZtLUnitVec3f up_{0.0, 0.0, 1.0};
+    ZtOdPdsTagViewpoint viewpoint_;
     std::uint64_t highestId_ = 0;
     // What is left of kZtOdPdsMaxFileAddedLineEnds for the file being imported.
     std::uint64_t addedLineEndsLeft_ = kZtOdPdsMaxFileAddedLineEnds;

@@ -303,17 +303,17 @@ TEST_F(ImportAction, TheWideningOfLineEndsHasABudgetPerFile) {
 }
 
 TEST_F(ImportAction, ClipPlanesTakeTheFirstFreePlaces) {
-    ZtOpView* view = action.MakeView();
+    ZtOpView* view = ZtOdPdsTagViewpoint().MakeView();
     ASSERT_NE(view, nullptr);
     view->AnonView().EditClipPlaneSet()->Edit(1)->SetEnabled(true);
     for (int i = 0; i < 7; ++i)
-        action.AddClipPlane(i % 2 ? -1.0 : 1.0, i + 1.0, view);
+        ZtOdPdsAddTagClipPlane(i % 2 ? -1.0 : 1.0, i + 1.0, view);
     // Places 0 and 2 to 5 filled in turn, and the last two go to place 5 again.
     EXPECT_EQ(EnabledPlanes(*view), (std::vector<int>{0, 1, 2, 3, 4, 5}));
     ExpectPlane(*view, 0, {-1, 0, 0}, 0);
     ExpectPlane(*view, 2, {1, 0, 0}, -1);
     ExpectPlane(*view, 5, {-1, 0, 0}, 6);
-    action.AddClipPlane(1.0, 1.0, nullptr);
+    ZtOdPdsAddTagClipPlane(1.0, 1.0, nullptr);
     delete view;
 }
 
