@@ -88,21 +88,14 @@ void ZtLPickFrustum3f::AddAxis(const ZtLVec3f& direction, const CornerLanes& cor
     const ZtLVec3f d = direction.Normalized();
     if (d.Dot(d) < 0.25 || axisCount_ == kMaxAxes)
         return;
-    // Each projection summed as Project sums it; the bounds taken in the corners' order,
-    // spelled out so that they stay in registers.
-    double p[8];
-    for (int i = 0; i < 8; ++i)
-        p[i] = (d.x * corners.x[i] + d.y * corners.y[i]) + d.z * corners.z[i];
-    const double low = std::min(
-        std::min(
-            std::min(std::min(std::min(std::min(std::min(p[0], p[1]), p[2]), p[3]), p[4]), p[5]),
-            p[6]),
-        p[7]);
-    const double high = std::max(
-        std::max(
-            std::max(std::max(std::max(std::max(std::max(p[0], p[1]), p[2]), p[3]), p[4]), p[5]),
-            p[6]),
-        p[7]);
+    // Each projection summed as Project sums it; the bounds taken in the corners' order.
+    double low = (d.x * corners.x[0] + d.y * corners.y[0]) + d.z * corners.z[0];
+    double high = low;
+    for (int i = 1; i < 8; ++i) {
+        const double p = (d.x * corners.x[i] + d.y * corners.y[i]) + d.z * corners.z[i];
+        low = std::min(low, p);
+        high = std::max(high, p);
+    }
     axes_[axisCount_++] = {d, low, high};
 }
 
