@@ -37,7 +37,7 @@ int Pump(ZtUFile* file, ZtOdPdsBlockReader& reader, ZtOdPdsBlockTracker* tracker
         if constexpr (kTracked)
             c = next();
         else
-            c = reader.GatherRun(next, ZtUFile::kEnd);
+            c = reader.GatherRun<ZtUFile::kEnd>(next);
     }
     if constexpr (kTracked)
         tracker->Stopped(reader, ZtOdPdsBlockReader::kContinue);

@@ -67,38 +67,50 @@ public:
     // Takes the next character.
     [[gnu::always_inline]] int FeedChar(wchar_t c) requires(!kSlices) { return Feed(c); }
 
-    // Takes characters from `next` (a callable that gives the next one, or `endMark` at
+    // Takes characters from `next` (a callable that gives the next one, or `kEndMark` at
     // the end of the input) for as long as they only lengthen the text gathered: inside a
     // block, with no count being read, while the buffer has room, passed through or no
-    // brace. Gives the first character it did not take, for FeedChar, or `endMark`. A
+    // brace. Gives the first character it did not take, for FeedChar, or `kEndMark`. A
     // source fed this way takes the runs of a value in a loop of a few instructions.
-    template <class Next>
-    [[gnu::always_inline]] unsigned GatherRun(Next&& next, unsigned endMark) requires(!kSlices) {
+    template <unsigned kEndMark, class Next>
+    [[gnu::always_inline]] unsigned GatherRun(Next&& next) requires(!kSlices) {
+        // One test tells the characters below '{', nearly all of a value's, from the
+        // braces and the end, which lie above it.
+        static_assert(kEndMark > L'}');
         if (depth_ <= 0 || inCount_)
             return next();
         // No count starts here: that takes an opening brace, which ends the run.
         wchar_t* out = buffer_ + length_;
-        const wchar_t* const room = buffer_ + end_;
+        wchar_t* const room = buffer_ + end_;
         unsigned c;
-        // Counted text first, where no character needs a look; then text up to a brace.
-        std::uint32_t passThrough = passThrough_;
+        // Counted text first, where no character needs a look, as far as the room goes.
+        // (The text may be longer than the room: while it is held in part, the room is 0.)
+        if (passThrough_ != 0) {
+            const auto roomLeft = out < room ? static_cast<std::size_t>(room - out) : 0;
+            wchar_t* const stop = out + (passThrough_ < roomLeft ? passThrough_ : roomLeft);
+            wchar_t* const start = out;
+            while (out < stop) {
+                c = next();
+                if (c == kEndMark)
+                    break;
+                *out++ = static_cast<wchar_t>(c);
+            }
+            passThrough_ -= static_cast<std::uint32_t>(out - start);
+            length_ = static_cast<std::size_t>(out - buffer_);
+            if (out < stop)
+                return c;
+            if (passThrough_ != 0)
+                return next();
+        }
+        // Then text up to a brace.
         for (;;) {
             c = next();
-            if (c == endMark || out >= room)
+            if (c >= L'{' && (c == L'{' || c == L'}' || c == kEndMark))
                 break;
-            if (passThrough == 0) {
-                while (c != L'{' && c != L'}') {
-                    *out++ = static_cast<wchar_t>(c);
-                    c = next();
-                    if (c == endMark || out >= room)
-                        break;
-                }
+            if (out >= room)
                 break;
-            }
-            --passThrough;
             *out++ = static_cast<wchar_t>(c);
         }
-        passThrough_ = passThrough;
         length_ = static_cast<std::size_t>(out - buffer_);
         return c;
     }
