@@ -131,7 +131,7 @@ public:
                     run += passThrough_ < left ? passThrough_ : left;
                     passThrough_ -= static_cast<std::uint32_t>(run - next_);
                 } else if (depth_ > 0) {
-                    while (run < end && *run != L'{' && *run != L'}')
+                    while (run < end && !IsBrace(*run))
                         ++run;
                 } else {
                     while (run < end && !StopsOutside(*run))
@@ -173,16 +173,18 @@ public:
     std::wstring_view Gathered() const { return {Text(), length_}; }
 
 private:
-    // Whether a reader outside any block looks at `c`: a brace or a line end. Most
-    // characters are told apart by one test of a bit, their low six bits in a mask of the
-    // four, before the exact test.
+    // Whether a reader outside any block looks at `c`: a brace or a line end. Nearly every
+    // character lies between the line ends and the braces, which one compare tells.
     static bool StopsOutside(wchar_t c) {
-        constexpr std::uint64_t kLowBits = std::uint64_t{1} << L'\n' | std::uint64_t{1} << L'\r' |
-                                           std::uint64_t{1} << (L'{' - 64) |
-                                           std::uint64_t{1} << (L'}' - 64);
-        const auto unit = static_cast<std::uint32_t>(c);
-        return unit < 128 && ((kLowBits >> (unit & 63)) & 1) != 0 &&
-               (c == L'\n' || c == L'\r' || c == L'{' || c == L'}');
+        if (static_cast<std::uint32_t>(c) - 14u < static_cast<std::uint32_t>(L'{') - 14u)
+            return false;
+        return c == L'\n' || c == L'\r' || c == L'{' || c == L'}';
+    }
+    // Whether a reader inside a block looks at `c`: a brace. Nearly every character lies
+    // below them.
+    static bool IsBrace(wchar_t c) {
+        return static_cast<std::uint32_t>(c) >= static_cast<std::uint32_t>(L'{') &&
+               (c == L'{' || c == L'}');
     }
 
     // OpenBrace and CloseBrace give this for a brace that is gathered like any character.
