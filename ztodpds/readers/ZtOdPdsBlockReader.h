@@ -122,7 +122,7 @@ public:
     // one after another would, until the block completes (kComplete) or `end` is reached
     // (kContinue). A run of characters that only lengthens the slice (passed through, or
     // none of the characters that the reader tests for) is taken at once.
-    int FeedTo(const wchar_t* end) requires kSlices {
+    [[gnu::always_inline]] int FeedTo(const wchar_t* end) requires kSlices {
         while (next_ < end) {
             if (!buffer_ && depth_ >= 0 && !inCount_) {
                 const wchar_t* run = next_;
