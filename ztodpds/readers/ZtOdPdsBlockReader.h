@@ -121,7 +121,8 @@ public:
     // Takes the characters of the text given to the constructor up to `end`, as FeedNext
     // one after another would, until the block completes (kComplete) or `end` is reached
     // (kContinue). A run of characters that only lengthens the slice (passed through, or
-    // none of the characters that the reader tests for) is taken at once.
+    // no brace; outside any block, line ends that only start the name afresh) is taken at
+    // once.
     [[gnu::always_inline]] int FeedTo(const wchar_t* end) requires kSlices {
         while (next_ < end) {
             if (!buffer_ && depth_ >= 0 && !inCount_) {
@@ -130,12 +131,20 @@ public:
                     const auto left = static_cast<std::size_t>(end - run);
                     run += passThrough_ < left ? passThrough_ : left;
                     passThrough_ -= static_cast<std::uint32_t>(run - next_);
-                } else if (depth_ > 0) {
+                } else {
                     while (run < end && !IsBrace(*run))
                         ++run;
-                } else {
-                    while (run < end && !StopsOutside(*run))
-                        ++run;
+                    // Outside any block the last line end of the run starts the name
+                    // afresh, as each one before it did.
+                    if (depth_ == 0) {
+                        const wchar_t* lineEnd = run;
+                        while (lineEnd > next_ && lineEnd[-1] != L'\n' && lineEnd[-1] != L'\r')
+                            --lineEnd;
+                        if (lineEnd != next_) {
+                            next_ = lineEnd;
+                            Restart();
+                        }
+                    }
                 }
                 length_ += static_cast<std::size_t>(run - next_);
                 next_ = run;
@@ -173,15 +182,8 @@ public:
     std::wstring_view Gathered() const { return {Text(), length_}; }
 
 private:
-    // Whether a reader outside any block looks at `c`: a brace or a line end. Nearly every
-    // character lies between the line ends and the braces, which one compare tells.
-    static bool StopsOutside(wchar_t c) {
-        if (static_cast<std::uint32_t>(c) - 14u < static_cast<std::uint32_t>(L'{') - 14u)
-            return false;
-        return c == L'\n' || c == L'\r' || c == L'{' || c == L'}';
-    }
-    // Whether a reader inside a block looks at `c`: a brace. Nearly every character lies
-    // below them.
+    // Whether `c` is a brace. Nearly every character lies below them, which one compare
+    // tells.
     static bool IsBrace(wchar_t c) {
         return static_cast<std::uint32_t>(c) >= static_cast<std::uint32_t>(L'{') &&
                (c == L'{' || c == L'}');
