@@ -267,9 +267,11 @@ private:
     }
 
     // The count's digits and the character that ends them stay in the value; the caller
-    // splits them off. The subtraction wraps for counts below 2.
+    // splits them off. The subtraction wraps for counts below 2. An ASCII character is a
+    // digit in every locale only from '0' to '9', and needs no call to tell.
     void CountDigit(wchar_t c) {
-        if (std::iswdigit(static_cast<std::wint_t>(c))) {
+        const auto unit = static_cast<std::uint32_t>(c);
+        if (unit < 128 ? unit - L'0' < 10u : std::iswdigit(static_cast<std::wint_t>(c)) != 0) {
             count_ = count_ * 10 + static_cast<std::uint32_t>(c - L'0');
         } else {
             inCount_ = 0;
