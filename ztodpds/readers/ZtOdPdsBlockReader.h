@@ -6,8 +6,6 @@
 #include <cassert>
 #include <cstddef>
 #include <cstdint>
-#include <cwchar>
-#include <cwctype>
 #include <string_view>
 
 // The character machine of the `name{value}` syntax, for one block: it gathers text,
@@ -18,12 +16,6 @@
 //
 // Counts and pass-through are unsigned 32-bit numbers: a count of 0 or 1 wraps and lets
 // the rest of the input through as text, and so do counts too long for 32 bits.
-//
-// What a reader of a file holds stays in proportion to what can matter: nothing behind a
-// NUL counts in a name or value, and no name is longer than kMaxNameLength, so the text
-// behind a NUL and the rest of an overlong name are not gathered; only their last four
-// characters are, for the counted-text test. When memory runs short for a value, the
-// reader gathers no more of that block, skips it to its end and goes on with the next.
 //
 // A reader lives on the stack of one source call and runs once per character. Everything
 // it does is inline (forced where the compiler would stop short) and nothing takes its
@@ -68,51 +60,86 @@ public:
     [[gnu::always_inline]] int FeedChar(wchar_t c) requires(!kSlices) { return Feed(c); }
 
     // Takes characters from `next` (a callable that gives the next one, or `kEndMark` at
-    // the end of the input) for as long as they only lengthen the text gathered: inside a
-    // block, with no count being read, while the buffer has room, passed through or no
-    // brace. Gives the first character it did not take, for FeedChar, or `kEndMark`. A
-    // source fed this way takes the runs of a value in a loop of a few instructions.
+    // the end of the input) for as long as they only lengthen the text gathered inside a
+    // block, while the buffer has room: passed through, a count's ASCII digits and the
+    // character that ends them, other text, and the braces of inner blocks. Gives the
+    // first character it did not take, for FeedChar, or `kEndMark`. A source fed this way
+    // takes a block's value in loops of a few instructions a character.
     template <unsigned kEndMark, class Next>
     [[gnu::always_inline]] unsigned GatherRun(Next&& next) requires(!kSlices) {
         // One test tells the characters below '{', nearly all of a value's, from the
         // braces and the end, which lie above it.
         static_assert(kEndMark > L'}');
-        if (depth_ <= 0 || inCount_)
+        if (depth_ <= 0)
             return next();
-        // No count starts here: that takes an opening brace, which ends the run.
         wchar_t* out = buffer_ + length_;
         wchar_t* const room = buffer_ + end_;
-        unsigned c;
-        // Counted text first, where no character needs a look, as far as the room goes.
-        // (The text may be longer than the room: while it is held in part, the room is 0.)
-        if (passThrough_ != 0) {
-            const auto roomLeft = out < room ? static_cast<std::size_t>(room - out) : 0;
-            wchar_t* const stop = out + (passThrough_ < roomLeft ? passThrough_ : roomLeft);
-            wchar_t* const start = out;
-            while (out < stop) {
+        unsigned c = kEndMark;
+        auto leave = [&] {
+            length_ = static_cast<std::size_t>(out - buffer_);
+            return c;
+        };
+        for (;;) {
+            // A count, as CountDigit takes it; braces and other characters are left to
+            // FeedChar.
+            while (inCount_) {
                 c = next();
-                if (c == kEndMark)
-                    break;
+                if (c >= 128 || c == L'{' || c == L'}' || out >= room)
+                    return leave();
+                *out++ = static_cast<wchar_t>(c);
+                if (c - L'0' < 10u) {
+                    count_ = count_ * 10 + (c - L'0');
+                } else {
+                    inCount_ = 0;
+                    passThrough_ = count_ - 2;
+                }
+            }
+            // Counted text, where no character needs a look, as far as the room goes (0,
+            // and the text longer, while the text is held in part).
+            if (passThrough_ != 0) {
+                const auto roomLeft = out < room ? static_cast<std::size_t>(room - out) : 0;
+                wchar_t* const stop = out + (passThrough_ < roomLeft ? passThrough_ : roomLeft);
+                wchar_t* const start = out;
+                while (out < stop) {
+                    c = next();
+                    if (c == kEndMark)
+                        break;
+                    *out++ = static_cast<wchar_t>(c);
+                }
+                passThrough_ -= static_cast<std::uint32_t>(out - start);
+                if (out < stop || passThrough_ != 0) {
+                    if (out == stop)
+                        c = next();
+                    return leave();
+                }
+            }
+            // Text up to a brace. An inner block's braces are taken as OpenBrace and
+            // CloseBrace take them, up to one that starts a count; the block's own closing
+            // brace ends the run.
+            for (;;) {
+                c = next();
+                if (c >= L'{' && (c == L'{' || c == L'}' || c == kEndMark)) {
+                    if (c == kEndMark || out >= room || (c == L'}' && depth_ == 1))
+                        return leave();
+                    if (c == L'}') {
+                        --depth_;
+                    } else {
+                        length_ = static_cast<std::size_t>(out - buffer_);
+                        ++depth_;
+                        if ((flags_ & ZtOdPdsCountedText) &&
+                            EndsWithText(holding_, Text(), length_)) {
+                            inCount_ = 1;
+                            count_ = 0;
+                            *out++ = static_cast<wchar_t>(c);
+                            break;
+                        }
+                    }
+                }
+                if (out >= room)
+                    return leave();
                 *out++ = static_cast<wchar_t>(c);
             }
-            passThrough_ -= static_cast<std::uint32_t>(out - start);
-            length_ = static_cast<std::size_t>(out - buffer_);
-            if (out < stop)
-                return c;
-            if (passThrough_ != 0)
-                return next();
         }
-        // Then text up to a brace.
-        for (;;) {
-            c = next();
-            if (c >= L'{' && (c == L'{' || c == L'}' || c == kEndMark))
-                break;
-            if (out >= room)
-                break;
-            *out++ = static_cast<wchar_t>(c);
-        }
-        length_ = static_cast<std::size_t>(out - buffer_);
-        return c;
     }
 
     // Takes the next character of the text given to the constructor.
@@ -182,13 +209,6 @@ public:
     std::wstring_view Gathered() const { return {Text(), length_}; }
 
 private:
-    // Whether `c` is a brace. Nearly every character lies below them, which one compare
-    // tells.
-    static bool IsBrace(wchar_t c) {
-        return static_cast<std::uint32_t>(c) >= static_cast<std::uint32_t>(L'{') &&
-               (c == L'{' || c == L'}');
-    }
-
     // OpenBrace and CloseBrace give this for a brace that is gathered like any character.
     static constexpr int kGather = -1;
 
@@ -229,7 +249,7 @@ private:
     [[gnu::always_inline]] int OpenBrace() {
         ++depth_;
         // Before the name is taken, so that a key ending in "text" counts at any depth.
-        if ((flags_ & ZtOdPdsCountedText) && EndsWithText()) {
+        if ((flags_ & ZtOdPdsCountedText) && EndsWithText(holding_, Text(), length_)) {
             inCount_ = 1;
             count_ = 0;
         }
@@ -239,7 +259,8 @@ private:
                 Restart();
                 return kContinue;
             }
-            block_->SetName(Text(), holding_.held == Held::kOverlong ? 0 : LengthToNul());
+            block_->SetName(Text(),
+                            holding_.held == Held::kOverlong ? 0 : LengthToNul(Text(), length_));
             Restart();
             if (stopAtName_ == 1)
                 return kComplete;
@@ -258,7 +279,7 @@ private:
         if (depth_ == 0) {
             if (holding_.held == Held::kStarved)
                 return SkipBlock();
-            block_->SetValue(Text(), LengthToNul());
+            block_->SetValue(Text(), LengthToNul(Text(), length_));
             length_ = 0;
             complete_ = 1;
             return kComplete;
@@ -267,40 +288,15 @@ private:
     }
 
     // The count's digits and the character that ends them stay in the value; the caller
-    // splits them off. The subtraction wraps for counts below 2. An ASCII character is a
-    // digit in every locale only from '0' to '9', and needs no call to tell.
+    // splits them off. The subtraction wraps for counts below 2.
     void CountDigit(wchar_t c) {
-        const auto unit = static_cast<std::uint32_t>(c);
-        if (unit < 128 ? unit - L'0' < 10u : std::iswdigit(static_cast<std::wint_t>(c)) != 0) {
+        if (IsCountDigit(c)) {
             count_ = count_ * 10 + static_cast<std::uint32_t>(c - L'0');
         } else {
             inCount_ = 0;
             passThrough_ = count_ - 2;
         }
     }
-
-    bool EndsWithText() const {
-        if (holding_.held != Held::kAll)
-            return holding_.textMatched == 4;
-        const wchar_t* text = Text();
-        return length_ >= 4 && text[length_ - 4] == L't' && text[length_ - 3] == L'e' &&
-               text[length_ - 2] == L'x' && text[length_ - 1] == L't';
-    }
-
-    // The gathered text up to its first NUL. Most names and many values are a few
-    // characters, shorter than what a call of wmemchr pays for itself.
-    std::size_t LengthToNul() const {
-        const wchar_t* text = Text();
-        if (length_ <= kShortText) {
-            std::size_t length = 0;
-            while (length < length_ && text[length] != L'\0')
-                ++length;
-            return length;
-        }
-        const wchar_t* nul = std::wmemchr(text, L'\0', length_);
-        return nul ? static_cast<std::size_t>(nul - text) : length_;
-    }
-    static constexpr std::size_t kShortText = 16;
 
     // Drops the gathered text; with kSlices, the next slice starts at the next character.
     // A block that memory ran short for gathers nothing up to its end.

@@ -3,8 +3,16 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cwchar>
+#include <cwctype>
 
 // The parts of the block reader that do not depend on where its characters come from.
+//
+// What a reader of a file holds stays in proportion to what can matter: nothing behind a
+// NUL counts in a name or value, and no name is longer than kMaxNameLength, so the text
+// behind a NUL and the rest of an overlong name are not gathered; only their last four
+// characters are, for the counted-text test. When memory runs short for a value, the
+// reader gathers no more of that block, skips it to its end and goes on with the next.
 class ZtOdPdsBlockReaderBase {
 public:
     enum Result : int {
@@ -19,6 +27,19 @@ public:
     static constexpr std::size_t kMaxNameLength = std::size_t{1} << 20;
 
 protected:
+    // Whether `c` is a brace. Nearly every character lies below them, which one compare
+    // tells.
+    static bool IsBrace(wchar_t c) {
+        return static_cast<std::uint32_t>(c) >= static_cast<std::uint32_t>(L'{') &&
+               (c == L'{' || c == L'}');
+    }
+    // Whether `c` is a digit of a count. An ASCII character is a digit in every locale
+    // only from '0' to '9', and needs no call to tell.
+    static bool IsCountDigit(wchar_t c) {
+        const auto unit = static_cast<std::uint32_t>(c);
+        return unit < 128 ? unit - L'0' < 10u : std::iswdigit(static_cast<std::wint_t>(c)) != 0;
+    }
+
     // How much of the text being gathered a reader holds.
     enum class Held : std::uint8_t {
         kAll,
@@ -81,6 +102,27 @@ protected:
             return capacity;
         return capacity < kMaxNameLength ? capacity : kMaxNameLength;
     }
+
+    // Whether the text gathered ends with "text", from what is held of it.
+    static bool EndsWithText(Holding holding, const wchar_t* text, std::size_t length) {
+        if (holding.held != Held::kAll)
+            return holding.textMatched == 4;
+        return length >= 4 && text[length - 4] == L't' && text[length - 3] == L'e' &&
+               text[length - 2] == L'x' && text[length - 1] == L't';
+    }
+    // The text up to its first NUL. Most names and many values are a few characters,
+    // shorter than what a call of wmemchr pays for itself.
+    static std::size_t LengthToNul(const wchar_t* text, std::size_t length) {
+        if (length <= kShortText) {
+            std::size_t toNul = 0;
+            while (toNul < length && text[toNul] != L'\0')
+                ++toNul;
+            return toNul;
+        }
+        const wchar_t* nul = std::wmemchr(text, L'\0', length);
+        return nul ? static_cast<std::size_t>(nul - text) : length;
+    }
+    static constexpr std::size_t kShortText = 16;
 
 public:
     struct Buffer {
