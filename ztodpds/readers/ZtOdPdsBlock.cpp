@@ -4,6 +4,7 @@
 #include "readers/ZtOdPdsBlockTracker.h"
 
 #include <algorithm>
+#include <cwchar>
 #include <limits>
 
 // Out of line, so that the readers' character loops stay small enough to be inlined whole.
@@ -40,6 +41,32 @@ int ZtOdPdsBlock::ReadChild(ZtOdPdsBlock* child, ZtOdPdsBlockTracker* tracker) {
     // is gathered below depth 0 and makes no block unless later braces make up for it.
     if constexpr (kTracked) {
         while (at < end) {
+            // Runs that only move the place on go to the reader at once; none can complete
+            // the block.
+            if (const std::size_t passed = std::min<std::size_t>(reader.PassThrough(), end - at)) {
+                const wchar_t* const nul = std::wmemchr(value.data() + at, L'\0', passed);
+                const std::size_t run =
+                    nul ? static_cast<std::size_t>(nul - value.data()) - at : passed;
+                if (run != 0) {
+                    tracker->StepOver(value.data() + at, run);
+                    at += run;
+                    reader.FeedTo(value.data() + at);
+                    continue;
+                }
+            }
+            if (reader.Depth() > 0 && ZtOdPdsBlockTracker::OnlyMovesOn(value[at])) {
+                while (at < end && ZtOdPdsBlockTracker::OnlyMovesOn(value[at]))
+                    tracker->Step(value[at++]);
+                reader.FeedTo(value.data() + at);
+                continue;
+            }
+            if (reader.Depth() == 0 && reader.PassThrough() == 0 && !reader.InCount() &&
+                ZtOdPdsBlockTracker::OnlyMovesOnOutside(value[at])) {
+                while (at < end && ZtOdPdsBlockTracker::OnlyMovesOnOutside(value[at]))
+                    tracker->StepOutside(value[at++]);
+                reader.FeedTo(value.data() + at);
+                continue;
+            }
             const int fed = tracker->Feed(reader, value[at]);
             ++at;
             if (fed == ZtOdPdsBlockReader::kComplete) {

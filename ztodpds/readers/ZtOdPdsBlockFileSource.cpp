@@ -12,11 +12,13 @@ namespace {
 // Feeds the characters of `file` to `reader` until it completes (kComplete), or, with
 // `stopAtStray`, until a closing brace comes with no block open (kUnmatchedClose). At the
 // end of the input the result is kContinue. A tracker, if given, follows every character;
-// the plain read is a loop of its own, so that it pays nothing for the tracking.
+// the plain read is a loop of its own, so that it pays nothing for the tracking. Both take
+// the runs of a value from the reader at once.
 template <bool kTracked>
 int Pump(ZtUFile* file, ZtOdPdsBlockReader& reader, ZtOdPdsBlockTracker* tracker,
          bool stopAtStray) {
-    // The plain read lets the reader take the runs of a value by itself.
+    // The reader takes the runs of a value by itself, the tracked read only those that a
+    // tracker has nothing to note of but their place.
     const auto next = [file] { return ZtUSysFile::fgetwc(file); };
     for (unsigned c = next(); c != ZtUFile::kEnd;) {
         int result;
@@ -35,7 +37,8 @@ int Pump(ZtUFile* file, ZtOdPdsBlockReader& reader, ZtOdPdsBlockTracker* tracker
             return result;
         }
         if constexpr (kTracked)
-            c = next();
+            c = reader.GatherPlainRun<ZtUFile::kEnd>(
+                next, [tracker](wchar_t taken) { tracker->Step(taken); });
         else
             c = reader.GatherRun<ZtUFile::kEnd>(next);
     }

@@ -30,9 +30,7 @@ public:
     // its result, noting what the character did.
     template <class Reader> int Feed(Reader& reader, wchar_t c) {
         const std::int32_t depth = reader.Depth();
-        // Most characters stand inside a block and are neither a brace nor a NUL: they only
-        // move the place on.
-        if (depth > 0 && c != L'{' && c != L'}' && c != L'\0') {
+        if (depth > 0 && OnlyMovesOn(c)) {
             at_.Step(c);
             return Take(reader, c);
         }
@@ -53,6 +51,33 @@ public:
             strayBrace_ = at_;
         at_.Step(c);
         return result;
+    }
+
+    // Most characters stand inside a block and are neither a brace nor a NUL: there they
+    // only move the place on, and a reader may take a run of them at once.
+    static bool OnlyMovesOn(wchar_t c) { return c != L'{' && c != L'}' && c != L'\0'; }
+    // The place behind `c`, one of such a run.
+    void Step(wchar_t c) { at_.Step(c); }
+    // The place behind `count` characters of such a run: the characters passed through
+    // behind a count, which only a NUL among them would make more of.
+    void StepOver(const wchar_t* text, std::size_t count) {
+        const wchar_t* const end = text + count;
+        const wchar_t* lastLineFeed = nullptr;
+        for (const wchar_t* at = text;
+             (at = std::wmemchr(at, L'\n', static_cast<std::size_t>(end - at))); ++at) {
+            ++at_.line;
+            lastLineFeed = at;
+        }
+        at_.column = lastLineFeed ? static_cast<std::uint32_t>(end - lastLineFeed)
+                                  : at_.column + static_cast<std::uint32_t>(count);
+    }
+    // Outside any block, the characters other than a line end, a brace or a NUL only move
+    // the place on too, once the first that is not blank has been noted.
+    static bool OnlyMovesOnOutside(wchar_t c) { return OnlyMovesOn(c) && c != L'\n' && c != L'\r'; }
+    void StepOutside(wchar_t c) {
+        if (!gatheredAt_.IsKnown() && c != L' ' && c != L'\t')
+            gatheredAt_ = at_;
+        at_.Step(c);
     }
 
     // The read ended without a block: at the end of the input, or at a stray closing brace

@@ -102,6 +102,69 @@ TEST(ZtOdPdsTrackedRead, TheInputEndingInACountedTextIsNoted) {
     EXPECT_TRUE(heard.records.empty());
 }
 
+// What a tracked read of a value's children saw: each child, where its name and value
+// stand, where the read ended, and what it reported.
+struct ChildrenSeen {
+    std::vector<std::wstring> children;
+    std::vector<std::pair<std::uint32_t, std::uint32_t>> places;
+    std::vector<ZtTestHeard> heard;
+    bool operator==(const ChildrenSeen&) const = default;
+};
+
+void NoteChild(const ZtOdPdsBlock& child, const ZtOdPdsBlockTracker& tracker, ChildrenSeen* seen) {
+    seen->children.push_back(child.GetName().Str() + L"=" + child.GetValue().Str());
+    for (const ZtOdPdsSourcePosition at : {tracker.NameAt(), tracker.ValueAt(), tracker.CountAt()})
+        seen->places.emplace_back(at.line, at.column);
+}
+
+ChildrenSeen ReadChildren(const std::wstring& value, bool oneByOne) {
+    ZtTestRecordingDiagnostics heard;
+    ZtOdPdsBlockTracker tracker(heard, L"t.tag", {3, 5});
+    tracker.ExpectHeadLine();
+    ZtOdPdsBlock child;
+    child.AddFlags(ZtOdPdsCountedText);
+    ChildrenSeen seen;
+    if (oneByOne) {
+        // The reference: each character fed to the tracker by itself.
+        for (std::size_t at = 0; at < value.size();) {
+            ZtOdPdsSliceBlockReader reader(&child, 0, value.data() + at);
+            int result = ZtOdPdsBlockReader::kContinue;
+            while (at < value.size() && result != ZtOdPdsBlockReader::kComplete) {
+                result = tracker.Feed(reader, value[at]);
+                ++at;
+            }
+            if (result != ZtOdPdsBlockReader::kComplete) {
+                tracker.Stopped(reader, ZtOdPdsBlockReader::kContinue);
+                break;
+            }
+            tracker.Completed();
+            NoteChild(child, tracker, &seen);
+        }
+    } else {
+        ZtOdPdsBlock parent;
+        parent.AddFlags(ZtOdPdsCountedText);
+        parent.SetValue(value.data(), value.size());
+        while (parent.NextChild(&child, tracker))
+            NoteChild(child, tracker, &seen);
+    }
+    const ZtOdPdsSourcePosition end = tracker.Position();
+    seen.places.emplace_back(end.line, end.column);
+    seen.heard = heard.Heard();
+    return seen;
+}
+
+TEST(ZtOdPdsTrackedRead, ChildrenReadInRunsStandWhereOneByOneTheyWould) {
+    const std::wstring values[] = {
+        L"7 1 0 0.0 1 2 3\n  p{1 2 3}\n l{0 13 4 0}\ntext{14\nab\ncd{}\n\nef}\n q{x}"s,
+        L"1 2\ntext{9\n\0{}x\ny\n} r{z}"s,
+        L"head\r\n\tp{a\0b}\r\nstray words\n x{\ny{1}\n}\ntext{1\n}"s,
+        L"1\ntext{99\nshort}\nq{1}"s,
+        L"h\n} after{1}\n\0n{2}\n  text{3\nz}}"s,
+    };
+    for (const std::wstring& value : values)
+        EXPECT_EQ(ReadChildren(value, false), ReadChildren(value, true)) << value.size();
+}
+
 // Keeps each line with the place the pump says it stands at.
 class PlacedLines : public ZtOdPdsInputConsumer {
 public:
