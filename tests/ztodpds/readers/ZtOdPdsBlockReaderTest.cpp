@@ -135,6 +135,9 @@ TEST(ZtOdPdsBlockReader, CountedTexts) {
         // A count of 2 passes nothing.
         {L"text{2\n}", {{L"text", L"2\n"}}},
         {L"text{2 }x{1}", {{L"text", L"2 "}, {L"x", L"1"}}},
+        // Any other character ends the count, even the one behind '9'.
+        {L"text{4:}}x}", {{L"text", L"4:}}x"}}},
+        {L"tag{text{4:}}x}}", {{L"tag", L"text{4:}}x}"}}},
         // A brace among the digits is a brace, and counting goes on behind it.
         {L"text{1{}2\n}}}}}}}}}}}", {{L"text", L"1{}2\n}}}}}}}}}}"}}},
         // Counts too large for 32 bits wrap: 4294967299 is 3.
