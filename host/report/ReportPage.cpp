@@ -345,7 +345,7 @@ private:
 } // namespace
 
 std::string ReportPageHtml(const ReportScene& scene, std::size_t threads) {
-    return PageWriter(scene, threads == 0 ? ZtUHardwareThreads() : threads).Html();
+    return PageWriter(scene, ZtUThreadsFor(threads)).Html();
 }
 
 bool WriteReportPage(const ReportScene& scene, const std::string& path, std::size_t threads) {

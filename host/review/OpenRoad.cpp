@@ -98,8 +98,7 @@ public:
     // are two files or more and threads for them; Place takes each model when its turn
     // comes, and the road's calls and outputs are those of reading each file at that turn.
     void ReadAhead(std::size_t threads) {
-        if (threads == 0)
-            threads = ZtUHardwareThreads();
+        threads = ZtUThreadsFor(threads);
         std::vector<std::wstring> paths;
         for (std::size_t i = 0; i < set_.GetSceneRefs().Size(); ++i) {
             const ZtOpSceneRef& ref = *set_.GetSceneRefs()[i];

@@ -62,7 +62,7 @@ const ZtOcGeometryIndex& ZtOcGeometryIndex::Of(const ZtOaPartition& partition) {
 void ZtOcGeometryIndex::MakeAll(const std::vector<const ZtOaPartition*>& partitions,
                                 std::size_t threads) {
     // Which thread makes which index changes nothing in it.
-    ZtUParallelFor(partitions.size(), threads == 0 ? ZtUHardwareThreads() : threads,
+    ZtUParallelFor(partitions.size(), ZtUThreadsFor(threads),
                    [&](std::size_t i) { Of(*partitions[i]); });
 }
 

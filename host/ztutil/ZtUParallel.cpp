@@ -6,8 +6,8 @@
 #include <thread>
 #include <vector>
 
-std::size_t ZtUHardwareThreads() {
-    return std::max(1u, std::thread::hardware_concurrency());
+std::size_t ZtUThreadsFor(std::size_t asked) {
+    return asked != 0 ? asked : std::max(1u, std::thread::hardware_concurrency());
 }
 
 void ZtUParallelFor(std::size_t count, std::size_t threads,

@@ -2,8 +2,8 @@
 #include <cstddef>
 #include <functional>
 
-// The threads that "one a core" means here: at least one.
-std::size_t ZtUHardwareThreads();
+// The threads to use for `asked`: as many, or one a core (at least one) for 0.
+std::size_t ZtUThreadsFor(std::size_t asked);
 
 // Calls `work(i)` for every i in [0, count), on at most `threads` threads, the caller's
 // among them; each thread takes the next i not yet taken, so `work` must not depend on

@@ -36,6 +36,7 @@ TEST(ZtUParallelFor, AFailureReachesTheCallerAndStopsTheRest) {
     }
 }
 
-TEST(ZtUHardwareThreads, IsAtLeastOne) {
-    EXPECT_GE(ZtUHardwareThreads(), 1u);
+TEST(ZtUThreadsFor, OneACoreIsAtLeastOneAndAskedForIsKept) {
+    EXPECT_GE(ZtUThreadsFor(0), 1u);
+    EXPECT_EQ(ZtUThreadsFor(3), 3u);
 }
