@@ -26,6 +26,10 @@ public:
     // longer one is dropped as it is read, and its block reads as one without a name.
     static constexpr std::size_t kMaxNameLength = std::size_t{1} << 20;
 
+    // The characters a source that follows the reader must see one by one, as they change
+    // more than the place: a brace or a NUL.
+    static bool IsBraceOrNul(wchar_t c) { return c == L'{' || c == L'}' || c == L'\0'; }
+
 protected:
     // Whether `c` is a brace. Nearly every character lies below them, which one compare
     // tells.

@@ -21,14 +21,14 @@ inline unsigned ZtOdPdsBasicBlockReader<kSlices>::GatherRun(NextChar&& next) {
         return c;
     };
     for (;;) {
-        // A count, as CountDigit takes it; braces and other characters are left to
-        // FeedChar.
+        // A count, as CountDigit takes it; braces, and characters beyond ASCII (whose
+        // digits a call tells), are left to FeedChar.
         while (inCount_) {
             c = next();
             if (c >= 128 || c == L'{' || c == L'}' || out >= room)
                 return leave();
             *out++ = static_cast<wchar_t>(c);
-            if (c - L'0' < 10u) {
+            if (IsCountDigit(static_cast<wchar_t>(c))) {
                 count_ = count_ * 10 + (c - L'0');
             } else {
                 inCount_ = 0;
@@ -93,7 +93,7 @@ inline unsigned ZtOdPdsBasicBlockReader<kSlices>::GatherPlainRun(NextChar&& next
     unsigned c;
     for (;;) {
         c = next();
-        if (c == kEndMark || c == L'{' || c == L'}' || c == L'\0' || out >= room)
+        if (c == kEndMark || IsBraceOrNul(static_cast<wchar_t>(c)) || out >= room)
             break;
         step(static_cast<wchar_t>(c));
         if (passThrough_ != 0)

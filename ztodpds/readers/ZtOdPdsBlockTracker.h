@@ -55,7 +55,7 @@ public:
 
     // Most characters stand inside a block and are neither a brace nor a NUL: there they
     // only move the place on, and a reader may take a run of them at once.
-    static bool OnlyMovesOn(wchar_t c) { return c != L'{' && c != L'}' && c != L'\0'; }
+    static bool OnlyMovesOn(wchar_t c) { return !ZtOdPdsBlockReaderBase::IsBraceOrNul(c); }
     // The place behind `c`, one of such a run.
     void Step(wchar_t c) { at_.Step(c); }
     // The place behind `count` characters of such a run: the characters passed through
