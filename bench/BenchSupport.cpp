@@ -8,8 +8,13 @@
 #include "ztplugin/ZtOpView.h"
 #include "ztutil/ZtUSysFile.h"
 
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <ctime>
 #include <fstream>
 #include <string>
+#include <vector>
 
 void ZtBenchResetPeakMemory() {
     std::ofstream("/proc/self/clear_refs") << "5";
@@ -22,6 +27,54 @@ double ZtBenchStatusMiB(const char* key) {
         if (line.rfind(key, 0) == 0)
             return std::stod(line.substr(std::string(key).size())) / 1024.0;
     return 0;
+}
+
+namespace {
+
+double ThreadCpuMilliseconds() {
+    timespec now{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
+}
+
+double Median(std::vector<double> values) {
+    if (values.empty())
+        return 0;
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+} // namespace
+
+void ZtBenchPairedRatio(benchmark::State& state, const std::function<void()>& base,
+                        const std::function<void()>& work, const std::function<void()>& tidy) {
+    std::vector<double> baseTimes;
+    std::vector<double> workTimes;
+    std::vector<double> ratios;
+    for (auto _ : state) {
+        const double start = ThreadCpuMilliseconds();
+        base();
+        const double middle = ThreadCpuMilliseconds();
+        work();
+        const double end = ThreadCpuMilliseconds();
+        baseTimes.push_back(middle - start);
+        workTimes.push_back(end - middle);
+        ratios.push_back(middle > start ? (end - middle) / (middle - start) : 0);
+        if (tidy) {
+            state.PauseTiming();
+            tidy();
+            state.ResumeTiming();
+        }
+    }
+    state.counters["ratio_median"] = Median(ratios);
+    if (!ratios.empty()) {
+        const double bestBase = *std::min_element(baseTimes.begin(), baseTimes.end());
+        const double bestWork = *std::min_element(workTimes.begin(), workTimes.end());
+        state.counters["ratio_of_best"] = bestBase > 0 ? bestWork / bestBase : 0;
+    }
+    state.counters["base_ms"] = Median(baseTimes);
+    state.counters["work_ms"] = Median(workTimes);
 }
 
 unsigned ZtBenchDecodeFile(const wchar_t* path) {

@@ -69,41 +69,63 @@ void Finish(benchmark::State& state) {
     state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * File().Size()));
 }
 
+void Decode() {
+    benchmark::DoNotOptimize(ZtBenchDecodeFile(File().Path()));
+}
+
 void BM_StreamDecode(benchmark::State& state) {
     if (!File().Ready())
         return state.SkipWithError("cannot write the benchmark file");
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(ZtBenchDecodeFile(File().Path()));
-    }
+    for (auto _ : state)
+        Decode();
     Finish(state);
+}
+
+void PumpLines() {
+    ZtOdPdsTextFile file;
+    file.Open(File().Path());
+    NullConsumer consumer;
+    benchmark::DoNotOptimize(file.ReadLines(consumer));
+}
+
+std::size_t ReadBlocks() {
+    ZtOdPdsBlockFileSource source(ZtOdPdsCountedText);
+    source.Open(File().Path());
+    ZtOdPdsBlock block;
+    std::size_t blocks = 0;
+    while (source.NextBlock(&block))
+        ++blocks;
+    benchmark::DoNotOptimize(blocks);
+    return blocks;
 }
 
 void BM_LinePump(benchmark::State& state) {
     if (!File().Ready())
         return state.SkipWithError("cannot write the benchmark file");
-    for (auto _ : state) {
-        ZtOdPdsTextFile file;
-        file.Open(File().Path());
-        NullConsumer consumer;
-        benchmark::DoNotOptimize(file.ReadLines(consumer));
-    }
+    for (auto _ : state)
+        PumpLines();
     Finish(state);
 }
 
 void BM_BlockReader(benchmark::State& state) {
     if (!File().Ready())
         return state.SkipWithError("cannot write the benchmark file");
-    for (auto _ : state) {
-        ZtOdPdsBlockFileSource source(ZtOdPdsCountedText);
-        source.Open(File().Path());
-        ZtOdPdsBlock block;
-        std::size_t blocks = 0;
-        while (source.NextBlock(&block))
-            ++blocks;
-        benchmark::DoNotOptimize(blocks);
-        state.counters["blocks"] = static_cast<double>(blocks);
-    }
+    for (auto _ : state)
+        state.counters["blocks"] = static_cast<double>(ReadBlocks());
     Finish(state);
+}
+
+// Each reader against the decode, the two run in turn (see ZtBenchPairedRatio).
+void BM_LinePumpOverDecode(benchmark::State& state) {
+    if (!File().Ready())
+        return state.SkipWithError("cannot write the benchmark file");
+    ZtBenchPairedRatio(state, Decode, PumpLines);
+}
+
+void BM_BlockReaderOverDecode(benchmark::State& state) {
+    if (!File().Ready())
+        return state.SkipWithError("cannot write the benchmark file");
+    ZtBenchPairedRatio(state, Decode, [] { ReadBlocks(); });
 }
 
 } // namespace
@@ -111,3 +133,5 @@ void BM_BlockReader(benchmark::State& state) {
 BENCHMARK(BM_StreamDecode)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_LinePump)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_BlockReader)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_LinePumpOverDecode)->Unit(benchmark::kMillisecond)->Iterations(15);
+BENCHMARK(BM_BlockReaderOverDecode)->Unit(benchmark::kMillisecond)->Iterations(15);

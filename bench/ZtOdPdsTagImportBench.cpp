@@ -17,6 +17,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <memory>
 #include <string>
 
 namespace {
@@ -101,6 +102,27 @@ void BM_TagImport(benchmark::State& state) {
     state.counters["peak_MiB"] = ZtBenchStatusMiB("VmHWM:");
 }
 BENCHMARK(BM_TagImport)->Unit(benchmark::kMillisecond)->Iterations(5);
+
+// The import against the decoding of its file, the two run in turn: the ratio that the
+// two benchmarks above give when run apart, without the machine's drift between them.
+void BM_TagImportOverDecode(benchmark::State& state) {
+    if (!File().Ready())
+        return state.SkipWithError("cannot write the benchmark file");
+    ZtOpState document;
+    auto* model = new ZtDgnModel(L"", document.EditNameDict());
+    model->SetUorsPerMaster(80000);
+    document.GetRootNode()->AddChild(model);
+    std::unique_ptr<ZtOdPdsTagImportAction> action;
+    ZtBenchPairedRatio(
+        state, [] { benchmark::DoNotOptimize(ZtBenchDecodeFile(File().Path())); },
+        [&] {
+            action = std::make_unique<ZtOdPdsTagImportAction>(&document, document.GetRootNode());
+            if (action->Perform(File().Path(), nullptr) != 0)
+                state.SkipWithError("the import failed");
+        },
+        [&] { action.reset(); });
+}
+BENCHMARK(BM_TagImportOverDecode)->Unit(benchmark::kMillisecond)->Iterations(15);
 
 void BM_TagCheck(benchmark::State& state) {
     if (!File().Ready())
