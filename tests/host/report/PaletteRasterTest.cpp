@@ -70,8 +70,9 @@ TEST(PaletteRaster, FillUnderLastFirstLeavesWhatFillInOrderDoes) {
     const struct {
         double x0, y0, x1, y1;
         std::uint8_t index;
-    } fills[] = {{0, 0, 11.5, 7.5, 3}, {2, 2, 2, 2, 200}, {1.5, 1, 3.9, 1.2, 5}, {4, 0, 8.2, 5, 6},
-                 {-3, 6, 30, 6.5, 4},  {3, 3, 3.5, 9, 2}, {9, -1, 9.4, 3, 1}};
+    } fills[] = {{0, 0, 11.5, 7.5, 3},  {2, 2, 2, 2, 9},   {5, 2, 5.5, 2.5, 200},
+                 {1.5, 1, 3.9, 1.2, 5}, {4, 0, 8.2, 5, 6}, {-3, 6, 30, 6.5, 4},
+                 {3, 3, 3.5, 9, 2},     {9, -1, 9.4, 3, 1}};
     PaletteRaster inOrder(12, 8), lastFirst(12, 8);
     for (const auto& f : fills)
         inOrder.Fill(f.x0, f.y0, f.x1, f.y1, f.index);
@@ -82,10 +83,6 @@ TEST(PaletteRaster, FillUnderLastFirstLeavesWhatFillInOrderDoes) {
             EXPECT_EQ(lastFirst.At(x, y), inOrder.At(x, y)) << x << ", " << y;
     const std::vector<Rgba> palette(256, Rgba{9, 8, 7, 255});
     EXPECT_EQ(lastFirst.Png(palette), inOrder.Png(palette)); // 200 hidden, still in the palette
-
-    PaletteRaster nothing(4, 4);
-    nothing.FillUnder(*nothing.Cover(0, 0, 3, 3), 0);
-    EXPECT_FALSE(nothing.IsUsed());
 }
 
 TEST(PaletteRaster, PngHoldsThePaletteColoursAndTransparency) {
