@@ -6,27 +6,24 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <tuple>
 
 namespace {
 
 // The mark as the view itself makes it.
 bool ViewMark(const ViewProjection& view, const ZtLBox3f& box, MarkCorners* mark) {
-    if (box.IsEmpty())
-        return false;
-    if (!view.IsPerspective()) {
-        const ZtLPos2f low = view.Pixel(box.GetMin()), high = view.Pixel(box.GetMax());
-        *mark = {static_cast<float>(low.x), static_cast<float>(high.y), static_cast<float>(high.x),
-                 static_cast<float>(low.y)};
-        return true;
-    }
     const ZtLVec3f size = box.GetSize();
     const ZtLPos3f centre = box.GetMin() + size * 0.5;
-    if (!view.Keeps(centre))
+    if (box.IsEmpty() || (view.IsPerspective() && !view.Keeps(centre)))
         return false;
+    const ZtLPos2f low = view.Pixel(box.GetMin()), high = view.Pixel(box.GetMax());
     const double half = std::max({size.x, size.y, size.z}) * view.PixelsPerUnit(centre) / 2;
-    const ZtLPos2f at = view.Pixel(centre);
-    *mark = {static_cast<float>(at.x - half), static_cast<float>(at.y - half),
-             static_cast<float>(at.x + half), static_cast<float>(at.y + half)};
+    const ZtLPos2f at = view.IsPerspective() ? view.Pixel(centre) : ZtLPos2f{};
+    *mark = view.IsPerspective()
+                ? MarkCorners{static_cast<float>(at.x - half), static_cast<float>(at.y - half),
+                              static_cast<float>(at.x + half), static_cast<float>(at.y + half)}
+                : MarkCorners{static_cast<float>(low.x), static_cast<float>(high.y),
+                              static_cast<float>(high.x), static_cast<float>(low.y)};
     return true;
 }
 
@@ -62,10 +59,9 @@ TEST(MarkProjection, MarksAsTheViewDoes) {
             if (!has)
                 continue;
             ++marked;
-            EXPECT_EQ(ours.x0, theirs.x0) << c.what;
-            EXPECT_EQ(ours.y0, theirs.y0) << c.what;
-            EXPECT_EQ(ours.x1, theirs.x1) << c.what;
-            EXPECT_EQ(ours.y1, theirs.y1) << c.what;
+            EXPECT_EQ(std::tie(ours.x0, ours.y0, ours.x1, ours.y1),
+                      std::tie(theirs.x0, theirs.y0, theirs.x1, theirs.y1))
+                << c.what;
         }
         EXPECT_GT(marked, 100) << c.what;
     }

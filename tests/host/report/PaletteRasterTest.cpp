@@ -63,28 +63,6 @@ TEST(PaletteRaster, FillsExactlyThePixelsItsCornersCover) {
     }
 }
 
-// Rectangles of every width the fill takes apart (a pixel, a few, more than four), over
-// one another: painted last first into what is still 0, they leave the pixels, the use
-// and the highest index of painting them in order.
-TEST(PaletteRaster, FillUnderLastFirstLeavesWhatFillInOrderDoes) {
-    const struct {
-        double x0, y0, x1, y1;
-        std::uint8_t index;
-    } fills[] = {{0, 0, 11.5, 7.5, 3},  {2, 2, 2, 2, 9},   {5, 2, 5.5, 2.5, 200},
-                 {1.5, 1, 3.9, 1.2, 5}, {4, 0, 8.2, 5, 6}, {-3, 6, 30, 6.5, 4},
-                 {3, 3, 3.5, 9, 2},     {9, -1, 9.4, 3, 1}};
-    PaletteRaster inOrder(12, 8), lastFirst(12, 8);
-    for (const auto& f : fills)
-        inOrder.Fill(f.x0, f.y0, f.x1, f.y1, f.index);
-    for (auto f = std::rbegin(fills); f != std::rend(fills); ++f)
-        lastFirst.FillUnder(*lastFirst.Cover(f->x0, f->y0, f->x1, f->y1), f->index);
-    for (int y = 0; y < 8; ++y)
-        for (int x = 0; x < 12; ++x)
-            EXPECT_EQ(lastFirst.At(x, y), inOrder.At(x, y)) << x << ", " << y;
-    const std::vector<Rgba> palette(256, Rgba{9, 8, 7, 255});
-    EXPECT_EQ(lastFirst.Png(palette), inOrder.Png(palette)); // 200 hidden, still in the palette
-}
-
 TEST(PaletteRaster, PngHoldsThePaletteColoursAndTransparency) {
     PaletteRaster raster(7, 3);
     raster.Fill(1, 0, 1, 2, 1);

@@ -94,6 +94,8 @@ TEST(SceneRasters, LastFirstFromTheScenePaintsWhatMarksInOrderDo) {
          &index, 10},
         {"oblique, clipped",
          ViewProjection::Perspective(LookingAt({-2, -3, 3}, {5, 5, 0}), {cut}, 150), &index, 10},
+        {"from far above, a pixel a mark",
+         ViewProjection::Perspective(LookingAt({4, 4, 60}, {4, 4.001, 0}), {}, 100), &index, 10},
         {"away from everything",
          ViewProjection::Perspective(LookingAt({4, 4, 6}, {4, 4.001, 20}), {}, 100), &index, 10},
     };
