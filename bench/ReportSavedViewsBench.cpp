@@ -13,19 +13,22 @@ namespace {
 
 // Pieces a row, a tenth of a unit apart, each a box a third of that across; cameras 20
 // units above pieces spread over the grid, as the ten-million-element review's tags are.
-ReportScene GridSeenFromAbove(std::size_t elements, std::size_t views) {
+// With more than one model, each is the same grid over the others, as the review's ten.
+ReportScene GridSeenFromAbove(std::size_t elements, std::size_t views, std::size_t models = 1) {
     constexpr std::size_t kSide = 1000;
     constexpr double kPitch = 0.1;
     ReportScene scene;
     scene.sceneUnits = "m";
-    scene.models.push_back({"grid.dgn", "m", "", 0, elements, {}});
-    for (std::size_t i = 0; i < elements; ++i) {
-        const ZtLPos3f low{static_cast<double>(i % kSide) * kPitch,
-                           static_cast<double>(i / kSide) * kPitch, 0};
-        scene.elements.push_back({ZtLBox3f(low, low + ZtLVec3f(0.03, 0.03, 0.03)),
-                                  static_cast<std::uint8_t>(i % 7),
-                                  static_cast<std::uint8_t>(i % 5)});
-        scene.models[0].extent.Extend(scene.elements.back().box);
+    for (std::size_t m = 0; m < models; ++m) {
+        scene.models.push_back({"grid.dgn", "m", "", m * elements, elements, {}});
+        for (std::size_t i = 0; i < elements; ++i) {
+            const ZtLPos3f low{static_cast<double>(i % kSide) * kPitch,
+                               static_cast<double>(i / kSide) * kPitch, 0};
+            scene.elements.push_back({ZtLBox3f(low, low + ZtLVec3f(0.03, 0.03, 0.03)),
+                                      static_cast<std::uint8_t>(i % 7),
+                                      static_cast<std::uint8_t>(i % 5)});
+            scene.models[m].extent.Extend(scene.elements.back().box);
+        }
     }
     const std::size_t rows = elements / kSide;
     for (std::size_t v = 0; v < views; ++v) {
@@ -57,5 +60,25 @@ BENCHMARK(BM_PageOfManySavedViews)
     ->Unit(benchmark::kMillisecond)
     ->Args({200000, 100})
     ->Args({1000000, 100});
+
+// Five models of 200,000 elements each over one another, with a selection set by level
+// across all of them and one of a single model's colour: the marks of a model under
+// another's are hidden, and the time should stay near one model's.
+void BM_PageOfStackedModels(benchmark::State& state) {
+    const std::size_t models = static_cast<std::size_t>(state.range(0));
+    ReportScene scene = GridSeenFromAbove(200000, 100, models);
+    scene.sets.resize(2);
+    for (std::uint32_t i = 0; i < scene.elements.size(); ++i) {
+        if (scene.elements[i].level == 1)
+            scene.sets[0].elements.push_back(i);
+        if (i / 200000 == 1 && scene.elements[i].colour == 3)
+            scene.sets[1].elements.push_back(i);
+    }
+    for (auto _ : state) {
+        const std::string page = ReportPageHtml(scene);
+        benchmark::DoNotOptimize(page.data());
+    }
+}
+BENCHMARK(BM_PageOfStackedModels)->Unit(benchmark::kMillisecond)->Arg(1)->Arg(5);
 
 } // namespace

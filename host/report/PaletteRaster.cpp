@@ -138,18 +138,6 @@ void PaletteRaster::Set(int x, int y, std::uint8_t index) {
     }
 }
 
-std::optional<PaletteRaster::Span> PaletteRaster::Cover(double x0, double y0, double x1,
-                                                        double y1) const {
-    if (!std::isfinite(x0) || !std::isfinite(y0) || !std::isfinite(x1) || !std::isfinite(y1) ||
-        std::max(x0, x1) < 0 || std::max(y0, y1) < 0 || std::min(x0, x1) >= width_ ||
-        std::min(y0, y1) >= height_)
-        return std::nullopt;
-    return Span{PixelWithin(std::min(x0, x1), 0, width_ - 1),
-                PixelWithin(std::min(y0, y1), 0, height_ - 1),
-                PixelWithin(std::max(x0, x1), 0, width_ - 1),
-                PixelWithin(std::max(y0, y1), 0, height_ - 1)};
-}
-
 void PaletteRaster::Fill(double x0, double y0, double x1, double y1, std::uint8_t index) {
     if (const std::optional<Span> span = Cover(x0, y0, x1, y1))
         Fill(*span, index);

@@ -1,6 +1,8 @@
 #pragma once
 #include "report/ReportHtml.h"
 
+#include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -29,12 +31,44 @@ public:
         int left, top, right, bottom;
     };
     // The pixels of the rectangle between two corners that lie in the raster; none where
-    // a coordinate is not finite or the rectangle lies wholly outside.
-    std::optional<Span> Cover(double x0, double y0, double x1, double y1) const;
+    // a coordinate is not finite or the rectangle lies wholly outside. Inline: a picture
+    // covers its marks one by one, up to millions of them.
+    std::optional<Span> Cover(double x0, double y0, double x1, double y1) const {
+        if (!std::isfinite(x0) || !std::isfinite(y0) || !std::isfinite(x1) || !std::isfinite(y1) ||
+            std::max(x0, x1) < 0 || std::max(y0, y1) < 0 || std::min(x0, x1) >= width_ ||
+            std::min(y0, y1) >= height_)
+            return std::nullopt;
+        return Span{
+            FinitePixel(std::min(x0, x1), width_ - 1), FinitePixel(std::min(y0, y1), height_ - 1),
+            FinitePixel(std::max(x0, x1), width_ - 1), FinitePixel(std::max(y0, y1), height_ - 1)};
+    }
 
     // The pixels of the rectangle between two corners.
     void Fill(double x0, double y0, double x1, double y1, std::uint8_t index);
     void Fill(const Span& span, std::uint8_t index);
+    // Fill, but only into the pixels still 0. Marks painted last first this way leave each
+    // pixel what the last of them in their own order painted there, as Fill in that order
+    // would; and as every one is noted, IsUsed and the palette's length are Fill's too.
+    // An index of 0 paints nothing and notes nothing.
+    void FillUnder(const Span& span, std::uint8_t index) {
+        if (!index)
+            return;
+        const auto stride = static_cast<std::size_t>(width_);
+        std::uint8_t* row = pixels_.data() + static_cast<std::size_t>(span.top) * stride +
+                            static_cast<std::size_t>(span.left);
+        // Most marks are a pixel, which needs no loop.
+        if (span.left == span.right && span.top == span.bottom) {
+            *row = *row ? *row : index;
+        } else {
+            const auto across = static_cast<std::size_t>(span.right - span.left + 1);
+            for (int y = span.top; y <= span.bottom; ++y, row += stride)
+                for (std::size_t x = 0; x < across; ++x)
+                    row[x] = row[x] ? row[x] : index;
+        }
+        used_ = true;
+        highest_ = std::max(highest_, index);
+    }
+
     // A line one pixel wide.
     void Line(double x0, double y0, double x1, double y1, std::uint8_t index);
     // The pixels whose centres lie within `radius` of the centre.
@@ -48,6 +82,13 @@ public:
 
 private:
     void Set(int x, int y, std::uint8_t index);
+
+    // A finite coordinate as the number of the pixel whose span holds it, within [0, high]:
+    // clamped first, so that the conversion to int can't overflow and truncates a value
+    // that is not negative, which is its floor.
+    static int FinitePixel(double value, int high) {
+        return static_cast<int>(std::min(std::max(value, 0.0), static_cast<double>(high)));
+    }
 
     int width_, height_;
     std::vector<std::uint8_t> pixels_;

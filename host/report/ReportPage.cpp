@@ -7,6 +7,7 @@
 #include "report/ReportPageParts.h"
 #include "report/ReportScene.h"
 #include "report/SceneMarkIndex.h"
+#include "report/SceneRasters.h"
 #include "report/ViewPictureSvg.h"
 #include "ztutil/ZtUFile.h"
 #include "ztutil/ZtUParallel.h"
@@ -63,6 +64,7 @@ public:
                     palette_[byColour].push_back(KeyColour(key));
                 }
         }
+        rasterKeys_.emplace(scene, isShape_, index_[0], index_[1]);
         GatherSets();
     }
 
@@ -147,22 +149,13 @@ private:
         return std::to_string(n) + " " + noun + (n == 1 ? "" : "s");
     }
 
-    // For each set, the elements it selects with their components, and those among the
-    // shapes for the script.
+    // For each set, its elements among the shapes, for the script.
     void GatherSets() {
-        for (const ReportSet& set : scene_.sets) {
-            std::vector<bool> in(scene_.elements.size(), false);
-            for (std::uint32_t element : set.elements) {
-                const std::size_t end = std::min<std::size_t>(
-                    in.size(), element + 1 + std::size_t{scene_.elements[element].components});
-                std::fill(in.begin() + element, in.begin() + static_cast<std::ptrdiff_t>(end),
-                          true);
-            }
+        for (std::size_t s = 0; s < scene_.sets.size(); ++s) {
             std::vector<std::uint32_t> shapes;
             for (std::uint32_t element : chosen_)
-                if (in[element])
+                if (rasterKeys_->InSet(s, element))
                     shapes.push_back(element);
-            inSet_.push_back(std::move(in));
             setShapes_.push_back(std::move(shapes));
         }
     }
@@ -172,7 +165,8 @@ private:
     // pan, and above it what keeps its size on the screen: pins and what `overlay` adds.
     template <class Scene, class Overlay>
     void Figure(std::string& out, const std::string& id, const std::string& title,
-                const std::string& attributes, const ViewPicture& picture, bool hidden, Scene scene,
+                const std::string& attributes, const ViewPicture& picture,
+                const std::vector<PaletteRaster>& rasters, bool hidden, Scene scene,
                 Overlay overlay) const {
         const std::string width = std::to_string(picture.width);
         const std::string height = std::to_string(picture.height);
@@ -186,7 +180,7 @@ private:
                height + "\" viewBox=\"0 0 " + width + " " + height +
                "\" tabindex=\"0\" role=\"img\" aria-labelledby=\"title-" + id +
                "\" aria-describedby=\"nav-help\"" + attributes + ">\n<g class=\"scene\">\n";
-        Rasters(out, picture);
+        Rasters(out, rasters);
         AppendShapesSvg(out, scene_, shapes_, picture);
         AppendTextsSvg(out, scene_, shapes_, picture);
         scene();
@@ -198,7 +192,9 @@ private:
 
     void OrthographicView(const PageView& view) {
         const ViewProjection projection = layout_.Projection(view);
-        ViewPicture picture = DrawScene(scene_, shapes_, isShape_, projection);
+        ViewPicture picture = DrawShapes(scene_, shapes_, projection);
+        const std::vector<PaletteRaster> rasters =
+            rasterKeys_->Paint(picture, MarkedRanges(scene_, projection, nullptr), projection);
         AddScenePins(scene_, projection, &picture);
         const std::string attributes =
             " data-u=\"" + std::to_string(view.u) + "\" data-v=\"" + std::to_string(view.v) +
@@ -206,7 +202,7 @@ private:
             Exact(layout_.OriginX(view)) + "\" data-oy=\"" + Exact(layout_.OriginY(view)) +
             "\" data-units=\"" + Escaped(scene_.sceneUnits) + "\"";
         Figure(
-            out_, view.id, view.title, attributes, picture, false,
+            out_, view.id, view.title, attributes, picture, rasters, false,
             [&] { ModelOutlines(projection); },
             [&] {
                 out_ += "<g class=\"labels\">\n";
@@ -285,34 +281,20 @@ private:
                    "</h2></figcaption><p>Its camera gives no view.</p></figure>\n";
             return;
         }
-        ViewPicture picture = DrawScene(scene_, shapes_, isShape_, *projection, budget, &*marks_);
+        ViewPicture picture = DrawShapes(scene_, shapes_, *projection, budget);
+        const std::vector<PaletteRaster> rasters =
+            rasterKeys_->Paint(picture, MarkedRanges(scene_, *projection, &*marks_), *projection);
         AddSavedViewPins(view, *projection, &picture);
         Figure(
-            out, id, title, " data-perspective=\"1\"", picture, v != 0, [] {}, [] {});
+            out, id, title, " data-perspective=\"1\"", picture, rasters, v != 0, [] {}, [] {});
     }
 
     // What the picture marks as pixels, coloured by level and by colour number, and for
-    // each selection set its marked elements in the highlight. Each mark's pixels are
-    // worked out once, and painted into all the rasters in one pass over the marks.
-    void Rasters(std::string& out, const ViewPicture& picture) const {
-        const PaletteRaster blank(picture.width, picture.height);
-        std::vector<PaletteRaster> rasters(2 + inSet_.size(), blank);
-        for (const PictureMark& mark : picture.marks) {
-            const auto span = blank.Cover(mark.x0, mark.y0, mark.x1, mark.y1);
-            if (!span)
-                continue;
-            const ReportElement& e = scene_.elements[mark.element];
-            if (const std::uint8_t index = index_[0][e.level])
-                rasters[0].Fill(*span, index);
-            if (const std::uint8_t index = index_[1][e.colour])
-                rasters[1].Fill(*span, index);
-            for (std::size_t s = 0; s < inSet_.size(); ++s)
-                if (inSet_[s][mark.element])
-                    rasters[2 + s].Fill(*span, 1);
-        }
+    // each selection set its marked elements in the highlight.
+    void Rasters(std::string& out, const std::vector<PaletteRaster>& rasters) const {
         Image(out, rasters[0], palette_[0], "raster level", "");
         Image(out, rasters[1], palette_[1], "raster colour", "");
-        for (std::size_t s = 0; s < inSet_.size(); ++s)
+        for (std::size_t s = 0; s + 2 < rasters.size(); ++s)
             Image(out, rasters[2 + s], {{0, 0, 0, 0}, kHighlight}, "overlay",
                   " data-set=\"" + std::to_string(s) + "\" visibility=\"hidden\"");
     }
@@ -337,7 +319,7 @@ private:
     PageKeys keys_;
     std::vector<Rgba> palette_[2];
     std::array<std::uint8_t, kPageColours> index_[2]{};
-    std::vector<std::vector<bool>> inSet_;
+    std::optional<SceneRasterKeys> rasterKeys_;
     std::vector<std::vector<std::uint32_t>> setShapes_;
     std::string out_;
 };

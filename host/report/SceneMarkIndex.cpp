@@ -39,7 +39,7 @@ SceneMarkIndex::SceneMarkIndex(const ReportScene& scene, const std::vector<bool>
         const std::uint32_t end = std::min(elements_, (run + 1) * kRunLength);
         for (std::uint32_t i = run * kRunLength; i < end; ++i) {
             const ReportElement& e = scene.elements[i];
-            if (e.components != 0 || (i < isShape.size() && isShape[i]) || e.box.IsEmpty())
+            if (!IsMarkedElement(scene, isShape, i) || e.box.IsEmpty())
                 continue;
             const ZtLVec3f size = e.box.GetSize();
             const double s = std::max({size.x, size.y, size.z});

@@ -1,4 +1,5 @@
 #pragma once
+#include "report/ReportScene.h"
 #include "ztcore/ZtOcBoxHierarchy.h"
 
 #include <cstdint>
@@ -6,8 +7,15 @@
 #include <utility>
 #include <vector>
 
-struct ReportScene;
 class ViewProjection;
+
+// Whether a picture marks the element as the pixels of its box where it is not drawn as
+// a shape: an element without components that `isShape` (by element) does not name.
+inline bool IsMarkedElement(const ReportScene& scene, const std::vector<bool>& isShape,
+                            std::uint32_t element) {
+    return scene.elements[element].components == 0 &&
+           !(element < isShape.size() && isShape[element]);
+}
 
 // The elements a picture marks as the pixels of their boxes (the leaves not drawn as
 // shapes), so that a view in perspective finds those whose marks may reach it without

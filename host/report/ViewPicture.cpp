@@ -1,5 +1,6 @@
 #include "report/ViewPicture.h"
 
+#include "report/MarkProjection.h"
 #include "report/ReportScene.h"
 #include "report/SceneMarkIndex.h"
 
@@ -211,28 +212,6 @@ private:
     std::uint32_t shape_ = 0;
 };
 
-// The pixels an element's box covers: in a drawing along an axis its box's, in
-// perspective a square about its centre as big as the box's largest side there.
-bool MarkBox(const ViewProjection& view, const ZtLBox3f& box, PictureMark* mark) {
-    if (box.IsEmpty())
-        return false;
-    if (!view.IsPerspective()) {
-        const ZtLPos2f low = view.Pixel(box.GetMin()), high = view.Pixel(box.GetMax());
-        *mark = {mark->element, static_cast<float>(low.x), static_cast<float>(high.y),
-                 static_cast<float>(high.x), static_cast<float>(low.y)};
-        return true;
-    }
-    const ZtLPos3f centre = box.GetMin() + box.GetSize() * 0.5;
-    if (!view.Keeps(centre))
-        return false;
-    const ZtLVec3f size = box.GetSize();
-    const double half = std::max({size.x, size.y, size.z}) * view.PixelsPerUnit(centre) / 2;
-    const ZtLPos2f at = view.Pixel(centre);
-    *mark = {mark->element, static_cast<float>(at.x - half), static_cast<float>(at.y - half),
-             static_cast<float>(at.x + half), static_cast<float>(at.y + half)};
-    return true;
-}
-
 } // namespace
 
 double PictureText::Height() const {
@@ -241,9 +220,8 @@ double PictureText::Height() const {
                       : std::hypot(up.x, up.y);
 }
 
-ViewPicture DrawScene(const ReportScene& scene, const std::vector<SceneShape>& shapes,
-                      const std::vector<bool>& isShape, const ViewProjection& view,
-                      std::size_t maxShapes, const SceneMarkIndex* index) {
+ViewPicture DrawShapes(const ReportScene& scene, const std::vector<SceneShape>& shapes,
+                       const ViewProjection& view, std::size_t maxShapes) {
     ViewPicture picture;
     picture.width = view.Width();
     picture.height = view.Height();
@@ -264,30 +242,41 @@ ViewPicture DrawScene(const ReportScene& scene, const std::vector<SceneShape>& s
             drawn[order[i]] = false;
     }
     ShapePainter painter(view, picture);
+    const MarkProjection projection(view);
     for (std::size_t i = 0; i < shapes.size(); ++i) {
-        PictureMark mark{shapes[i].element, 0, 0, 0, 0};
+        MarkCorners c;
         if (drawn[i])
             painter.Paint(static_cast<std::uint32_t>(i), shapes[i]);
-        else if (MarkBox(view, scene.elements[shapes[i].element].box, &mark))
-            picture.marks.push_back(mark);
+        else if (projection.Mark(scene.elements[shapes[i].element].box, &c))
+            picture.marks.push_back({shapes[i].element, c.x0, c.y0, c.x1, c.y1});
     }
-    const std::optional<std::vector<SceneMarkIndex::Range>> ranges =
-        index ? index->RangesInView(view) : std::nullopt;
-    const std::vector<SceneMarkIndex::Range> everything = {
-        {0, static_cast<std::uint32_t>(scene.elements.size())}};
-    const std::vector<SceneMarkIndex::Range>& marked = ranges ? *ranges : everything;
+    return picture;
+}
+
+std::vector<SceneMarkIndex::Range>
+MarkedRanges(const ReportScene& scene, const ViewProjection& view, const SceneMarkIndex* index) {
+    if (index)
+        if (std::optional<std::vector<SceneMarkIndex::Range>> ranges = index->RangesInView(view))
+            return std::move(*ranges);
+    return {{0, static_cast<std::uint32_t>(scene.elements.size())}};
+}
+
+ViewPicture DrawScene(const ReportScene& scene, const std::vector<SceneShape>& shapes,
+                      const std::vector<bool>& isShape, const ViewProjection& view,
+                      std::size_t maxShapes, const SceneMarkIndex* index) {
+    ViewPicture picture = DrawShapes(scene, shapes, view, maxShapes);
+    const std::vector<SceneMarkIndex::Range> marked = MarkedRanges(scene, view, index);
     // Room for a mark of every element the ranges hold, which most of them become.
     std::size_t most = picture.marks.size();
     for (const auto& [first, end] : marked)
         most += end - first;
     picture.marks.reserve(most);
+    const MarkProjection projection(view);
     for (const auto& [first, end] : marked)
         for (std::uint32_t i = first; i < end; ++i) {
-            if (scene.elements[i].components != 0 || (i < isShape.size() && isShape[i]))
-                continue;
-            PictureMark mark{i, 0, 0, 0, 0};
-            if (MarkBox(view, scene.elements[i].box, &mark))
-                picture.marks.push_back(mark);
+            MarkCorners c;
+            if (IsMarkedElement(scene, isShape, i) && projection.Mark(scene.elements[i].box, &c))
+                picture.marks.push_back({i, c.x0, c.y0, c.x1, c.y1});
         }
     return picture;
 }

@@ -1,4 +1,5 @@
 #pragma once
+#include "report/SceneMarkIndex.h"
 #include "report/SceneShapes.h"
 #include "report/ViewProjection.h"
 
@@ -6,7 +7,6 @@
 #include <string>
 #include <vector>
 
-class SceneMarkIndex;
 struct ReportScene;
 struct ReportView;
 
@@ -64,6 +64,15 @@ ViewPicture DrawScene(const ReportScene& scene, const std::vector<SceneShape>& s
                       const std::vector<bool>& isShape, const ViewProjection& view,
                       std::size_t maxShapes = kMaxSceneShapes,
                       const SceneMarkIndex* index = nullptr);
+
+// DrawScene in two parts, for a painter that takes the elements' marks straight from the
+// scene: the shapes alone (with the marks of those under a pixel or one too many), and the
+// ranges of elements whose marks may reach the picture, of which those IsMarkedElement
+// are marked.
+ViewPicture DrawShapes(const ReportScene& scene, const std::vector<SceneShape>& shapes,
+                       const ViewProjection& view, std::size_t maxShapes = kMaxSceneShapes);
+std::vector<SceneMarkIndex::Range>
+MarkedRanges(const ReportScene& scene, const ViewProjection& view, const SceneMarkIndex* index);
 
 // The pins of every placed tag of the scene where the view shows its point.
 void AddScenePins(const ReportScene& scene, const ViewProjection& view, ViewPicture* picture);

@@ -47,6 +47,8 @@ public:
     std::vector<ZtLPlane3f> MarkBounds() const;
 
 private:
+    friend class MarkProjection; // copies out the view's terms once, for its many marks
+
     ViewProjection() = default;
 
     int width_ = 0, height_ = 0;
