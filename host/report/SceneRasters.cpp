@@ -1,8 +1,8 @@
 #include "report/SceneRasters.h"
 
-#include "report/MarkProjection.h"
 #include "report/ReportScene.h"
 #include "report/ViewPicture.h"
+#include "report/ViewProjection.h"
 
 #include <algorithm>
 #include <bit>
@@ -46,8 +46,10 @@ std::vector<PaletteRaster> SceneRasterKeys::Paint(const ViewPicture& picture,
                 rasters[2 + g * 8 + static_cast<std::size_t>(std::countr_zero(bits))].FillUnder(
                     *span, 1);
     };
-    // Last first: the scene's elements from the end, then the picture's own marks.
-    const MarkProjection projection(view);
+    // Last first: the scene's elements from the end, then the picture's own marks. The
+    // view is copied, so that the fills, which may write anywhere, leave its terms in
+    // registers.
+    const ViewProjection projection = view;
     for (auto range = ranges.rbegin(); range != ranges.rend(); ++range)
         for (std::uint32_t i = range->second; i-- > range->first;) {
             MarkCorners c;

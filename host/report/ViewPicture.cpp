@@ -1,6 +1,5 @@
 #include "report/ViewPicture.h"
 
-#include "report/MarkProjection.h"
 #include "report/ReportScene.h"
 #include "report/SceneMarkIndex.h"
 
@@ -242,12 +241,11 @@ ViewPicture DrawShapes(const ReportScene& scene, const std::vector<SceneShape>& 
             drawn[order[i]] = false;
     }
     ShapePainter painter(view, picture);
-    const MarkProjection projection(view);
     for (std::size_t i = 0; i < shapes.size(); ++i) {
         MarkCorners c;
         if (drawn[i])
             painter.Paint(static_cast<std::uint32_t>(i), shapes[i]);
-        else if (projection.Mark(scene.elements[shapes[i].element].box, &c))
+        else if (view.Mark(scene.elements[shapes[i].element].box, &c))
             picture.marks.push_back({shapes[i].element, c.x0, c.y0, c.x1, c.y1});
     }
     return picture;
@@ -271,11 +269,10 @@ ViewPicture DrawScene(const ReportScene& scene, const std::vector<SceneShape>& s
     for (const auto& [first, end] : marked)
         most += end - first;
     picture.marks.reserve(most);
-    const MarkProjection projection(view);
     for (const auto& [first, end] : marked)
         for (std::uint32_t i = first; i < end; ++i) {
             MarkCorners c;
-            if (IsMarkedElement(scene, isShape, i) && projection.Mark(scene.elements[i].box, &c))
+            if (IsMarkedElement(scene, isShape, i) && view.Mark(scene.elements[i].box, &c))
                 picture.marks.push_back({i, c.x0, c.y0, c.x1, c.y1});
         }
     return picture;

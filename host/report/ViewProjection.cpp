@@ -5,14 +5,6 @@
 
 #include <cmath>
 
-namespace {
-
-double Axis(const ZtLPos3f& p, int axis) {
-    return axis == 0 ? p.x : axis == 1 ? p.y : p.z;
-}
-
-} // namespace
-
 ViewProjection ViewProjection::Orthographic(int u, int v, double scale, double ox, double oy,
                                             int width, int height) {
     ViewProjection view;
@@ -49,13 +41,6 @@ std::optional<ViewProjection> ViewProjection::Perspective(const ZtNvCamera& came
     return view;
 }
 
-bool ViewProjection::Keeps(const ZtLPos3f& p) const {
-    for (const ZtLPlane3f& plane : keep_)
-        if (!(plane.SignedDistance(p) >= 0))
-            return false;
-    return true;
-}
-
 bool ViewProjection::Clip(ZtLPos3f* a, ZtLPos3f* b) const {
     for (const ZtLPlane3f& plane : keep_) {
         const double da = plane.SignedDistance(*a), db = plane.SignedDistance(*b);
@@ -69,24 +54,6 @@ bool ViewProjection::Clip(ZtLPos3f* a, ZtLPos3f* b) const {
         (da < 0 ? *a : *b) = cut;
     }
     return true;
-}
-
-ZtLPos2f ViewProjection::Pixel(const ZtLPos3f& p) const {
-    if (!perspective_)
-        return {ox_ + scale_ * Axis(p, u_), oy_ - scale_ * Axis(p, v_)};
-    const ZtLPos3f f = p * frustum_;
-    return WindowPixel({(f.x + 1) * 0.5, (f.y + 1) * 0.5});
-}
-
-ZtLPos2f ViewProjection::WindowPixel(const ZtLPos2f& window) const {
-    return {window.x * width_, (1 - window.y) * height_};
-}
-
-double ViewProjection::PixelsPerUnit(const ZtLPos3f& p) const {
-    if (!perspective_)
-        return scale_;
-    const double depth = viewDir_.Dot(p - eye_);
-    return depth > 0 ? pixelsAtUnitDepth_ / depth : 0;
 }
 
 std::vector<ZtLPlane3f> ViewProjection::MarkBounds() const {

@@ -1,12 +1,19 @@
 #pragma once
+#include "ztlinear/ZtLBox3f.h"
 #include "ztlinear/ZtLMatrix4f.h"
 #include "ztlinear/ZtLPlane3f.h"
 #include "ztlinear/ZtLVec3f.h"
 
+#include <algorithm>
 #include <optional>
 #include <vector>
 
 class ZtNvCamera;
+
+// The corners of an element's mark in a picture, in floats as a picture keeps them.
+struct MarkCorners {
+    float x0, y0, x1, y1;
+};
 
 // How a view maps the scene to its pixels (x to the right, y downwards from the top left
 // corner): an orthographic drawing along an axis, or a saved view's camera in
@@ -28,15 +35,59 @@ public:
     int Height() const { return height_; }
     bool IsPerspective() const { return perspective_; }
 
-    bool Keeps(const ZtLPos3f& p) const;
+    // The four below and Mark are inline, forced where the compiler would stop short: a
+    // picture asks them for each of up to millions of marks.
+    [[gnu::always_inline]] bool Keeps(const ZtLPos3f& p) const {
+        for (const ZtLPlane3f& plane : keep_)
+            if (!(plane.SignedDistance(p) >= 0))
+                return false;
+        return true;
+    }
+    // The pixel of a point the view keeps.
+    [[gnu::always_inline]] ZtLPos2f Pixel(const ZtLPos3f& p) const {
+        if (!perspective_)
+            return {ox_ + scale_ * Axis(p, u_), oy_ - scale_ * Axis(p, v_)};
+        const ZtLPos3f f = p * frustum_;
+        return WindowPixel({(f.x + 1) * 0.5, (f.y + 1) * 0.5});
+    }
+    // The pixel of a window-space position (0 to 1 across the view, upwards).
+    ZtLPos2f WindowPixel(const ZtLPos2f& window) const {
+        return {window.x * width_, (1 - window.y) * height_};
+    }
+    // Pixels a scene unit at the point, across the line of sight.
+    double PixelsPerUnit(const ZtLPos3f& p) const {
+        if (!perspective_)
+            return scale_;
+        const double depth = viewDir_.Dot(p - eye_);
+        return depth > 0 ? pixelsAtUnitDepth_ / depth : 0;
+    }
+
+    // The corners of the pixels an element's box covers, its mark: in a drawing along an
+    // axis its box's, in perspective a square about its centre as big as the box's
+    // largest side there. False where it has none (an empty box, or in perspective one
+    // whose centre the view does not keep).
+    [[gnu::always_inline]] bool Mark(const ZtLBox3f& box, MarkCorners* mark) const {
+        if (box.IsEmpty())
+            return false;
+        if (!perspective_) {
+            const ZtLPos2f low = Pixel(box.GetMin()), high = Pixel(box.GetMax());
+            *mark = {static_cast<float>(low.x), static_cast<float>(high.y),
+                     static_cast<float>(high.x), static_cast<float>(low.y)};
+            return true;
+        }
+        const ZtLVec3f size = box.GetSize();
+        const ZtLPos3f centre = box.GetMin() + size * 0.5;
+        if (!Keeps(centre))
+            return false;
+        const double half = std::max({size.x, size.y, size.z}) * PixelsPerUnit(centre) / 2;
+        const ZtLPos2f at = Pixel(centre);
+        *mark = {static_cast<float>(at.x - half), static_cast<float>(at.y - half),
+                 static_cast<float>(at.x + half), static_cast<float>(at.y + half)};
+        return true;
+    }
+
     // Cuts the segment to the part the view keeps; false when none of it is kept.
     bool Clip(ZtLPos3f* a, ZtLPos3f* b) const;
-    // The pixel of a point the view keeps.
-    ZtLPos2f Pixel(const ZtLPos3f& p) const;
-    // The pixel of a window-space position (0 to 1 across the view, upwards).
-    ZtLPos2f WindowPixel(const ZtLPos2f& window) const;
-    // Pixels a scene unit at the point, across the line of sight.
-    double PixelsPerUnit(const ZtLPos3f& p) const;
 
     // Planes bounding what a view in perspective may mark, each keeping the side its
     // normal points to: the near and clip planes, and the sides of the window widened by
@@ -47,9 +98,11 @@ public:
     std::vector<ZtLPlane3f> MarkBounds() const;
 
 private:
-    friend class MarkProjection; // copies out the view's terms once, for its many marks
-
     ViewProjection() = default;
+
+    static double Axis(const ZtLPos3f& p, int axis) {
+        return axis == 0 ? p.x : axis == 1 ? p.y : p.z;
+    }
 
     int width_ = 0, height_ = 0;
     bool perspective_ = false;

@@ -11,10 +11,3 @@ ZtLMatrix4f ZtLMatrix4f::operator*(const ZtLMatrix4f& other) const {
         }
     return product;
 }
-
-ZtLPos3f operator*(const ZtLPos3f& p, const ZtLMatrix4f& m) {
-    double out[4];
-    for (int k = 0; k < 4; ++k)
-        out[k] = p.x * m.Get(0, k) + p.y * m.Get(1, k) + p.z * m.Get(2, k) + m.Get(3, k);
-    return {out[0] / out[3], out[1] / out[3], out[2] / out[3]};
-}
