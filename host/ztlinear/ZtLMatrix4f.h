@@ -22,9 +22,10 @@ private:
 };
 
 // The position through the matrix, divided by W. A point that W takes to 0 (one in the
-// eye's own plane, for a perspective matrix) gives components that are not finite. Inline:
-// pictures and camera maps place points by the million.
-inline ZtLPos3f operator*(const ZtLPos3f& p, const ZtLMatrix4f& m) {
+// eye's own plane, for a perspective matrix) gives components that are not finite. Inline,
+// forced where the compiler would stop short: pictures and camera maps place points by
+// the million.
+[[gnu::always_inline]] inline ZtLPos3f operator*(const ZtLPos3f& p, const ZtLMatrix4f& m) {
     double out[4];
     for (int k = 0; k < 4; ++k)
         out[k] = p.x * m.Get(0, k) + p.y * m.Get(1, k) + p.z * m.Get(2, k) + m.Get(3, k);
