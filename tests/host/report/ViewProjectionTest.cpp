@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace {
 
 TEST(ViewProjection, OrthographicDrawsTwoAxesAtOneScale) {
@@ -73,6 +75,32 @@ TEST(ViewProjection, PerspectiveKeepsWhatLiesInFrontAndInsideTheClipPlanes) {
     // Twice as far, half the size.
     EXPECT_NEAR(view->PixelsPerUnit({2, 0, 0}), 2 * view->PixelsPerUnit({4, 0, 0}), 1e-9);
     EXPECT_EQ(view->PixelsPerUnit({-4, 0, 0}), 0);
+}
+
+// A mark is the box's own rectangle along an axis; in perspective a square about the
+// centre's pixel as wide as the box's largest side, whichever way that side lies.
+TEST(ViewProjection, MarksAreTheBoxAlongAnAxisAndItsLargestSideInPerspective) {
+    const ViewProjection plan = ViewProjection::Orthographic(0, 1, 2.0, 10, 100, 200, 120);
+    MarkCorners mark{};
+    ASSERT_TRUE(plan.Mark(ZtLBox3f({1, 2, 0}, {4, 3, 9}), &mark));
+    EXPECT_EQ(std::make_tuple(mark.x0, mark.y0, mark.x1, mark.y1),
+              std::make_tuple(12.0f, 94.0f, 18.0f, 96.0f));
+    EXPECT_FALSE(plan.Mark(ZtLBox3f(), &mark));
+
+    const auto above = ViewProjection::Perspective(LookingAt({0, 0, 20}, {0, 0.001, 0}), {}, 300);
+    ASSERT_TRUE(above);
+    const double perUnit = above->PixelsPerUnit({0, 0, 1});
+    for (const ZtLBox3f& box : {ZtLBox3f({-0.05, -0.05, 0}, {0.05, 0.05, 2}), // a post
+                                ZtLBox3f({-1, -0.05, 0.95}, {1, 0.05, 1.05}), // a beam
+                                ZtLBox3f({-1, -1, 0.95}, {1, 1, 1.05})}) {    // a plate
+        ASSERT_TRUE(above->Mark(box, &mark));
+        const ZtLPos2f centre = above->Pixel({0, 0, 1});
+        EXPECT_NEAR(mark.x1 - mark.x0, 2 * perUnit, 1e-3);
+        EXPECT_NEAR(mark.y1 - mark.y0, 2 * perUnit, 1e-3);
+        EXPECT_NEAR((mark.x0 + mark.x1) / 2, centre.x, 1e-3);
+    }
+    // Behind the eye: no mark.
+    EXPECT_FALSE(above->Mark(ZtLBox3f({-1, -1, 30}, {1, 1, 31}), &mark));
 }
 
 } // namespace
