@@ -82,7 +82,8 @@ StepOutcome Model(Session& session, const Step& step) {
 
 // The review page. The host's file layer records why a page could not be written.
 StepOutcome Report(Session& session, const Step& step) {
-    if (!WriteReportPage(GatherReportScene(session.run), step.argument, session.options.threads))
+    if (!WriteReportPage(GatherReportScene(session.run, session.options.threads), step.argument,
+                         session.options.threads))
         return {kExitWriteFailed, {}, {}, {}, {}};
     return {};
 }

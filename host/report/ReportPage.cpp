@@ -18,6 +18,8 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <span>
+#include <string>
 #include <vector>
 
 // The page's style sheet and scripts, compiled in from ReportPage.css and the .js files.
@@ -84,8 +86,13 @@ public:
                 "it; the wheel, the + and − keys or the buttons zoom; 0 or Fit shows it all. "
                 "Click an element to see its data.</p>\n";
         SavedViews();
-        for (const PageView& view : PageViews())
-            OrthographicView(view);
+        // Each drawing marks every element of the scene: drawn at once, added in order.
+        const std::span<const PageView> views = PageViews();
+        std::vector<std::string> drawings(views.size());
+        ZtUParallelFor(views.size(), std::min(threads_, views.size()),
+                       [&](std::size_t i) { OrthographicView(drawings[i], views[i]); });
+        for (const std::string& drawing : drawings)
+            out_ += drawing;
         out_ += "</section>\n<aside>\n<section id=\"details\" aria-live=\"polite\">"
                 "<h2>Selected element</h2><p class=\"meta\">Click a tag, or an element in a "
                 "drawing, to see its data.</p></section>\n";
@@ -190,7 +197,7 @@ private:
         out += "</g>\n</svg>\n</figure>\n";
     }
 
-    void OrthographicView(const PageView& view) {
+    void OrthographicView(std::string& out, const PageView& view) const {
         const ViewProjection projection = layout_.Projection(view);
         ViewPicture picture = DrawShapes(scene_, shapes_, projection);
         const std::vector<PaletteRaster> rasters =
@@ -202,34 +209,34 @@ private:
             Exact(layout_.OriginX(view)) + "\" data-oy=\"" + Exact(layout_.OriginY(view)) +
             "\" data-units=\"" + Escaped(scene_.sceneUnits) + "\"";
         Figure(
-            out_, view.id, view.title, attributes, picture, rasters, false,
-            [&] { ModelOutlines(projection); },
+            out, view.id, view.title, attributes, picture, rasters, false,
+            [&] { ModelOutlines(out, projection); },
             [&] {
-                out_ += "<g class=\"labels\">\n";
+                out += "<g class=\"labels\">\n";
                 for (const ReportModel& model : scene_.models)
                     if (!model.extent.IsEmpty()) {
                         const ZtLPos2f low = projection.Pixel(model.extent.GetMin());
                         const ZtLPos2f high = projection.Pixel(model.extent.GetMax());
-                        out_ += "<text data-x=\"" + Px(low.x) + "\" data-y=\"" + Px(high.y) +
-                                "\">" + Escaped(model.file) + "</text>\n";
+                        out += "<text data-x=\"" + Px(low.x) + "\" data-y=\"" + Px(high.y) + "\">" +
+                               Escaped(model.file) + "</text>\n";
                     }
-                out_ += "</g>\n<g class=\"scalebar\"><path/><text></text></g>\n";
+                out += "</g>\n<g class=\"scalebar\"><path/><text></text></g>\n";
             });
     }
 
     // Each model's extent as a dashed outline that tells its name on hover.
-    void ModelOutlines(const ViewProjection& projection) {
-        out_ += "<g class=\"models\">\n";
+    void ModelOutlines(std::string& out, const ViewProjection& projection) const {
+        out += "<g class=\"models\">\n";
         for (const ReportModel& model : scene_.models) {
             if (model.extent.IsEmpty())
                 continue;
             const ZtLPos2f low = projection.Pixel(model.extent.GetMin());
             const ZtLPos2f high = projection.Pixel(model.extent.GetMax());
-            out_ += "<rect x=\"" + Px(low.x) + "\" y=\"" + Px(high.y) + "\" width=\"" +
-                    Px(high.x - low.x) + "\" height=\"" + Px(low.y - high.y) + "\"><title>" +
-                    Escaped(model.file) + "</title></rect>\n";
+            out += "<rect x=\"" + Px(low.x) + "\" y=\"" + Px(high.y) + "\" width=\"" +
+                   Px(high.x - low.x) + "\" height=\"" + Px(low.y - high.y) + "\"><title>" +
+                   Escaped(model.file) + "</title></rect>\n";
         }
-        out_ += "</g>\n";
+        out += "</g>\n";
     }
 
     // Each saved view as its camera saw it; the first shown, the others when their tag or

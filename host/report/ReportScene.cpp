@@ -9,6 +9,7 @@
 #include "review/SavedItems.h"
 #include "review/SelectionEvaluation.h"
 #include "ztcore/ZtOcContext.h"
+#include "ztcore/ZtOcGeometryIndex.h"
 #include "ztcore/ZtOcPickFrustumTraversal.h"
 #include "ztlddgn/ZtDgnElementNode.h"
 #include "ztlddgn/ZtDgnModel.h"
@@ -20,6 +21,7 @@
 #include "ztplugin/ZtOpRedlineTag.h"
 #include "ztplugin/ZtOpSelectionSet.h"
 #include "ztplugin/ZtOpView.h"
+#include "ztutil/ZtUParallel.h"
 #include "ztutil/ZtUSysString.h"
 
 #include <algorithm>
@@ -119,6 +121,19 @@ void PickTag(const ZtOpState& state, const ZtOpView& view,
     }
 }
 
+// The model's elements where its partition places them in the scene, into `out` by slot,
+// and the extent of them all.
+void GatherElements(const ZtDgnModel& model, ReportElement* out, ZtLBox3f* extent) {
+    const ZtLAffine3f& placement = model.GetTransform();
+    const std::vector<std::uint32_t> components = ComponentCounts(model);
+    for (std::size_t slot = 0; slot < model.GetNumElements(); ++slot) {
+        const ZtDgnElement& e = model.GetElement(slot);
+        out[slot] = {placement.TransformBox(model.GetElementBox(slot)),
+                     static_cast<std::uint8_t>(e.GetLevel()), e.colour, e.type, components[slot]};
+        extent->Extend(out[slot].box);
+    }
+}
+
 void GatherView(const ZtOpState& state, const ZtOpSavedItem& item,
                 const std::vector<std::pair<const ZtOaPartition*, std::size_t>>& firstElement,
                 std::vector<ReportView>* views) {
@@ -157,7 +172,7 @@ void GatherView(const ZtOpState& state, const ZtOpSavedItem& item,
 
 } // namespace
 
-ReportScene GatherReportScene(const ReviewRun& run) {
+ReportScene GatherReportScene(const ReviewRun& run, std::size_t threads) {
     ReportScene scene;
     scene.producer = "pdsreview " ZTODPDS_VERSION;
     for (const StepResult& step : run.steps)
@@ -171,7 +186,9 @@ ReportScene GatherReportScene(const ReviewRun& run) {
 
     // Where each model's elements begin in the scene's list, for the selections.
     std::vector<std::pair<const ZtOaPartition*, std::size_t>> firstElement;
-    for (const ZtDgnModel* model : SceneModels(run.state)) {
+    const std::vector<const ZtDgnModel*> models = SceneModels(run.state);
+    std::size_t elements = 0;
+    for (const ZtDgnModel* model : models) {
         const ZtDgnModelHeader& header = model->GetHeader();
         ReportModel out;
         out.file = ZtUSysString::WideToUtf8(model->GetName().Str());
@@ -186,27 +203,29 @@ ReportScene GatherReportScene(const ReviewRun& run) {
                     PlacementWords(ref.GetTransform(), ref.GetLinearUnits(), sceneUnits);
                 break;
             }
-        out.firstElement = scene.elements.size();
+        out.firstElement = elements;
         out.elements = model->GetNumElements();
         scene.models.push_back(std::move(out));
-        firstElement.emplace_back(model, scene.elements.size());
-        // The model's partition places its elements in the scene.
-        const ZtLAffine3f& placement = model->GetTransform();
-        const std::vector<std::uint32_t> components = ComponentCounts(*model);
-        for (std::size_t slot = 0; slot < model->GetNumElements(); ++slot) {
-            const ZtDgnElement& e = model->GetElement(slot);
-            scene.elements.push_back({placement.TransformBox(model->GetElementBox(slot)),
-                                      static_cast<std::uint8_t>(e.GetLevel()), e.colour, e.type,
-                                      components[slot]});
-            scene.models.back().extent.Extend(scene.elements.back().box);
-        }
+        firstElement.emplace_back(model, elements);
+        elements += model->GetNumElements();
     }
+    // Each model fills its own part of the list, so the models are gathered at once.
+    scene.elements.resize(elements);
+    ZtUParallelFor(models.size(), ZtUThreadsFor(threads), [&](std::size_t m) {
+        GatherElements(*models[m], scene.elements.data() + scene.models[m].firstElement,
+                       &scene.models[m].extent);
+    });
     for (std::size_t i = 0; set && i < set->refs.size(); ++i)
         if (!set->refs[i].model)
             scene.failed.push_back(
                 {ZtUSysString::WideToUtf8(set->set.GetSceneRefs()[i]->GetSourceName().Str()),
                  set->refs[i].notLoaded});
 
+    // Each tag's pick would make every model's geometry index in turn: made here, they take
+    // all the cores.
+    if (CountSavedItems(run.state).tags > 0)
+        ZtOcGeometryIndex::MakeAll(std::vector<const ZtOaPartition*>(models.begin(), models.end()),
+                                   threads);
     WalkSavedItems(run.state, SavedItemTree::kSavedViews, [&](const ZtOpSavedItem& item, int) {
         GatherView(run.state, item, firstElement, &scene.views);
     });
@@ -217,7 +236,6 @@ ReportScene GatherReportScene(const ReviewRun& run) {
         computed = ComputeSelections(run.state);
     const std::vector<SelectionResult>& selections = run.selections ? *run.selections : computed;
     const std::vector<const ZtOpSelectionSet*> sets = DocumentSelectionSets(run.state);
-    const std::vector<const ZtDgnModel*> models = SceneModels(run.state);
     for (std::size_t i = 0; i < sets.size(); ++i) {
         ReportSet out;
         out.name = ZtUSysString::WideToUtf8(sets[i]->GetName().Str());

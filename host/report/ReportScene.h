@@ -115,6 +115,6 @@ struct ReportScene {
     std::shared_ptr<ReportElementSource> source;
 };
 
-// Gathers the scene of the run's document. Its source reads the models' files while the
-// run lives.
-ReportScene GatherReportScene(const ReviewRun& run);
+// Gathers the scene of the run's document, on `threads` threads (0: one a core); the scene
+// is the same on any number. Its source reads the models' files while the run lives.
+ReportScene GatherReportScene(const ReviewRun& run, std::size_t threads = 1);
