@@ -23,12 +23,13 @@ double ZtBenchStatusMiB(const char* key);
 // their sum (so that the loop can't be optimised away); 0 if the file can't be opened.
 unsigned ZtBenchDecodeFile(const wchar_t* path);
 
-// Runs `base` and `work` in turn once an iteration, then `tidy` untimed, and reports the
-// ratio of their CPU times (this thread's): the median of the pairs' ratios
-// ("ratio_median") and the ratio of each side's best time ("ratio_of_best"), with the
-// sides' medians in milliseconds. Taken in pairs a moment apart, the two see the same
-// machine, whose speed on a shared host drifts by a third from one minute to the next: a
-// ratio of two benchmarks run apart moves with that drift, a paired one much less.
+// Runs `base` (after one untimed run of it) and `work` in turn once an iteration, then
+// `tidy` untimed, and reports the ratio of their CPU times (this thread's): the median of
+// the pairs' ratios ("ratio_median") and the ratio of each side's best time
+// ("ratio_of_best"), with the sides' medians in milliseconds. Taken in pairs a moment
+// apart, the two see the same machine, whose speed on a shared host drifts by a third from
+// one minute to the next: a ratio of two benchmarks run apart moves with that drift, a
+// paired one much less.
 void ZtBenchPairedRatio(benchmark::State& state, const std::function<void()>& base,
                         const std::function<void()>& work, const std::function<void()>& tidy = {});
 
