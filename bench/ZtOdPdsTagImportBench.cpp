@@ -79,13 +79,19 @@ void BM_TagImportPasses(benchmark::State& state) {
 }
 BENCHMARK(BM_TagImportPasses)->Unit(benchmark::kMillisecond)->Iterations(5);
 
+// A document to import into: one model, in the units of the tags' coordinates.
+struct ImportDocument : ZtOpState {
+    ImportDocument() {
+        auto* model = new ZtDgnModel(L"", EditNameDict());
+        model->SetUorsPerMaster(80000);
+        GetRootNode()->AddChild(model);
+    }
+};
+
 void BM_TagImport(benchmark::State& state) {
     if (!File().Ready())
         return state.SkipWithError("cannot write the benchmark file");
-    ZtOpState document;
-    auto* model = new ZtDgnModel(L"", document.EditNameDict());
-    model->SetUorsPerMaster(80000);
-    document.GetRootNode()->AddChild(model);
+    ImportDocument document;
     ZtBenchResetPeakMemory();
     state.counters["start_MiB"] = ZtBenchStatusMiB("VmRSS:");
     for (auto _ : state) {
@@ -108,10 +114,7 @@ BENCHMARK(BM_TagImport)->Unit(benchmark::kMillisecond)->Iterations(5);
 void BM_TagImportOverDecode(benchmark::State& state) {
     if (!File().Ready())
         return state.SkipWithError("cannot write the benchmark file");
-    ZtOpState document;
-    auto* model = new ZtDgnModel(L"", document.EditNameDict());
-    model->SetUorsPerMaster(80000);
-    document.GetRootNode()->AddChild(model);
+    ImportDocument document;
     std::unique_ptr<ZtOdPdsTagImportAction> action;
     ZtBenchPairedRatio(
         state, [] { benchmark::DoNotOptimize(ZtBenchDecodeFile(File().Path())); },
