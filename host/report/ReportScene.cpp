@@ -9,7 +9,6 @@
 #include "review/SavedItems.h"
 #include "review/SelectionEvaluation.h"
 #include "ztcore/ZtOcContext.h"
-#include "ztcore/ZtOcGeometryIndex.h"
 #include "ztcore/ZtOcPickFrustumTraversal.h"
 #include "ztlddgn/ZtDgnElementNode.h"
 #include "ztlddgn/ZtDgnModel.h"
@@ -221,11 +220,7 @@ ReportScene GatherReportScene(const ReviewRun& run, std::size_t threads) {
                 {ZtUSysString::WideToUtf8(set->set.GetSceneRefs()[i]->GetSourceName().Str()),
                  set->refs[i].notLoaded});
 
-    // Each tag's pick would make every model's geometry index in turn: made here, they take
-    // all the cores.
-    if (CountSavedItems(run.state).tags > 0)
-        ZtOcGeometryIndex::MakeAll(std::vector<const ZtOaPartition*>(models.begin(), models.end()),
-                                   threads);
+    MakeIndexesForTagPicks(run.state, threads);
     WalkSavedItems(run.state, SavedItemTree::kSavedViews, [&](const ZtOpSavedItem& item, int) {
         GatherView(run.state, item, firstElement, &scene.views);
     });

@@ -5,7 +5,6 @@
 #include "review/ModelLoad.h"
 #include "review/SavedItems.h"
 #include "review/TagExportTally.h"
-#include "ztcore/ZtOcGeometryIndex.h"
 #include "ztlddgn/ZtDgnAttributeStore.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztobject/ZtOaPartition.h"
@@ -135,11 +134,7 @@ StepOutcome ExportTags(ReviewRun& run, const Step& step, bool keepOldFileOnWarni
         modelNames.push_back(name.Str());
     }
     const std::size_t savedTags = CountSavedItems(run.state).tags;
-    // The export's first pick would make every model's geometry index in turn: made here,
-    // they take all the cores. Without tags there is no pick, and no index is made.
-    if (savedTags > 0)
-        ZtOcGeometryIndex::MakeAll(std::vector<const ZtOaPartition*>(models.begin(), models.end()),
-                                   threads);
+    MakeIndexesForTagPicks(run.state, threads);
     TagExportTally tally(savedTags, std::move(modelNames), keepOldFileOnWarning);
     StepOutcome outcome;
     {

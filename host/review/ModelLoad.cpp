@@ -1,6 +1,8 @@
 #include "review/ModelLoad.h"
 
 #include "review/AttributeSource.h"
+#include "review/SavedItems.h"
+#include "ztcore/ZtOcGeometryIndex.h"
 #include "ztlddgn/ZtDgnLoaderPlugin.h"
 #include "ztlddgn/ZtDgnModel.h"
 #include "ztplugin/ZtOpProgress.h"
@@ -16,6 +18,14 @@ std::vector<const ZtDgnModel*> SceneModels(const ZtOpState& state) {
         if (const auto* model = dynamic_cast<const ZtDgnModel*>(root->GetChild(i)))
             models.push_back(model);
     return models;
+}
+
+void MakeIndexesForTagPicks(const ZtOpState& state, std::size_t threads) {
+    if (CountSavedItems(state).tags == 0)
+        return;
+    const std::vector<const ZtDgnModel*> models = SceneModels(state);
+    ZtOcGeometryIndex::MakeAll(std::vector<const ZtOaPartition*>(models.begin(), models.end()),
+                               threads);
 }
 
 int LoadModelIntoScene(ZtOpState& state, const std::wstring& path, std::string* error,

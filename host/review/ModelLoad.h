@@ -1,4 +1,5 @@
 #pragma once
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -17,3 +18,8 @@ int LoadModelIntoScene(ZtOpState& state, const std::wstring& path, std::string* 
 
 // The DGN models of the document's scene, in load order.
 std::vector<const ZtDgnModel*> SceneModels(const ZtOpState& state);
+
+// Where the document holds saved tags, makes the geometry index of each of the scene's
+// models on `threads` threads (0: one a core): the first tag's pick would make them one
+// after another. Without tags there is no pick, and no index is made.
+void MakeIndexesForTagPicks(const ZtOpState& state, std::size_t threads);
