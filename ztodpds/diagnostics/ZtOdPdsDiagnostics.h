@@ -1,6 +1,7 @@
 #pragma once
 #include <cstddef>
 #include <cstdint>
+#include <cwchar>
 #include <initializer_list>
 #include <string_view>
 
@@ -18,6 +19,18 @@ struct ZtOdPdsSourcePosition {
         } else {
             ++column;
         }
+    }
+    // The position behind the `count` characters at `text`, read from this one.
+    void StepOver(const wchar_t* text, std::size_t count) {
+        const wchar_t* const end = text + count;
+        const wchar_t* lastLineFeed = nullptr;
+        for (const wchar_t* at = text;
+             (at = std::wmemchr(at, L'\n', static_cast<std::size_t>(end - at))); ++at) {
+            ++line;
+            lastLineFeed = at;
+        }
+        column = lastLineFeed ? static_cast<std::uint32_t>(end - lastLineFeed)
+                              : column + static_cast<std::uint32_t>(count);
     }
     // The position `count` characters of one line further on.
     ZtOdPdsSourcePosition Right(std::uint32_t count) const { return {line, column + count}; }

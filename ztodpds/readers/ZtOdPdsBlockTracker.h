@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cwchar>
 #include <string_view>
 
 // Why a reporting read of blocks stopped.
@@ -60,17 +59,7 @@ public:
     void Step(wchar_t c) { at_.Step(c); }
     // The place behind `count` characters of such a run: the characters passed through
     // behind a count, which only a NUL among them would make more of.
-    void StepOver(const wchar_t* text, std::size_t count) {
-        const wchar_t* const end = text + count;
-        const wchar_t* lastLineFeed = nullptr;
-        for (const wchar_t* at = text;
-             (at = std::wmemchr(at, L'\n', static_cast<std::size_t>(end - at))); ++at) {
-            ++at_.line;
-            lastLineFeed = at;
-        }
-        at_.column = lastLineFeed ? static_cast<std::uint32_t>(end - lastLineFeed)
-                                  : at_.column + static_cast<std::uint32_t>(count);
-    }
+    void StepOver(const wchar_t* text, std::size_t count) { at_.StepOver(text, count); }
     // Outside any block, the characters other than a line end, a brace or a NUL only move
     // the place on too, once the first that is not blank has been noted.
     static bool OnlyMovesOnOutside(wchar_t c) { return OnlyMovesOn(c) && c != L'\n' && c != L'\r'; }
