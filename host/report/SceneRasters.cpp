@@ -10,11 +10,11 @@
 
 SceneRasterKeys::SceneRasterKeys(const ReportScene& scene, const std::vector<bool>& isShape,
                                  const Indexes& level, const Indexes& colour)
-    : scene_(scene), isShape_(isShape), level_(level), colour_(colour), sets_(scene.sets.size()),
-      groups_((sets_ + 7) / 8), masks_(scene.elements.size() * groups_, 0) {
+    : scene_(scene), isShape_(isShape), level_(level), colour_(colour),
+      groups_((scene.sets.size() + 7) / 8), masks_(scene.elements.size() * groups_, 0) {
     // A set holds its elements and their components, which follow each of them.
     const std::size_t elements = scene.elements.size();
-    for (std::size_t s = 0; s < sets_; ++s) {
+    for (std::size_t s = 0; s < scene.sets.size(); ++s) {
         const auto bit = static_cast<std::uint8_t>(1u << (s % 8));
         for (std::uint32_t element : scene.sets[s].elements) {
             const std::size_t end =
@@ -29,8 +29,9 @@ std::vector<PaletteRaster> SceneRasterKeys::Paint(const ViewPicture& picture,
                                                   const std::vector<SceneMarkIndex::Range>& ranges,
                                                   const ViewProjection& view) const {
     std::vector<PaletteRaster> rasters;
-    rasters.reserve(2 + sets_);
-    for (std::size_t r = 0; r < 2 + sets_; ++r)
+    const std::size_t count = 2 + scene_.sets.size();
+    rasters.reserve(count);
+    for (std::size_t r = 0; r < count; ++r)
         rasters.emplace_back(picture.width, picture.height);
     const PaletteRaster& frame = rasters[0];
     const auto paint = [&](std::uint32_t element, const MarkCorners& c) {

@@ -22,8 +22,6 @@ public:
     SceneRasterKeys(const ReportScene& scene, const std::vector<bool>& isShape,
                     const Indexes& level, const Indexes& colour);
 
-    const ReportScene& Scene() const { return scene_; }
-    std::size_t Sets() const { return sets_; }
     bool InSet(std::size_t set, std::uint32_t element) const {
         return (masks_[element * groups_ + set / 8] >> (set % 8)) & 1;
     }
@@ -40,7 +38,7 @@ private:
     const ReportScene& scene_;
     const std::vector<bool>& isShape_;
     Indexes level_, colour_;
-    std::size_t sets_, groups_;
+    std::size_t groups_; // bytes of set bits an element
     // By element, then by groups of eight sets: set s is bit s % 8 of byte s / 8.
     std::vector<std::uint8_t> masks_;
 };
