@@ -89,7 +89,7 @@ public:
         // Each drawing marks every element of the scene: drawn at once, added in order.
         const std::span<const PageView> views = PageViews();
         std::vector<std::string> drawings(views.size());
-        ZtUParallelFor(views.size(), std::min(threads_, views.size()),
+        ZtUParallelFor(views.size(), threads_,
                        [&](std::size_t i) { OrthographicView(drawings[i], views[i]); });
         for (const std::string& drawing : drawings)
             out_ += drawing;
