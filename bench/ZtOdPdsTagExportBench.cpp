@@ -89,6 +89,12 @@ struct Scene {
             root->AddChild(view);
         }
     }
+    // Drops the model's and the scene's geometry indexes, so that the next pick makes them.
+    void DropIndexes() {
+        model->SetCache(nullptr);
+        state.GetRootNode()->SetCache(nullptr);
+    }
+
     ~Scene() {
         std::filesystem::remove(std::filesystem::path(path));
         std::filesystem::remove(std::filesystem::path(output));
@@ -130,8 +136,7 @@ void Export(benchmark::State& state, bool buildIndex, bool placed = false) {
     for (auto _ : state) {
         if (buildIndex) {
             state.PauseTiming();
-            scene.model->SetCache(nullptr);
-            scene.state.GetRootNode()->SetCache(nullptr);
+            scene.DropIndexes();
             state.ResumeTiming();
         }
         if (plugin.IExport(0, &scene.state, nullptr, &output) != 0) {
@@ -172,11 +177,7 @@ void BM_TagExportOverLoad(benchmark::State& state) {
     const ZtUWideString output(scene.output.c_str());
     ZtUNameDict names;
     std::unique_ptr<ZtDgnModel> loaded;
-    auto dropIndexes = [&] {
-        scene.model->SetCache(nullptr);
-        scene.state.GetRootNode()->SetCache(nullptr);
-    };
-    dropIndexes();
+    scene.DropIndexes();
     ZtBenchPairedRatio(
         state,
         [&] {
@@ -189,7 +190,7 @@ void BM_TagExportOverLoad(benchmark::State& state) {
         },
         [&] {
             loaded.reset();
-            dropIndexes();
+            scene.DropIndexes();
         });
 }
 BENCHMARK(BM_TagExportOverLoad)->Unit(benchmark::kMillisecond)->Iterations(9);
