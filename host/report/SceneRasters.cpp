@@ -58,6 +58,6 @@ std::vector<PaletteRaster> SceneRasterKeys::Paint(const ViewPicture& picture,
                 paint(i, c);
         }
     for (auto mark = picture.marks.rbegin(); mark != picture.marks.rend(); ++mark)
-        paint(mark->element, {mark->x0, mark->y0, mark->x1, mark->y1});
+        paint(mark->element, *mark);
     return rasters;
 }

@@ -88,7 +88,7 @@ public:
         picture_.points.resize(points);
         picture_.strokes.resize(strokes);
         picture_.texts.resize(texts);
-        picture_.marks.push_back({s.element, x0, y0, x1, y1});
+        picture_.marks.push_back({{x0, y0, x1, y1}, s.element});
     }
 
 private:
@@ -246,7 +246,7 @@ ViewPicture DrawShapes(const ReportScene& scene, const std::vector<SceneShape>& 
         if (drawn[i])
             painter.Paint(static_cast<std::uint32_t>(i), shapes[i]);
         else if (view.Mark(scene.elements[shapes[i].element].box, &c))
-            picture.marks.push_back({shapes[i].element, c.x0, c.y0, c.x1, c.y1});
+            picture.marks.push_back({c, shapes[i].element});
     }
     return picture;
 }
@@ -273,7 +273,7 @@ ViewPicture DrawScene(const ReportScene& scene, const std::vector<SceneShape>& s
         for (std::uint32_t i = first; i < end; ++i) {
             MarkCorners c;
             if (IsMarkedElement(scene, isShape, i) && view.Mark(scene.elements[i].box, &c))
-                picture.marks.push_back({i, c.x0, c.y0, c.x1, c.y1});
+                picture.marks.push_back({c, i});
         }
     return picture;
 }

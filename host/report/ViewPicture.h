@@ -29,9 +29,8 @@ struct PictureText {
 };
 
 // An element drawn as the pixels of its box: too small to show as a shape, or one too many.
-struct PictureMark {
+struct PictureMark : MarkCorners {
     std::uint32_t element;
-    float x0, y0, x1, y1;
 };
 
 // A tag's pin: the point it stands for, and where its head goes before pins that would
