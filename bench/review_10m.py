@@ -21,9 +21,9 @@ import argparse
 import base64
 import os
 import re
-import struct
 import resource
 import shutil
+import struct
 import subprocess
 import sys
 import tempfile
